@@ -1,0 +1,17 @@
+# How our own sources are compiled. Linked privately and never exported: users compile as they like.
+add_library(globals_build_flags INTERFACE)
+target_compile_features(globals_build_flags INTERFACE cxx_std_17)
+target_compile_options(globals_build_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion)
+if(GLOBALS_STRICT)
+    target_compile_definitions(globals_build_flags INTERFACE
+        QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_DEPRECATED_WARNINGS)
+endif()
+if(GLOBALS_SANITIZE)
+    target_compile_options(globals_build_flags INTERFACE
+        -fsanitize=${GLOBALS_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(globals_build_flags INTERFACE -fsanitize=${GLOBALS_SANITIZE})
+endif()
+if(GLOBALS_COVERAGE)
+    target_compile_options(globals_build_flags INTERFACE --coverage -fprofile-update=atomic)
+    target_link_options(globals_build_flags INTERFACE --coverage)
+endif()

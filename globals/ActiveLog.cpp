@@ -1,0 +1,31 @@
+#include "globals/ActiveLog_p.h"
+
+#include "globals/Log.h"
+#include "globals/LogManager.h"
+
+#include <QString>
+
+namespace TEKLUVA {
+
+void logToActive(E_LogLevel level, const std::string& message)
+{
+    if (Log* log = LogManager::getInstance()->getActiveLog())
+        log->logMessage(level, message, std::string(), 0);
+}
+
+void logError(const std::string& message)
+{
+    logToActive(E_LL_ERROR, message);
+}
+
+void logError(const QString& message)
+{
+    logToActive(E_LL_ERROR, message.toStdString());
+}
+
+void logWarning(const QString& message)
+{
+    logToActive(E_LL_WARNING, message.toStdString());
+}
+
+} // namespace TEKLUVA

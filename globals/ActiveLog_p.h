@@ -1,0 +1,18 @@
+#pragma once
+
+#include "globals/globals.h"
+
+class QString;
+
+namespace TEKLUVA {
+
+/// Writes one entry to the active log, or nothing when no log is active. Every diagnostic of the library goes
+/// through here. No lock of the library may be held, except where the caller says why it is safe: the entry's
+/// receivers run inside, and taking its time stamp asks the configuration manager.
+void logToActive(E_LogLevel level, const std::string& message);
+
+void logError(const std::string& message);
+void logError(const QString& message);
+void logWarning(const QString& message);
+
+} // namespace TEKLUVA

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "globals/globals_export.h"
+
+#include <QMap>
+#include <QMutex>
+#include <QMutexLocker>
+#include <QString>
+
+namespace TEKLUVA {
+
+/// The configuration values that live in memory only. Thread-safe: each access holds the record's own lock,
+/// which is never held together with another one.
+class GLOBALS_EXPORT ConfigManagerData
+{
+    Q_DISABLE_COPY(ConfigManagerData)
+
+public:
+    ConfigManagerData() = default;
+
+    /// Milliseconds between two automatic saves.
+    unsigned int getAutoSaveIntervall() const { return get(m_autoSaveInterval); }
+    void setAutoSaveIntervall(unsigned int milliseconds) { set(m_autoSaveInterval, milliseconds); }
+
+    bool getForceNaviationState() const { return get(m_forceNavigation); }
+    void setForceNavigationState(bool force) { set(m_forceNavigation, force); }
+
+    /// Seconds from the local clock to the server's clock.
+    int getServerTimeDiff() const { return get(m_serverTimeDiff); }
+    void setServerTimeDiff(int seconds) { set(m_serverTimeDiff, seconds); }
+
+    /// True once the server's time is known.
+    bool getServerTimeState() const { return get(m_serverTimeState); }
+    void setServerTimeState(bool known) { set(m_serverTimeState, known); }
+
+    QString getVersion() const { return get(m_version); }
+    void setVersion(const QString& version) { set(m_version, version); }
+    bool hasVersion() const { return !getVersion().isEmpty(); }
+
+    QString getDisplayVersion() const { return get(m_displayVersion); }
+    void setDisplayVersion(const QString& version) { set(m_displayVersion, version); }
+    bool hasDisplayVersion() const { return !getDisplayVersion().isEmpty(); }
+
+    /// Family names of the application's own fonts, each with its font id.
+    QMap<QString, int> getSystemFontMap() const { return get(m_systemFontMap); }
+    void setSystemFontMap(const QMap<QString, int>& fonts) { set(m_systemFontMap, fonts); }
+
+private:
+    template <typename Value>
+    Value get(const Value& member) const
+    {
+        const QMutexLocker lock(&m_lock);
+        return member;
+    }
+    template <typename Value>
+    void set(Value& member, const Value& value)
+    {
+        const QMutexLocker lock(&m_lock);
+        member = value;
+    }
+
+    mutable QMutex m_lock;
+    unsigned int m_autoSaveInterval = 0;
+    bool m_forceNavigation = false;
+    int m_serverTimeDiff = 0;
+    bool m_serverTimeState = false;
+    QString m_version;
+    QString m_displayVersion;
+    QMap<QString, int> m_systemFontMap;
+};
+
+} // namespace TEKLUVA

@@ -1,0 +1,36 @@
+#include "globals/DataFileFormat_p.h"
+
+// SHA-1 is weak, but it is what the files in the field were written with.
+#include <cryptopp/sha.h>
+
+#include <algorithm>
+
+namespace TEKLUVA::DataFileFormat {
+
+namespace {
+
+/// The digest of \p text up to its first zero byte.
+void digestText(const QByteArray& text, CryptoPP::byte* digest)
+{
+    const auto length = qstrnlen(text.constData(), static_cast<uint>(text.size()));
+    CryptoPP::SHA1().CalculateDigest(digest, reinterpret_cast<const CryptoPP::byte*>(text.constData()),
+                                     length);
+}
+
+} // namespace
+
+CryptoPP::SecByteBlock deriveKey(const QByteArray& password, int split)
+{
+    constexpr std::size_t DIGEST_SIZE = CryptoPP::SHA1::DIGESTSIZE;
+    CryptoPP::SecByteBlock digests(2 * DIGEST_SIZE);
+    digestText(password.mid(split), digests);
+    digestText(password.left(split), digests + DIGEST_SIZE);
+    return CryptoPP::SecByteBlock(digests, KEY_SIZE);
+}
+
+void logCaught(const char* what)
+{
+    logError(std::string("Catched exception \"") + what + "\" while opening a data file.");
+}
+
+} // namespace TEKLUVA::DataFileFormat

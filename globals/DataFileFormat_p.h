@@ -1,0 +1,56 @@
+#pragma once
+
+#include "globals/ActiveLog_p.h"
+#include "globals/Exception.h"
+
+#include <cryptopp/cryptlib.h>
+#include <cryptopp/secblock.h>
+
+#include <QByteArray>
+
+/// What the reading and the writing side of protected data files have in common.
+///
+/// A protected data block is
+///
+///     offset  size      field
+///     0       1         pad count p, 0 to 15: zero bytes appended to the plain text before encryption
+///     1       16        initialisation vector
+///     17      16 * k    AES-256-CBC cipher text of plain text and padding
+///
+/// without magic number, length or checksum.
+namespace TEKLUVA::DataFileFormat {
+
+inline constexpr int BLOCK_SIZE = 16;
+inline constexpr int PAD_COUNT_SIZE = 1;
+inline constexpr int HEADER_SIZE = PAD_COUNT_SIZE + BLOCK_SIZE;
+inline constexpr int MAX_PAD_COUNT = BLOCK_SIZE - 1;
+inline constexpr int KEY_SIZE = 32;
+
+/// The AES key of \p password, UTF-8 bytes, cut in two before byte \p split: the SHA-1 digest of the second
+/// part followed by that of the first, cut at 32 bytes. A zero byte ends a part. Fixed by the files that
+/// exist.
+CryptoPP::SecByteBlock deriveKey(const QByteArray& password, int split);
+
+/// Logs that an exception with the text \p what ended an operation on a data file.
+void logCaught(const char* what);
+
+/// Runs \p operation and answers its result, or an empty one when it throws; the exception goes to the active
+/// log. This is the one place where exceptions of data file operations end.
+template <typename Operation>
+auto withoutExceptions(Operation&& operation) noexcept -> decltype(operation())
+{
+    try {
+        return operation();
+    } catch (const CryptoPP::Exception& e) {
+        logCaught(e.what());
+    } catch (const Exception& e) {
+        logCaught(e.what());
+    } catch (const std::exception& e) {
+        logCaught(e.what());
+    } catch (...) {
+        logError(std::string("Catched an unknown exception while opening a data file."));
+    }
+    return {};
+}
+
+} // namespace TEKLUVA::DataFileFormat

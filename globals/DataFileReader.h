@@ -1,0 +1,65 @@
+#pragma once
+
+#include "globals/globals_export.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+
+#include <string>
+#include <vector>
+
+namespace TEKLUVA {
+
+/// Reads protected data files: a file that is one protected data block, or a zip archive whose entries are
+/// such blocks. Without a password the content is taken as it is.
+///
+///     DataFileReader reader(path, password);
+///     const QByteArray content = reader.isArchiv() ? reader.getContentOfArchivedFile("a.txt")
+///                                                  : reader.getFileContent();
+///
+/// An empty result is the only sign of failure; the reason goes to the active log where the operation says
+/// so, and nothing is thrown. A wrong password cannot be told from damaged content: both give bytes of the
+/// right length without meaning. Every operation opens and closes the file itself.
+///
+/// Reentrant: distinct readers may be used in different threads.
+class GLOBALS_EXPORT DataFileReader : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY(DataFileReader)
+
+public:
+    /// An empty \p password means that the content is not encrypted. Opens nothing.
+    DataFileReader(const QString& filename, const QString& password);
+
+    QString getFilename() const;
+
+    /// Whether the file can be opened as a zip archive. False for a missing file.
+    bool isArchiv() const;
+
+    /// The content of a file that is no archive, decrypted. Empty, without an entry in the log, for an
+    /// archive and for a file that cannot be read; a block that cannot be decrypted is logged.
+    QByteArray getFileContent() const;
+
+    /// The names of all entries in the order of the archive, cut at 256 bytes. Failures are logged; a damaged
+    /// entry makes the whole list empty.
+    std::vector<std::string> getListOfArchivedFiles() const;
+
+    /// The content of the entry \p name (upper and lower case differ), decrypted. Failures are logged. An
+    /// entry is read in one piece and must fit into a QByteArray.
+    QByteArray getContentOfArchivedFile(const std::string& name) const;
+
+    /// Decrypts one protected data block. Empty, and logged, for a block that is cut, whose length is no
+    /// multiple of the cipher's or whose pad count is none; empty without an entry for an empty block.
+    QByteArray decryptData(const QByteArray& data, const QString& password) const;
+    /// The same with the reader's own password.
+    QByteArray decryptData(const QByteArray& data) const;
+
+private:
+    QByteArray decrypted(const QByteArray& content) const;
+
+    const QByteArray m_fileName; ///< in the local 8-bit encoding of file names
+    const QByteArray m_password; ///< UTF-8
+};
+
+} // namespace TEKLUVA

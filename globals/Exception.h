@@ -1,0 +1,64 @@
+#pragma once
+
+#include "globals/globals_export.h"
+
+#include <QException>
+
+#include <string>
+
+namespace TEKLUVA {
+
+/// What kind of failure an Exception reports.
+enum E_ExceptionType : int {
+    E_ET_NOT_IMPLEMENTED = 1,
+    E_ET_FATAL = 2,
+    E_ET_MISSING_DATA = 3,
+    E_ET_CALCULATION = 4,
+    E_ET_UNEXPECTED_VALUE = 5,
+    E_ET_OUT_OF_RANGE = 6,
+    E_ET_UNDEFINED_ELEMENT = 7,
+    E_ET_UNKNOWN = 8,
+};
+
+/// The one exception type of the library, thrown by value and caught by reference. It crosses Qt's concurrent
+/// framework, too. Reentrant.
+///
+///     try { PresetManager::getInstance()->init(); }
+///     catch (Exception& e) { report(e.what(), e.getDescription()); if (e.exitApp()) return 1; }
+class GLOBALS_EXPORT Exception : public QException
+{
+public:
+    /// A \p type outside 1 to 8 becomes E_ET_UNKNOWN. \p description is UTF-8 text; \p exitApp tells the
+    /// application to end once it has reported the failure.
+    Exception(E_ExceptionType type, std::string description, bool exitApp);
+    /// Composes as the library does for its own throws: \p description in UTF-8, the exit flag set.
+    Exception(E_ExceptionType type, const QString& description);
+
+    /// The fixed text of the exception's type. The description is never part of it.
+    const char* what() const noexcept override;
+
+    /// UTF-8, valid as long as the exception lives.
+    const char* getDescription() const;
+
+    /// \name Source location
+    /// Deliberately not recorded: always "" and 0.
+    /// @{
+    const char* getFilename() const;
+    const char* getFunction() const;
+    int getLine() const;
+    /// @}
+
+    bool exitApp() const;
+    E_ExceptionType getExceptionType() const;
+
+    [[noreturn]] void raise() const override;
+    /// A copy that the caller owns.
+    Exception* clone() const override;
+
+private:
+    std::string m_description;
+    bool m_exitApp;
+    E_ExceptionType m_type;
+};
+
+} // namespace TEKLUVA

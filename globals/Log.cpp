@@ -1,0 +1,231 @@
+#include "globals/Log.h"
+
+#include "globals/ConfigManager.h"
+#include "globals/LogManager.h"
+#include "globals/MainThread_p.h"
+
+#include <QFile>
+#include <QMutexLocker>
+
+namespace TEKLUVA {
+
+namespace {
+
+struct Label
+{
+    E_LogLevel level;
+    const char* text;
+};
+
+/// The padding up to nine characters is all that separates a label from the time stamp.
+constexpr Label LABELS[] = {
+    {E_LL_DEBUG, "DEBUG    "},
+    {E_LL_INFO, "INFO     "},
+    {E_LL_WARNING, "WARNING  "},
+};
+constexpr const char* ERROR_LABEL = "ERROR    ";
+
+const char* labelOf(E_LogLevel level)
+{
+    for (const Label& label : LABELS) {
+        if (label.level == level)
+            return label.text;
+    }
+    return ERROR_LABEL;
+}
+
+std::string pathOf(const std::string& name)
+{
+    return ConfigManager::getInstance()->getPath(E_PT_LOGS).toStdString() + name + ".log";
+}
+
+QTime wholeSeconds(const QTime& time)
+{
+    return time.addMSecs(-time.msec());
+}
+
+/// A full disk may take half a line. It goes again, so that the next line does not grow out of it, unless
+/// another process has appended to the file in between.
+bool writeWhole(QFile& file, const std::string& line)
+{
+    const auto size = static_cast<qint64>(line.size());
+    const qint64 start = file.pos();
+    const qint64 written = file.write(line.data(), size);
+    if (written > 0 && written < size && file.size() == start + written)
+        file.resize(start);
+    return written == size;
+}
+
+} // namespace
+
+Log::Log(std::string name, bool overwrite)
+    : m_name(std::move(name))
+    , m_filePath(pathOf(m_name))
+    , m_append(!overwrite)
+    , m_file(std::make_unique<QFile>(QString::fromStdString(m_filePath)))
+{
+    moveToMainThread(this);
+    LogManager::getInstance()->addLog(this);
+}
+
+Log::~Log()
+{
+    clear();
+    LogManager::getInstance()->removeLog(this);
+}
+
+void Log::logMessage(E_LogLevel level, std::string message, std::string /*location*/, unsigned int /*line*/)
+{
+    const QMutexLocker lock(&m_mutex);
+    auto created = std::make_unique<LogEntry>(level, std::move(message));
+    LogEntry* entry = created.get();
+    moveToMainThread(entry);
+    {
+        const QMutexLocker view(&m_viewMutex);
+        m_entries.push_back(std::move(created));
+    }
+    Q_EMIT contentChanged();
+    writeEntry(entry);
+}
+
+void Log::logDebugMessage(std::string message, std::string location, unsigned int line)
+{
+    logMessage(E_LL_DEBUG, std::move(message), std::move(location), line);
+}
+
+void Log::logStatusMessage(std::string message, std::string location, unsigned int line)
+{
+    logMessage(E_LL_INFO, std::move(message), std::move(location), line);
+}
+
+void Log::logWarningMessage(std::string message, std::string location, unsigned int line)
+{
+    logMessage(E_LL_WARNING, std::move(message), std::move(location), line);
+}
+
+void Log::logErrorMessage(std::string message, std::string location, unsigned int line)
+{
+    logMessage(E_LL_ERROR, std::move(message), std::move(location), line);
+}
+
+void Log::writeEntry(LogEntry* entry)
+{
+    if (entry->isWritten() || !openFile())
+        return;
+    if (writeWhole(*m_file, formatLine(*entry)))
+        entry->setWritten();
+}
+
+LogEntry* Log::getEntry(unsigned int index)
+{
+    {
+        const QMutexLocker view(&m_viewMutex);
+        if (index < m_entries.size())
+            return m_entries[index].get();
+    }
+    return new LogEntry(E_LL_WARNING, "Index out of range.");
+}
+
+unsigned int Log::getEntryCount() const
+{
+    const QMutexLocker view(&m_viewMutex);
+    return static_cast<unsigned int>(m_entries.size());
+}
+
+void Log::clear()
+{
+    std::vector<std::unique_ptr<LogEntry>> entries;
+    {
+        const QMutexLocker view(&m_viewMutex);
+        entries.swap(m_entries);
+    }
+    m_file.reset();
+}
+
+void Log::resetLog(bool overwrite)
+{
+    const QMutexLocker lock(&m_mutex);
+    clear();
+    m_append = !overwrite;
+    Q_EMIT contentChanged();
+}
+
+void Log::setLogName(std::string name, bool overwrite)
+{
+    // The path first, before the lock: a log folder that cannot be made is reported to the active log, and
+    // that may be this one.
+    std::string path = pathOf(name);
+
+    const QMutexLocker lock(&m_mutex);
+    if (m_file)
+        m_file->close();
+    if (path != m_filePath)
+        QFile::rename(QString::fromStdString(m_filePath), QString::fromStdString(path));
+    {
+        const QMutexLocker view(&m_viewMutex);
+        m_name = name;
+        m_filePath = path;
+    }
+    if (m_file)
+        m_file->setFileName(QString::fromStdString(path));
+    LogManager::getInstance()->updateLogName(std::move(name), this);
+    m_append = !overwrite;
+}
+
+std::string Log::getName() const
+{
+    const QMutexLocker view(&m_viewMutex);
+    return m_name;
+}
+
+std::string Log::getFilePath() const
+{
+    const QMutexLocker view(&m_viewMutex);
+    return m_filePath;
+}
+
+bool Log::writeToFile() const
+{
+    return true;
+}
+
+bool Log::initWriting(bool /*write*/) const
+{
+    return true;
+}
+
+bool Log::openFile()
+{
+    if (!m_file)
+        m_file = std::make_unique<QFile>(QString::fromStdString(m_filePath));
+    if (m_file->isOpen())
+        return true;
+    // Unbuffered: each line is one system call and is in the file when it returns, so there is nothing to
+    // flush.
+    const QIODevice::OpenMode mode = m_append ? QIODevice::Append : QIODevice::WriteOnly;
+    return m_file->open(mode | QIODevice::Unbuffered);
+}
+
+std::string Log::formatLine(const LogEntry& entry)
+{
+    const std::string& stamp = formatTimeStamp(entry.m_timeStamp);
+    const char* label = labelOf(entry.m_level);
+    std::string line;
+    line.reserve(std::char_traits<char>::length(label) + stamp.size() + entry.m_message.size() + 4);
+    line.append(label).append(stamp).append("  ").append(entry.m_message).append("\r\n");
+    return line;
+}
+
+const std::string& Log::formatTimeStamp(const QDateTime& time)
+{
+    const QDate date = time.date();
+    const QTime second = wholeSeconds(time.time());
+    if (date != m_stampDate || second != m_stampTime) {
+        m_stampDate = date;
+        m_stampTime = second;
+        m_stamp = time.toString(QStringLiteral("dd.MM.yyyy hh:mm:ss")).toStdString();
+    }
+    return m_stamp;
+}
+
+} // namespace TEKLUVA

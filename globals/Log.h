@@ -1,0 +1,105 @@
+#pragma once
+
+#include "globals/LogEntry.h"
+
+#include <QMutex>
+
+#include <memory>
+#include <vector>
+
+class QFile;
+
+namespace TEKLUVA {
+
+/// A named log: keeps its entries in memory and mirrors each as one line into NAME.log in the log folder
+/// (E_PT_LOGS). A line is the level's label padded to nine characters, the time stamp "dd.MM.yyyy hh:mm:ss",
+/// two blanks, the bytes of the message as given, CR and LF.
+///
+///     Log* log = new Log("tekluva-3D", false);          // registers itself with the LogManager
+///     LogManager::getInstance()->setActiveLog(log);
+///     log->logStatusMessage("Started.", "", 0);
+///
+/// Threads: logMessage() and its four shorthands, resetLog(), setLogName(), getName() and getFilePath() may
+/// be called from any thread; lines are written whole, each once. writeEntry(), clear() and getEntry() take
+/// no lock of the log: call them on the main thread, and the first two while nobody else uses the log.
+///
+/// Ownership: a log owns its entries and its file. The LogManager deletes the logs registered with it when it
+/// is cleared; until then whoever created a log may delete it.
+class GLOBALS_EXPORT Log : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY(Log)
+
+public:
+    /// Creates and registers the log and its folder, not yet its file. With \p overwrite the first line
+    /// starts the file afresh, without it lines are appended. A log made on another thread moves to the main
+    /// thread.
+    Log(std::string name, bool overwrite);
+    ~Log() override;
+
+    /// Adds an entry, emits contentChanged() and writes the line. A line that cannot be written stays in
+    /// memory, unwritten, and nothing is reported. The last two arguments, a source location and a line
+    /// number, are accepted and ignored. A level other than debug, info and warning is labelled as an error.
+    void logMessage(E_LogLevel level, std::string message, std::string location, unsigned int line);
+    void logDebugMessage(std::string message, std::string location, unsigned int line);
+    void logStatusMessage(std::string message, std::string location, unsigned int line);
+    void logWarningMessage(std::string message, std::string location, unsigned int line);
+    void logErrorMessage(std::string message, std::string location, unsigned int line);
+
+    /// Writes the line of \p entry unless it has been written before.
+    void writeEntry(LogEntry* entry);
+
+    /// The entry at \p index, oldest first; it belongs to the log. Beyond the last one a new warning entry
+    /// "Index out of range." that belongs to the caller.
+    LogEntry* getEntry(unsigned int index);
+    unsigned int getEntryCount() const;
+
+    /// Deletes all entries and closes the file, which stays on disk as it is.
+    void clear();
+
+    /// clear(), and the next line starts the file afresh (\p overwrite) or is appended. Emits
+    /// contentChanged().
+    void resetLog(bool overwrite);
+
+    /// Renames the log, its file and its registration. When the file cannot be renamed the log goes on in the
+    /// file of the new name. \p overwrite decides how that file is opened for the next line.
+    void setLogName(std::string name, bool overwrite);
+
+    std::string getName() const;
+    /// The path of the log file, in UTF-8.
+    std::string getFilePath() const;
+
+    /// Always true: writing to the file cannot be switched off.
+    bool writeToFile() const;
+    /// Always true, and changes nothing.
+    bool initWriting(bool write) const;
+
+Q_SIGNALS:
+    /// The entries changed. Emitted under the log's lock: a receiver connected directly must not call
+    /// logMessage(), resetLog(), setLogName() or clear() of this log.
+    void contentChanged();
+
+private:
+    bool openFile();
+    std::string formatLine(const LogEntry& entry);
+    const std::string& formatTimeStamp(const QDateTime& time);
+
+    /// Serialises logMessage(), resetLog() and setLogName(). Taken before the registry's lock, never after
+    /// it.
+    QMutex m_mutex;
+    /// A leaf lock for what others may look at while a line is being written: name, path and entries.
+    mutable QMutex m_viewMutex;
+
+    std::string m_name;
+    std::string m_filePath;
+    std::vector<std::unique_ptr<LogEntry>> m_entries;
+    bool m_append;
+    std::unique_ptr<QFile> m_file;
+
+    /// The time stamp last written, kept because most lines share their second with the line before.
+    QDate m_stampDate;
+    QTime m_stampTime;
+    std::string m_stamp;
+};
+
+} // namespace TEKLUVA

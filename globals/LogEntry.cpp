@@ -1,0 +1,39 @@
+#include "globals/LogEntry.h"
+
+#include "globals/ConfigManager.h"
+
+namespace TEKLUVA {
+
+LogEntry::LogEntry(E_LogLevel level, std::string message)
+    : m_message(std::move(message))
+    , m_timeStamp(ConfigManager::getInstance()->getCurrentServerTime())
+    , m_level(level)
+{
+}
+
+E_LogLevel LogEntry::getLevel() const
+{
+    return m_level;
+}
+
+std::string LogEntry::getMessage() const
+{
+    return m_message;
+}
+
+QDateTime LogEntry::getTimeStamp() const
+{
+    return m_timeStamp;
+}
+
+bool LogEntry::isWritten() const
+{
+    return m_written;
+}
+
+void LogEntry::setWritten()
+{
+    m_written = true;
+}
+
+} // namespace TEKLUVA

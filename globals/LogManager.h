@@ -1,0 +1,71 @@
+#pragma once
+
+#include "globals/globals.h"
+
+#include <QMutex>
+#include <QObject>
+#include <QPointer>
+
+#include <map>
+#include <vector>
+
+namespace TEKLUVA {
+
+class Log;
+
+/// The registry of all logs: finds them by name, and keeps a stack of active logs so that a piece of work can
+/// switch the log that diagnostics go to and later restore the one before.
+///
+/// Thread-safe, once getInstance() has been called on the main thread. Nothing here is called back under the
+/// registry's lock except receivers of logAdded().
+///
+/// Ownership: the registry deletes the logs registered with it in clear() and in its destructor. A log that
+/// lost its name to another one is no longer registered. The active stack owns nothing.
+class GLOBALS_EXPORT LogManager : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY(LogManager)
+
+public:
+    static LogManager* getInstance();
+    ~LogManager() override;
+
+    /// Registers \p log under its name, in the place of any other log of that name. Emits logAdded().
+    void addLog(Log* log);
+    /// Takes out whatever log is registered under the name of \p log, and \p log once from the active stack.
+    /// Does nothing, to the stack neither, when no log is registered.
+    void removeLog(Log* log);
+    /// Renames \p log (see Log::setLogName(), appending) or, when it already has that \p name, registers it
+    /// under it.
+    void updateLogName(const std::string& name, Log* log);
+
+    /// Makes \p log the active one. The same log may be set several times and is then restored as often.
+    void setActiveLog(Log* log);
+    /// Goes back to the log that was active before. The other one is not deleted.
+    void restorePreviousLog();
+    /// The log that diagnostics go to; null when there is none or when it has been deleted.
+    Log* getActiveLog();
+
+    /// All registered logs in ascending order of their names, byte by byte.
+    std::vector<Log*> getAllLogs() const;
+
+    /// Deletes all registered logs; no log is active afterwards.
+    void clear();
+
+Q_SIGNALS:
+    /// A log was registered. Emitted once per addLog(), under the registry's lock: a receiver connected
+    /// directly must not call back into the registry.
+    void logAdded(Log* log);
+
+private:
+    LogManager();
+    Log* firstLog() const;
+
+    static LogManager* __instance;
+
+    mutable QMutex m_mutex;
+    std::vector<QPointer<Log>> m_active;
+    std::map<std::string, Log*> m_logs;
+};
+
+} // namespace TEKLUVA

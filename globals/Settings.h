@@ -1,0 +1,69 @@
+#pragma once
+
+#include "globals/globals_export.h"
+
+#include <QMutex>
+#include <QPointer>
+#include <QSettings>
+#include <QStringList>
+#include <QVariant>
+
+namespace TEKLUVA {
+
+class SettingsFile;
+
+/// A thread-safe store of values by group and key, over one QSettings.
+///
+/// Each change is on disk when the call returns. On a disk without room the file stays whole, an error goes
+/// to the active log, and the change stays pending: it is seen by reads of this process and written with the
+/// next access that finds room. A single value is read after taking over what other processes have written;
+/// the other queries answer from memory.
+///
+/// Thread-safe, except openSettingsFile(). Receivers of the active log's contentChanged() may use the store.
+///
+/// Ownership: the store belongs to its Qt parent and to this object, whichever ends first; without an open
+/// store, and after the parent has gone, every operation does nothing and returns the empty value of its
+/// type.
+class GLOBALS_EXPORT Settings
+{
+public:
+    Settings() = default;
+    Settings(const QString& path, QSettings::Format format, QObject* parent);
+    /// Shares the other object's store but not its lock: the two do not exclude each other.
+    Settings(const Settings& other);
+    Settings& operator=(const Settings&) = delete;
+    ~Settings();
+
+    /// Opens \p path in the place of any store open before.
+    void openSettingsFile(const QString& path, QSettings::Format format, QObject* parent);
+
+    /// An invalid QVariant when there is no such key.
+    QVariant getSetting(const QString& group, const QString& key) const;
+    bool hasSetting(const QString& group, const QString& key) const;
+    void setSetting(const QString& group, const QString& key, const QVariant& value);
+    /// Does nothing for an empty \p key.
+    void removeSetting(const QString& group, const QString& key);
+    /// Removes the group with its sub-groups. The empty group is the whole file.
+    void removeSettingGroup(const QString& group);
+    void clearSettings();
+
+    /// True when the group itself holds a key; one with nothing but sub-groups counts as absent.
+    bool hasSettingGroup(const QString& group) const;
+    QStringList getAllGroups() const;
+    /// The keys of \p group, without those of its sub-groups.
+    QStringList getAllGroupMembers(const QString& group) const;
+
+private:
+    template <typename Query>
+    auto query(const QString& group, Query&& ask) const;
+    template <typename Change>
+    void change(const QString& group, qint64 addedBytes, Change&& apply);
+    void release();
+
+    /// Null until a file is opened, and again once the store's parent has destroyed it.
+    QPointer<SettingsFile> m_store;
+    /// Held for a whole operation, so that nobody sees or changes the group prefix in between.
+    mutable QMutex m_lock;
+};
+
+} // namespace TEKLUVA

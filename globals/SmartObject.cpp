@@ -1,0 +1,48 @@
+#include "globals/SmartObject.h"
+
+namespace TEKLUVA {
+
+std::atomic<std::int32_t> SmartObject::_obj_count{0};
+
+SmartObject::SmartObject()
+{
+    ++_obj_count;
+}
+
+SmartObject::SmartObject(const SmartObject& /*other*/)
+    : SmartObject()
+{
+}
+
+SmartObject&
+SmartObject::operator=(const SmartObject& /*other*/) // NOLINT(bugprone-unhandled-self-assignment)
+{
+    return *this;
+}
+
+SmartObject::~SmartObject()
+{
+    --_obj_count;
+}
+
+void SmartObject::__incRef()
+{
+    ++m_refCount;
+}
+
+void SmartObject::__decRef()
+{
+    --m_refCount;
+}
+
+int SmartObject::getRefCount() const
+{
+    return m_refCount;
+}
+
+int SmartObject::getObjCount() const
+{
+    return _obj_count;
+}
+
+} // namespace TEKLUVA

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace TestHome {
+
+/// A home folder of its own for a test program: whatever a test writes, nobody else's files are touched, and
+/// nothing that lies on the machine changes a result. The working directory is in it, too.
+class Home
+{
+public:
+    Home()
+    {
+        qputenv("HOME", QFile::encodeName(folder()));
+        for (const char* variable : {"XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_DIRS"})
+            qunsetenv(variable);
+        qputenv("TZ", "Europe/Berlin");
+        qputenv("LC_ALL", "C.UTF-8");
+        QDir(folder()).mkdir(QStringLiteral("work"));
+        QDir::setCurrent(folder() + QStringLiteral("/work"));
+    }
+
+    QString folder() const { return m_folder.path(); }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+template <typename Test>
+int run(int argc, char** argv)
+{
+    const Home home;
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setOrganizationName(QStringLiteral("tekluva"));
+    QCoreApplication::setApplicationName(QStringLiteral("tekluva 3D-Planner"));
+    Test test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+} // namespace TestHome
+
+/// The main function of a test program with the one test class \p Test.
+#define GLOBALS_TEST_MAIN(Test)                                                                              \
+    int main(int argc, char** argv)                                                                          \
+    {                                                                                                        \
+        return TestHome::run<Test>(argc, argv);                                                              \
+    }

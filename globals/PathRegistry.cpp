@@ -251,7 +251,8 @@ public:
 private:
     QString base(const Start& start) const
     {
-        const QString folder = start.base->folder();
+        // Without names set, a location ends in separators.
+        const QString folder = QDir::cleanPath(start.base->folder());
         if (start.cannotCreate)
             make(folder, start.cannotCreate);
         return folder;

@@ -109,8 +109,8 @@ QByteArray decryptBlock(const QByteArray& block, const QByteArray& password)
     if (block.size() < HEADER_SIZE)
         throw std::length_error("The data block is shorter than its header.");
     const int size = block.size() - HEADER_SIZE;
-    const int padding = static_cast<signed char>(block[0]);
-    if (padding < 0 || padding > MAX_PAD_COUNT || padding > size)
+    const int padding = static_cast<unsigned char>(block[0]);
+    if (padding > MAX_PAD_COUNT || padding > size)
         throw std::out_of_range("The data block has an invalid pad count.");
 
     const auto* bytes = reinterpret_cast<const CryptoPP::byte*>(block.constData());

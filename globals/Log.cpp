@@ -168,7 +168,7 @@ void Log::setLogName(std::string name, bool overwrite)
     }
     if (m_file)
         m_file->setFileName(QString::fromStdString(path));
-    LogManager::getInstance()->updateLogName(std::move(name), this);
+    LogManager::getInstance()->updateLogName(name, this);
     m_append = !overwrite;
 }
 

@@ -130,8 +130,8 @@ enum DirName : bool { UNNAMED = false, NAMED = true };
 
 struct PathRow
 {
-    E_PathType type;
-    const char* role;
+    E_PathType type = E_PathType(0);
+    const char* role = nullptr;
     Start start;
     std::array<Folder, 3> folders;
     DirName dirName = UNNAMED;
@@ -225,7 +225,7 @@ public:
 
     QString to(const PathRow& row) const
     {
-        const QString chosen = overriding(row);
+        QString chosen = overriding(row);
         if (!chosen.isEmpty())
             return chosen;
         QDir folder(row.start.base ? base(row.start) : to(PATHS[row.start.type - 1]));
@@ -252,7 +252,7 @@ private:
     QString base(const Start& start) const
     {
         // Without names set, a location ends in separators.
-        const QString folder = QDir::cleanPath(start.base->folder());
+        QString folder = QDir::cleanPath(start.base->folder());
         if (start.cannotCreate)
             make(folder, start.cannotCreate);
         return folder;

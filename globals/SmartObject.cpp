@@ -14,8 +14,8 @@ SmartObject::SmartObject(const SmartObject& /*other*/)
 {
 }
 
-SmartObject&
-SmartObject::operator=(const SmartObject& /*other*/) // NOLINT(bugprone-unhandled-self-assignment)
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment,cert-oop54-cpp): nothing is assigned
+SmartObject& SmartObject::operator=(const SmartObject& /*other*/)
 {
     return *this;
 }

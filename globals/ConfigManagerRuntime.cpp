@@ -4,8 +4,13 @@ namespace TEKLUVA {
 
 QDateTime ConfigManager::getCurrentServerTime() const
 {
-    const QDateTime now = QDateTime::currentDateTime();
-    return m_data.getServerTimeState() ? syncToServerTime(now) : now;
+    return QDateTime::fromMSecsSinceEpoch(getCurrentServerMSecs());
+}
+
+qint64 ConfigManager::getCurrentServerMSecs() const
+{
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    return m_data.getServerTimeState() ? now + qint64(1000) * m_data.getServerTimeDiff() : now;
 }
 
 QDateTime ConfigManager::syncToServerTime(const QDateTime& time) const

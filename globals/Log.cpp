@@ -39,11 +39,6 @@ std::string pathOf(const std::string& name)
     return ConfigManager::getInstance()->getPath(E_PT_LOGS).toStdString() + name + ".log";
 }
 
-QTime wholeSeconds(const QTime& time)
-{
-    return time.addMSecs(-time.msec());
-}
-
 /// A full disk may take half a line. It goes again, so that the next line does not grow out of it, unless
 /// another process has appended to the file in between.
 bool writeWhole(QFile& file, const std::string& line)
@@ -208,7 +203,7 @@ bool Log::openFile()
 
 std::string Log::formatLine(const LogEntry& entry)
 {
-    const std::string& stamp = formatTimeStamp(entry.m_timeStamp);
+    const std::string& stamp = formatTimeStamp(entry.m_time);
     const char* label = labelOf(entry.m_level);
     std::string line;
     line.reserve(std::char_traits<char>::length(label) + stamp.size() + entry.m_message.size() + 4);
@@ -216,14 +211,14 @@ std::string Log::formatLine(const LogEntry& entry)
     return line;
 }
 
-const std::string& Log::formatTimeStamp(const QDateTime& time)
+const std::string& Log::formatTimeStamp(qint64 milliseconds)
 {
-    const QDate date = time.date();
-    const QTime second = wholeSeconds(time.time());
-    if (date != m_stampDate || second != m_stampTime) {
-        m_stampDate = date;
-        m_stampTime = second;
-        m_stamp = time.toString(QStringLiteral("dd.MM.yyyy hh:mm:ss")).toStdString();
+    const qint64 second = milliseconds / 1000;
+    if (second != m_stampSecond) {
+        m_stampSecond = second;
+        m_stamp = QDateTime::fromMSecsSinceEpoch(milliseconds)
+                      .toString(QStringLiteral("dd.MM.yyyy hh:mm:ss"))
+                      .toStdString();
     }
     return m_stamp;
 }

@@ -82,7 +82,7 @@ Q_SIGNALS:
 private:
     bool openFile();
     std::string formatLine(const LogEntry& entry);
-    const std::string& formatTimeStamp(const QDateTime& time);
+    const std::string& formatTimeStamp(qint64 milliseconds);
 
     /// Serialises logMessage(), resetLog() and setLogName(). Taken before the registry's lock, never after
     /// it.
@@ -96,10 +96,10 @@ private:
     bool m_append;
     std::unique_ptr<QFile> m_file;
 
-    /// The time stamp last written, kept because most lines share their second with the line before.
-    QDate m_stampDate;
-    QTime m_stampTime;
+    /// The time stamp last written and its second since the epoch, kept because most lines share their second
+    /// with the line before, and a time zone costs more than the rest of a line.
     std::string m_stamp;
+    qint64 m_stampSecond = -1;
 };
 
 } // namespace TEKLUVA

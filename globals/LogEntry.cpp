@@ -6,7 +6,7 @@ namespace TEKLUVA {
 
 LogEntry::LogEntry(E_LogLevel level, std::string message)
     : m_message(std::move(message))
-    , m_timeStamp(ConfigManager::getInstance()->getCurrentServerTime())
+    , m_time(ConfigManager::getInstance()->getCurrentServerMSecs())
     , m_level(level)
 {
 }
@@ -23,7 +23,7 @@ std::string LogEntry::getMessage() const
 
 QDateTime LogEntry::getTimeStamp() const
 {
-    return m_timeStamp;
+    return QDateTime::fromMSecsSinceEpoch(m_time);
 }
 
 bool LogEntry::isWritten() const

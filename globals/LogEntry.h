@@ -31,7 +31,7 @@ private:
     friend class Log; // formats the line without copying the message
 
     const std::string m_message;
-    const QDateTime m_timeStamp;
+    const qint64 m_time; ///< milliseconds since the epoch
     const E_LogLevel m_level;
     std::atomic<bool> m_written{false};
 };

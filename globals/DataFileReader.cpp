@@ -52,6 +52,14 @@ OpenEntry openCurrentEntry(const Archive& archive)
     return OpenEntry(unzOpenCurrentFile(archive.get()) == UNZ_OK ? archive.get() : nullptr);
 }
 
+/// How many entries the archive says it has.
+ZPOS64_T entryCount(const Archive& archive)
+{
+    unz_global_info64 info{};
+    unzGetGlobalInfo64(archive.get(), &info);
+    return info.number_entry;
+}
+
 struct EntryInfo
 {
     std::string name;
@@ -178,13 +186,15 @@ std::vector<std::string> DataFileReader::getListOfArchivedFiles() const
             logError("The archiv " + file + " seems to be empty. Could not go to first file.");
             return {};
         }
+        // minizip takes the largest count of a plain archive, 65535, for unknown, and would walk off its end.
+        const ZPOS64_T count = entryCount(archive);
         std::vector<std::string> names;
         while (result == UNZ_OK) {
             const auto entry = currentEntry(archive);
             if (!entry)
                 break;
             names.push_back(entry->name);
-            result = unzGoToNextFile(archive.get());
+            result = names.size() == count ? UNZ_END_OF_LIST_OF_FILE : unzGoToNextFile(archive.get());
         }
         // minizip reads the next header already when it steps on, so a damaged one may end either call.
         if (result != UNZ_END_OF_LIST_OF_FILE) {

@@ -1,7 +1,5 @@
 #include "globals/Exception.h"
 
-#include <QString>
-
 #include <array>
 
 namespace TEKLUVA {
@@ -32,11 +30,6 @@ Exception::Exception(E_ExceptionType type, std::string description, bool exitApp
     : m_description(std::move(description))
     , m_exitApp(exitApp)
     , m_type(knownType(type))
-{
-}
-
-Exception::Exception(E_ExceptionType type, const QString& description)
-    : Exception(type, description.toStdString(), true)
 {
 }
 

@@ -31,8 +31,6 @@ public:
     /// A \p type outside 1 to 8 becomes E_ET_UNKNOWN. \p description is UTF-8 text; \p exitApp tells the
     /// application to end once it has reported the failure.
     Exception(E_ExceptionType type, std::string description, bool exitApp);
-    /// Composes as the library does for its own throws: \p description in UTF-8, the exit flag set.
-    Exception(E_ExceptionType type, const QString& description);
 
     /// The fixed text of the exception's type. The description is never part of it.
     const char* what() const noexcept override;

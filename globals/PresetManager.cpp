@@ -14,6 +14,12 @@ namespace TEKLUVA {
 
 namespace {
 
+/// Throws as the library always does: the description in UTF-8, the exit flag set.
+[[noreturn]] void fail(E_ExceptionType type, const QString& description)
+{
+    throw Exception(type, description.toStdString(), true);
+}
+
 bool isGiven(E_PresetValue key)
 {
     return key >= E_PV_FALLBACK && key <= PRESET_COUNT + E_PV_FALLBACK;
@@ -119,11 +125,10 @@ void PresetManager::readLine(const QString& line)
 QString PresetManager::textOfFile(const QString& path)
 {
     if (!QFile::exists(path))
-        throw Exception(E_ET_MISSING_DATA, QStringLiteral("File %1 is missing").arg(path));
+        fail(E_ET_MISSING_DATA, QStringLiteral("File %1 is missing").arg(path));
     const DataFileReader reader(path, presetPassword());
     if (reader.isArchiv()) {
-        throw Exception(E_ET_FATAL,
-                        QStringLiteral("File %1 is an archive but single file was expected").arg(path));
+        fail(E_ET_FATAL, QStringLiteral("File %1 is an archive but single file was expected").arg(path));
     }
     return QString::fromUtf8(reader.getFileContent());
 }
@@ -136,10 +141,9 @@ std::optional<PresetLine> PresetManager::parseLine(const QString& line)
         return std::nullopt;
     const QStringList sides = trimmed.split(QLatin1Char('='));
     if (sides.size() != 2) {
-        throw Exception(E_ET_FATAL,
-                        QStringLiteral("The preset entry %1 is invalid (The token '=' is handled as "
-                                       "separator and not valid as part of key or value)")
-                            .arg(trimmed));
+        fail(E_ET_FATAL, QStringLiteral("The preset entry %1 is invalid (The token '=' is handled as "
+                                        "separator and not valid as part of key or value)")
+                             .arg(trimmed));
     }
     return PresetLine{sides[0], sides[1]};
 }
@@ -180,7 +184,7 @@ void PresetManager::setPreset(const QString& key, const QVariant& value)
 {
     const E_PresetValue known = getKey(key);
     if (!isGiven(known))
-        throw Exception(E_ET_FATAL, QStringLiteral("The preset key %1 is invalid").arg(key));
+        fail(E_ET_FATAL, QStringLiteral("The preset key %1 is invalid").arg(key));
     setPreset(known, value);
 }
 
@@ -191,7 +195,7 @@ void PresetManager::setPreset(const E_PresetValue& key, const QVariant& value)
     else if (key == E_PV_FALLBACK)
         setValue(key, value);
     else
-        throw Exception(E_ET_FATAL, QStringLiteral("The preset key %1 is invalid").arg(key));
+        fail(E_ET_FATAL, QStringLiteral("The preset key %1 is invalid").arg(key));
 }
 
 void PresetManager::setValue(const E_PresetValue& key, const QVariant& value)

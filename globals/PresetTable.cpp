@@ -74,8 +74,9 @@ constexpr PresetConstraint ratioOrScreen()
     return {&writeRatioOrScreen, "WIDTH:HEIGHT, 1 to 3 digits each, or 0 for the screen's"};
 }
 
-// clang-format off: a row per preset, to be read like the table in a manual
-/// Note the row of env_min_sun_specular_temperatur: it is held against the diffuse maximum, which is meant.
+// A row per preset, to be read like the table in a manual. Note env_min_sun_specular_temperatur: it is held
+// against the diffuse maximum, which is meant.
+// clang-format off
 constexpr PresetTable PRESETS = {{
     {E_PV_MAX_ROOM_HEIGHT, "max_room_height", 2000.0, roomCeiling()},
     {E_PV_MIN_ROOM_HEIGHT, "min_room_height", 100.0, minimum()},
@@ -90,12 +91,10 @@ constexpr PresetTable PRESETS = {{
     {E_PV_WALL_STRENGTH, "wall_strength", 20.0, within(E_PV_MIN_WALL_STRENGTH, E_PV_MAX_WALL_STRENGTH)},
     {E_PV_MIN_ENDSTRIP_HEIGHT, "min_endstrip_height", 1.0, minimum(E_PV_MAX_ENDSTRIP_HEIGHT)},
     {E_PV_MAX_ENDSTRIP_HEIGHT, "max_endstrip_height", 50.0, maximum(E_PV_MIN_ENDSTRIP_HEIGHT)},
-    {E_PV_ENDSTRIP_HEIGHT, "endstrip_height", 15.0,
-     within(E_PV_MIN_ENDSTRIP_HEIGHT, E_PV_MAX_ENDSTRIP_HEIGHT)},
+    {E_PV_ENDSTRIP_HEIGHT, "endstrip_height", 15.0, within(E_PV_MIN_ENDSTRIP_HEIGHT, E_PV_MAX_ENDSTRIP_HEIGHT)},
     {E_PV_MIN_ENDSTRIP_STRENGTH, "min_endstrip_strength", 0.1, minimum(E_PV_MAX_ENDSTRIP_STRENGTH)},
     {E_PV_MAX_ENDSTRIP_STRENGTH, "max_endstrip_strength", 50.0, maximum(E_PV_MIN_ENDSTRIP_STRENGTH)},
-    {E_PV_ENDSTRIP_STRENGTH, "endstrip_strength", 1.0,
-     within(E_PV_MIN_ENDSTRIP_STRENGTH, E_PV_MAX_ENDSTRIP_STRENGTH)},
+    {E_PV_ENDSTRIP_STRENGTH, "endstrip_strength", 1.0, within(E_PV_MIN_ENDSTRIP_STRENGTH, E_PV_MAX_ENDSTRIP_STRENGTH)},
     {E_PV_SHOW_ENDSTRIPS, "show_endstrips", true, asIs()},
     {E_PV_SHOW_TOP_PLANES, "show_top_planes", true, asIs()},
     {E_PV_MIN_CUBE_X, "min_cube_x", -2000.0, minimum(E_PV_MAX_CUBE_X, ALONG_X)},
@@ -167,24 +166,15 @@ constexpr PresetTable PRESETS = {{
     {E_PV_SCREENSHOT_ASPECT_RATIO, "screenshot_aspect_ratio", "4:3", ratioOrScreen()},
     {E_PV_SCREENSHOT_MINIMUM_WIDTH, "screenshot_minimum_width", 0, asIs()},
     {E_PV_SCREENSHOT_MINIMUM_HEIGHT, "screenshot_minimum_height", 0, asIs()},
-    {E_PV_ENV_MIN_SUN_DIFFUSE_TEMPERATUR, "env_min_sun_diffuse_temperatur", 6504.0,
-     minimum(E_PV_ENV_MAX_SUN_DIFFUSE_TEMPERATUR)},
-    {E_PV_ENV_MAX_SUN_DIFFUSE_TEMPERATUR, "env_max_sun_diffuse_temperatur", 7000.0,
-     maximum(E_PV_ENV_MIN_SUN_DIFFUSE_TEMPERATUR)},
-    {E_PV_ENV_MIN_SUN_SPECULAR_TEMPERATUR, "env_min_sun_specular_temperatur", 6000.0f,
-     minimum(E_PV_ENV_MAX_SUN_DIFFUSE_TEMPERATUR)},
-    {E_PV_ENV_MAX_SUN_SPECULAR_TEMPERATUR, "env_max_sun_specular_temperatur", 6504.0f,
-     maximum(E_PV_ENV_MIN_SUN_SPECULAR_TEMPERATUR)},
-    {E_PV_ENV_MIN_SUN_GUI_TEMPERATUR, "env_min_sun_gui_temperatur", 4504.0f,
-     minimum(E_PV_ENV_MAX_SUN_GUI_TEMPERATUR)},
-    {E_PV_ENV_MAX_SUN_GUI_TEMPERATUR, "env_max_sun_gui_temperatur", 8504.0f,
-     maximum(E_PV_ENV_MIN_SUN_GUI_TEMPERATUR)},
-    {E_PV_ENV_MIN_AMBIENT_ATTENUATION_FACTOR, "env_min_ambient_attenuation_factor", 0,
-     minimum(E_PV_ENV_MAX_AMBIENT_ATTENUATION_FACTOR)},
-    {E_PV_ENV_MAX_AMBIENT_ATTENUATION_FACTOR, "env_max_ambient_attenuation_factor", 1,
-     maximum(E_PV_ENV_MIN_AMBIENT_ATTENUATION_FACTOR)},
-    {E_PV_ENV_AMBIENT_ATTENUATION_FACTOR, "env_ambient_attenuation_factor", 1.0 / 3.0,
-     within(E_PV_ENV_MIN_AMBIENT_ATTENUATION_FACTOR, E_PV_ENV_MAX_AMBIENT_ATTENUATION_FACTOR)},
+    {E_PV_ENV_MIN_SUN_DIFFUSE_TEMPERATUR, "env_min_sun_diffuse_temperatur", 6504.0, minimum(E_PV_ENV_MAX_SUN_DIFFUSE_TEMPERATUR)},
+    {E_PV_ENV_MAX_SUN_DIFFUSE_TEMPERATUR, "env_max_sun_diffuse_temperatur", 7000.0, maximum(E_PV_ENV_MIN_SUN_DIFFUSE_TEMPERATUR)},
+    {E_PV_ENV_MIN_SUN_SPECULAR_TEMPERATUR, "env_min_sun_specular_temperatur", 6000.0f, minimum(E_PV_ENV_MAX_SUN_DIFFUSE_TEMPERATUR)},
+    {E_PV_ENV_MAX_SUN_SPECULAR_TEMPERATUR, "env_max_sun_specular_temperatur", 6504.0f, maximum(E_PV_ENV_MIN_SUN_SPECULAR_TEMPERATUR)},
+    {E_PV_ENV_MIN_SUN_GUI_TEMPERATUR, "env_min_sun_gui_temperatur", 4504.0f, minimum(E_PV_ENV_MAX_SUN_GUI_TEMPERATUR)},
+    {E_PV_ENV_MAX_SUN_GUI_TEMPERATUR, "env_max_sun_gui_temperatur", 8504.0f, maximum(E_PV_ENV_MIN_SUN_GUI_TEMPERATUR)},
+    {E_PV_ENV_MIN_AMBIENT_ATTENUATION_FACTOR, "env_min_ambient_attenuation_factor", 0, minimum(E_PV_ENV_MAX_AMBIENT_ATTENUATION_FACTOR)},
+    {E_PV_ENV_MAX_AMBIENT_ATTENUATION_FACTOR, "env_max_ambient_attenuation_factor", 1, maximum(E_PV_ENV_MIN_AMBIENT_ATTENUATION_FACTOR)},
+    {E_PV_ENV_AMBIENT_ATTENUATION_FACTOR, "env_ambient_attenuation_factor", 1.0 / 3.0, within(E_PV_ENV_MIN_AMBIENT_ATTENUATION_FACTOR, E_PV_ENV_MAX_AMBIENT_ATTENUATION_FACTOR)},
     {E_PV_LIGHT_CONSTANT_ATTENUATION, "light_constant_attenuation", 0.5f, asIs()},
     {E_PV_LIGHT_LINEAR_ATTENUATION, "light_linear_attenuation", 0.0022f, asIs()},
     {E_PV_LIGHT_QUADRATIC_ATTENUATION, "light_quadratic_attenuation", 0.000021f, asIs()},

@@ -9,22 +9,6 @@ namespace TEKLUVA {
 
 namespace {
 
-class GroupScope
-{
-    Q_DISABLE_COPY(GroupScope)
-
-public:
-    GroupScope(QSettings& store, const QString& group)
-        : m_store(store)
-    {
-        m_store.beginGroup(group);
-    }
-    ~GroupScope() { m_store.endGroup(); }
-
-private:
-    QSettings& m_store;
-};
-
 QPointer<SettingsFile> storeOf(const QPointer<SettingsFile>& store, QMutex& lock)
 {
     const QMutexLocker locked(&lock);
@@ -32,39 +16,6 @@ QPointer<SettingsFile> storeOf(const QPointer<SettingsFile>& store, QMutex& lock
 }
 
 } // namespace
-
-template <typename Query>
-auto Settings::query(const QString& group, Query&& ask) const
-{
-    using Result = decltype(ask(*m_store));
-    if (!m_store)
-        return Result();
-    const QMutexLocker lock(&m_lock);
-    const GroupScope scope(*m_store, group);
-    return ask(*m_store);
-}
-
-template <typename Change>
-void Settings::change(const QString& group, qint64 addedBytes, Change&& apply)
-{
-    if (!m_store)
-        return;
-    bool written = false;
-    QString file;
-    {
-        const QMutexLocker lock(&m_lock);
-        {
-            const GroupScope scope(*m_store, group);
-            apply(*m_store);
-        }
-        written = m_store->writeBack(addedBytes);
-        file = m_store->fileName();
-    }
-    // Reported after the lock is free, because whoever shows the log may ask for settings.
-    if (!written)
-        logError(
-            QStringLiteral("Could not write the settings file %1. The change is kept in memory.").arg(file));
-}
 
 Settings::Settings(const QString& path, QSettings::Format format, QObject* parent)
 {
@@ -93,56 +44,80 @@ QVariant Settings::getSetting(const QString& group, const QString& key) const
         return QVariant();
     const QMutexLocker lock(&m_lock);
     m_store->refresh();
-    const GroupScope scope(*m_store, group);
-    return m_store->value(key);
+    return m_store->valueOf(group, key);
 }
 
 bool Settings::hasSetting(const QString& group, const QString& key) const
 {
-    return query(group, [&key](const QSettings& store) { return store.contains(key); });
+    if (!m_store)
+        return false;
+    const QMutexLocker lock(&m_lock);
+    return m_store->hasKey(group, key);
 }
 
 void Settings::setSetting(const QString& group, const QString& key, const QVariant& value)
 {
-    change(group, SettingsFile::sizeInFile(group, key, value),
-           [&](QSettings& store) { store.setValue(key, value); });
+    change({group, key, value});
 }
 
 void Settings::removeSetting(const QString& group, const QString& key)
 {
     if (!key.isEmpty())
-        change(group, 0, [&key](QSettings& store) { store.remove(key); });
+        change({group, key, std::nullopt});
 }
 
 void Settings::removeSettingGroup(const QString& group)
 {
-    change(group, 0, [](QSettings& store) { store.remove(QString()); });
+    change({group, QString(), std::nullopt});
 }
 
 void Settings::clearSettings()
 {
-    change(QString(), 0, [](QSettings& store) { store.clear(); });
+    change({QString(), QString(), std::nullopt});
 }
 
 bool Settings::hasSettingGroup(const QString& group) const
 {
-    return query(group, [](const QSettings& store) { return !store.childKeys().isEmpty(); });
+    return !getAllGroupMembers(group).isEmpty();
 }
 
 QStringList Settings::getAllGroups() const
 {
-    return query(QString(), [](const QSettings& store) { return store.childGroups(); });
+    if (!m_store)
+        return QStringList();
+    const QMutexLocker lock(&m_lock);
+    return m_store->groupsOf(QString());
 }
 
 QStringList Settings::getAllGroupMembers(const QString& group) const
 {
-    return query(group, [](const QSettings& store) { return store.childKeys(); });
+    if (!m_store)
+        return QStringList();
+    const QMutexLocker lock(&m_lock);
+    return m_store->keysOf(group);
+}
+
+void Settings::change(const SettingsChange& change)
+{
+    if (!m_store)
+        return;
+    bool written = false;
+    QString file;
+    {
+        const QMutexLocker lock(&m_lock);
+        written = m_store->change(change);
+        file = m_store->fileName();
+    }
+    // Reported after the lock is free, because whoever shows the log may ask for settings.
+    if (!written)
+        logError(
+            QStringLiteral("Could not write the settings file %1. The change is kept in memory.").arg(file));
 }
 
 void Settings::release()
 {
     if (m_store)
-        SettingsFile::release(m_store);
+        m_store->deleteLater();
 }
 
 } // namespace TEKLUVA

@@ -11,6 +11,7 @@
 namespace TEKLUVA {
 
 class SettingsFile;
+struct SettingsChange;
 
 /// A thread-safe store of values by group and key, over one QSettings.
 ///
@@ -54,10 +55,7 @@ public:
     QStringList getAllGroupMembers(const QString& group) const;
 
 private:
-    template <typename Query>
-    auto query(const QString& group, Query&& ask) const;
-    template <typename Change>
-    void change(const QString& group, qint64 addedBytes, Change&& apply);
+    void change(const SettingsChange& change);
     void release();
 
     /// Null until a file is opened, and again once the store's parent has destroyed it.

@@ -1,120 +1,68 @@
 #include "globals/SettingsFile_p.h"
 
-#include <QDataStream>
-#include <QDir>
-#include <QEvent>
-#include <QFile>
-#include <QFileInfo>
-#include <QLockFile>
-#include <QThread>
+#include "globals/SettingsGuard_p.h"
 
-#include <cerrno>
-#include <csignal>
-#include <cstdlib>
-#include <fcntl.h>
-#include <unistd.h>
+#include <QEvent>
+#include <QStringList>
 
 namespace TEKLUVA {
 
 namespace {
 
-/// The longest escapes of Qt's INI writer turn one byte into "\xff" and the two bytes of a character into
-/// "\xffff". A file edited by hand may hold bytes that are not escaped yet.
-constexpr qint64 MOST_BYTES_PER_BYTE = 4;
-/// A new section head, line ends and the file system's own block.
-constexpr qint64 MARGIN = 8192;
-
-class FileDescriptor
+class GroupScope
 {
-    Q_DISABLE_COPY(FileDescriptor)
+    Q_DISABLE_COPY(GroupScope)
 
 public:
-    explicit FileDescriptor(int descriptor)
-        : m_descriptor(descriptor)
+    GroupScope(QSettings& store, const QString& group)
+        : m_store(store)
     {
+        m_store.beginGroup(group);
     }
-    ~FileDescriptor()
-    {
-        if (m_descriptor >= 0)
-            ::close(m_descriptor);
-    }
-    operator int() const { return m_descriptor; }
+    ~GroupScope() { m_store.endGroup(); }
 
 private:
-    const int m_descriptor;
+    QSettings& m_store;
 };
 
-/// A file in \p folder that has no name, so that nothing is left behind whatever happens.
-int openUnnamed(const QString& folder)
+/// As QSettings spells it: without separators at the ends and without double ones.
+QString fullKey(const QString& group, const QString& key)
 {
-    const int descriptor =
-        ::open(QFile::encodeName(folder).constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
-    if (descriptor >= 0 || (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL))
-        return descriptor;
-    QByteArray name = QFile::encodeName(folder + QLatin1String("/settings.XXXXXX"));
-    const int named = ::mkostemp(name.data(), O_CLOEXEC);
-    if (named >= 0)
-        ::unlink(name.constData());
-    return named;
+    const QString path = group + QLatin1Char('/') + key;
+    return path.split(QLatin1Char('/'), Qt::SkipEmptyParts).join(QLatin1Char('/'));
 }
 
-bool saysFull(int error)
+QString prefixOf(const QString& path)
 {
-    return error == ENOSPC || error == EDQUOT || error == EFBIG || error == EIO;
+    return path.isEmpty() ? path : path + QLatin1Char('/');
 }
 
-/// Whether \p size bytes fit beside what is in \p folder. In doubt yes: other failures, such as a folder that
-/// may not be written, are met by Qt without harm to the file.
-bool hasRoom(const QString& folder, qint64 size)
+/// The keys right below \p group, or its sub-groups.
+QStringList childNames(const QStringList& keys, const QString& group, bool groups)
 {
-    QDir().mkpath(folder);
-    const FileDescriptor file(openUnnamed(folder));
-    if (file < 0)
-        return !saysFull(errno);
-    int error = 0;
-    do {
-        error = ::posix_fallocate(file, 0, size);
-    } while (error == EINTR);
-    return !saysFull(error);
+    const QString prefix = prefixOf(fullKey(group, QString()));
+    QStringList found;
+    for (const QString& key : keys) {
+        const int end = key.indexOf(QLatin1Char('/'), prefix.size());
+        if (key.startsWith(prefix) && (end >= 0) == groups)
+            found << key.mid(prefix.size(), end < 0 ? -1 : end - prefix.size());
+    }
+    found.removeDuplicates();
+    return found;
 }
 
-/// A lock file may be found empty in the moment between its making and its filling; that moment passes.
-bool staysUnreadable(const QLockFile& lock)
+void applyTo(QMap<QString, QVariant>& values, const SettingsChange& change)
 {
-    qint64 process = 0;
-    QString host;
-    QString application;
-    QThread::msleep(50);
-    return !lock.getLockInfo(&process, &host, &application);
-}
-
-bool isAbandoned(const QLockFile& lock)
-{
-    qint64 process = 0;
-    QString host;
-    QString application;
-    if (!lock.getLockInfo(&process, &host, &application))
-        return staysUnreadable(lock);
-    const bool ours = host.isEmpty() || host == QSysInfo::machineHostName();
-    return ours && ::kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH;
-}
-
-void removeAbandonedLock(const QString& settingsFile)
-{
-    const QString name = settingsFile + QLatin1String(".lock");
-    if (!QFile::exists(name))
+    const QString path = fullKey(change.group, change.key);
+    if (change.value) {
+        values.insert(path, *change.value);
         return;
-    QLockFile lock(name);
-    if (isAbandoned(lock))
-        lock.removeStaleLockFile(); // only if nobody holds it
-}
-
-/// Stores that could not be destroyed without harm, see SettingsFile::release(). Reachable, so that they do
-/// not count as leaked, and never destroyed.
-void keepUntilExit(SettingsFile* store)
-{
-    static auto* kept = new QList<SettingsFile*>;
-    kept->append(store);
+    }
+    const QString prefix = prefixOf(path);
+    for (auto entry = values.begin(); entry != values.end();) {
+        const bool removed = entry.key() == path || entry.key().startsWith(prefix);
+        entry = removed ? values.erase(entry) : std::next(entry);
+    }
 }
 
 } // namespace
@@ -122,48 +70,58 @@ void keepUntilExit(SettingsFile* store)
 SettingsFile::SettingsFile(const QString& path, QSettings::Format format, QObject* parent)
     : QSettings(path, format, parent)
 {
-    // A parent destroys its children right after this signal; a store that must not be destroyed leaves
-    // first.
-    if (parent)
-        connect(parent, &QObject::destroyed, this, [this] { setAsideUnlessWritten(); });
 }
 
-bool SettingsFile::writeBack(qint64 addedBytes)
+SettingsFile::~SettingsFile()
 {
-    m_pending = true;
-    m_pendingBytes += addedBytes;
-    const QFileInfo file(fileName());
-    if (!hasRoom(file.absolutePath(), MOST_BYTES_PER_BYTE * file.size() + m_pendingBytes + MARGIN))
-        return false;
-    removeAbandonedLock(fileName());
-    sync();
-    if (status() != NoError && stillFails())
-        return false;
-    m_pending = false;
-    m_pendingBytes = 0;
-    return true;
+    writePending();
+}
+
+bool SettingsFile::change(const SettingsChange& change)
+{
+    m_pending << change;
+    return writePending();
 }
 
 void SettingsFile::refresh()
 {
-    if (m_pending)
-        writeBack(0);
-    else
+    // Without room nothing is synced, because QSettings would write what an earlier failure has left with it.
+    if (m_pending.isEmpty())
         sync();
+    else
+        writePending();
 }
 
-void SettingsFile::release(SettingsFile* store)
+QVariant SettingsFile::valueOf(const QString& group, const QString& key)
 {
-    if (!store->setAsideUnlessWritten())
-        store->deleteLater();
+    if (!m_pending.isEmpty())
+        return withPending().value(fullKey(group, key));
+    const GroupScope scope(*this, group);
+    return value(key);
 }
 
-qint64 SettingsFile::sizeInFile(const QString& group, const QString& key, const QVariant& value)
+bool SettingsFile::hasKey(const QString& group, const QString& key)
 {
-    QByteArray serialised;
-    QDataStream stream(&serialised, QIODevice::WriteOnly);
-    stream << group << key << value;
-    return MOST_BYTES_PER_BYTE * serialised.size();
+    if (!m_pending.isEmpty())
+        return withPending().contains(fullKey(group, key));
+    const GroupScope scope(*this, group);
+    return contains(key);
+}
+
+QStringList SettingsFile::keysOf(const QString& group)
+{
+    if (!m_pending.isEmpty())
+        return childNames(withPending().keys(), group, false);
+    const GroupScope scope(*this, group);
+    return childKeys();
+}
+
+QStringList SettingsFile::groupsOf(const QString& group)
+{
+    if (!m_pending.isEmpty())
+        return childNames(withPending().keys(), group, true);
+    const GroupScope scope(*this, group);
+    return childGroups();
 }
 
 bool SettingsFile::event(QEvent* event)
@@ -171,22 +129,51 @@ bool SettingsFile::event(QEvent* event)
     return event->type() == QEvent::UpdateRequest || QSettings::event(event);
 }
 
+bool SettingsFile::writePending()
+{
+    if (m_pending.isEmpty())
+        return true;
+    qint64 addedBytes = 0;
+    for (const SettingsChange& change : m_pending)
+        addedBytes += SettingsGuard::sizeInFile(change.group, change.key, change.value.value_or(QVariant()));
+    if (!SettingsGuard::hasRoom(fileName(), addedBytes))
+        return false;
+    for (const SettingsChange& change : m_pending)
+        apply(change);
+    SettingsGuard::removeAbandonedLock(fileName());
+    sync();
+    if (status() != NoError && stillFails())
+        return false;
+    m_pending.clear();
+    return true;
+}
+
 bool SettingsFile::stillFails() const
 {
-    // A store reports the first error it ever met. A new one over the same file shares its pending changes,
+    // A store reports the first error it ever met. A new one over the same file shares its unwritten changes,
     // so that its first error is that of today.
     QSettings today(fileName(), format());
     today.sync();
     return today.status() == AccessError;
 }
 
-bool SettingsFile::setAsideUnlessWritten()
+void SettingsFile::apply(const SettingsChange& change)
 {
-    if (!m_pending || writeBack(0))
-        return false;
-    setParent(nullptr);
-    keepUntilExit(this);
-    return true;
+    const GroupScope scope(*this, change.group);
+    if (change.value)
+        setValue(change.key, *change.value);
+    else
+        remove(change.key);
+}
+
+SettingsFile::Values SettingsFile::withPending() const
+{
+    Values values;
+    for (const QString& key : allKeys())
+        values.insert(key, value(key));
+    for (const SettingsChange& change : m_pending)
+        applyTo(values, change);
+    return values;
 }
 
 } // namespace TEKLUVA

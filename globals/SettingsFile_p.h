@@ -1,57 +1,66 @@
 #pragma once
 
+#include <QList>
+#include <QMap>
 #include <QSettings>
+#include <QVariant>
+
+#include <optional>
 
 namespace TEKLUVA {
 
-/// A QSettings that cannot lose the user's file.
+/// A value set, or removed where it has none. An empty key stands for the whole group, an empty group for the
+/// whole file.
+struct SettingsChange
+{
+    QString group;
+    QString key;
+    std::optional<QVariant> value;
+};
+
+/// A settings file in which a change is either on disk or kept here, pending, and never half way: QSettings
+/// gets to know a change only when there is room to write it. What QSettings knows it may write at any time,
+/// also from another object over the same file, and on a full disk it would ruin the file (see
+/// SettingsGuard).
 ///
-/// Qt's own writer for INI files has two faults that were measured on real machines:
-///
-/// - On a full disk it puts an empty or cut file in the place of the good one and reports success, because
-/// its
-///   commit ignores the failed flush. Here room for the whole file is reserved and given back before each
-///   sync that writes. Without room nothing is written: the file stays whole, the change stays pending in
-///   memory and is tried again with the next access. Somebody else may still fill the disk between the test
-///   and the write; that gap is some microseconds wide.
-/// - A process killed while it writes leaves its lock file behind, and a lock file without content blocks the
-///   next writer for half a minute. Here one that nobody holds and that is empty or names a dead process is
-///   removed first.
-///
-/// Qt also writes unasked: when control returns to the event loop and in the destructor. The first is
-/// switched off, since Settings flushes each change itself, in the caller's thread and under its lock. Before
-/// the second a store whose changes do not fit is set aside, see release().
-///
-/// Not thread-safe: Settings serialises its use.
+/// Not thread-safe: Settings serialises its use. Qt's own write in the event loop, which would come from the
+/// main thread without that lock, is switched off.
 class SettingsFile : public QSettings
 {
     Q_DISABLE_COPY(SettingsFile)
 
 public:
     SettingsFile(const QString& path, QSettings::Format format, QObject* parent);
+    /// Tries once more to write what is pending.
+    ~SettingsFile() override;
 
-    /// Flushes changes to disk that make the file at most \p addedBytes longer. False when they stay pending.
-    bool writeBack(qint64 addedBytes);
+    /// Writes \p change, with whatever is pending, to disk. False when all of that stays pending.
+    bool change(const SettingsChange& change);
 
-    /// Takes over what other processes have written; first flushes what is still pending, if it fits.
+    /// Takes over what other processes have written, and tries again to write what is pending.
     void refresh();
 
-    /// Lets the store go with deleteLater(). When changes are pending that do not fit on the disk it is kept
-    /// until the process ends instead, because its destructor would write them, over the good file.
-    static void release(SettingsFile* store);
-
-    /// The most bytes that \p group, \p key and \p value can take in the file.
-    static qint64 sizeInFile(const QString& group, const QString& key, const QVariant& value);
+    /// \name Queries
+    /// The state with all changes, pending ones included.
+    /// @{
+    QVariant valueOf(const QString& group, const QString& key);
+    bool hasKey(const QString& group, const QString& key);
+    QStringList keysOf(const QString& group);
+    QStringList groupsOf(const QString& group);
+    /// @}
 
 protected:
     bool event(QEvent* event) override;
 
 private:
-    bool stillFails() const;
-    bool setAsideUnlessWritten();
+    using Values = QMap<QString, QVariant>; ///< by full key
 
-    bool m_pending = false;
-    qint64 m_pendingBytes = 0;
+    bool writePending();
+    bool stillFails() const;
+    void apply(const SettingsChange& change);
+    Values withPending() const;
+
+    QList<SettingsChange> m_pending;
 };
 
 } // namespace TEKLUVA

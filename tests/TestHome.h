@@ -6,6 +6,12 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+/// A text in a test, "like this"_q.
+inline QString operator""_q(const char* text, std::size_t length)
+{
+    return QString::fromUtf8(text, static_cast<int>(length));
+}
+
 namespace TestHome {
 
 /// A home folder of its own for a test program: whatever a test writes, nobody else's files are touched, and
@@ -20,8 +26,8 @@ public:
             qunsetenv(variable);
         qputenv("TZ", "Europe/Berlin");
         qputenv("LC_ALL", "C.UTF-8");
-        QDir(folder()).mkdir(QStringLiteral("work"));
-        QDir::setCurrent(folder() + QStringLiteral("/work"));
+        QDir(folder()).mkdir("work"_q);
+        QDir::setCurrent(folder() + "/work"_q);
     }
 
     QString folder() const { return m_folder.path(); }
@@ -35,8 +41,8 @@ int run(int argc, char** argv)
 {
     const Home home;
     QCoreApplication application(argc, argv);
-    QCoreApplication::setOrganizationName(QStringLiteral("tekluva"));
-    QCoreApplication::setApplicationName(QStringLiteral("tekluva 3D-Planner"));
+    QCoreApplication::setOrganizationName("tekluva"_q);
+    QCoreApplication::setApplicationName("tekluva 3D-Planner"_q);
     Test test;
     return QTest::qExec(&test, argc, argv);
 }

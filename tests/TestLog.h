@@ -29,9 +29,7 @@ public:
         QStringList entries;
         for (unsigned int i = 0; i < m_log.getEntryCount(); ++i) {
             TEKLUVA::LogEntry* entry = m_log.getEntry(i);
-            entries << QStringLiteral("%1 %2")
-                           .arg(entry->getLevel())
-                           .arg(QString::fromStdString(entry->getMessage()));
+            entries << "%1 %2"_q.arg(entry->getLevel()).arg(QString::fromStdString(entry->getMessage()));
         }
         return entries;
     }

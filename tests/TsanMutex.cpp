@@ -1,6 +1,6 @@
-// Debian's Qt is not built with the thread sanitizer, which therefore does not see that a contended QMutex orders
-// what it guards. Here the lock operations that our code calls are wrapped, and tell it. Built and linked into
-// the test programs with the sanitizer only.
+// Debian's Qt is not built with the thread sanitizer, which therefore does not see that a contended QMutex
+// orders what it guards. Here the lock operations that our code calls are wrapped, and tell it. Built and
+// linked into the test programs with the sanitizer only.
 
 #include <QMutex>
 

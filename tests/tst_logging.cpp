@@ -1,14 +1,12 @@
 #include "FullDisk.h"
+#include "TestData.h"
 #include "TestHome.h"
 
 #include "globals/ConfigManager.h"
 #include "globals/Log.h"
 #include "globals/LogManager.h"
 
-#include <QDir>
-#include <QFile>
 #include <QRegularExpression>
-#include <QSet>
 #include <QSignalSpy>
 
 #include <memory>
@@ -18,32 +16,44 @@ using namespace TEKLUVA;
 
 namespace {
 
+LogManager* registry()
+{
+    return LogManager::getInstance();
+}
+
 QString pathOf(const Log& log)
 {
     return QString::fromStdString(log.getFilePath());
 }
 
-QByteArray contentOf(const QString& path)
+/// The messages of all lines of a log's file; one that is not whole is answered as it stands.
+QStringList messagesIn(const QString& path)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    static const QRegularExpression head(
+        "^(DEBUG    |INFO     |WARNING  |ERROR    )\\d\\d\\.\\d\\d\\.\\d{4} \\d\\d:\\d\\d:\\d\\d  "_q);
+    QStringList lines = QString::fromUtf8(TestData::contentOf(path)).split("\r\n"_q);
+    if (lines.last().isEmpty())
+        lines.removeLast();
+    return lines.replaceInStrings(head, QString());
 }
 
-/// The messages of all lines of a log file; a line that is not whole is answered as it stands.
-QList<QByteArray> messagesIn(const QString& path)
+QStringList messagesOf(const Log& log)
 {
-    static const QRegularExpression line(QStringLiteral(
-        "^(DEBUG    |INFO     |WARNING  |ERROR    )\\d\\d\\.\\d\\d\\.\\d{4} \\d\\d:\\d\\d:\\d\\d  "));
-    QList<QByteArray> messages;
-    QByteArray rest = contentOf(path);
-    while (!rest.isEmpty()) {
-        const int end = rest.indexOf("\r\n");
-        const QByteArray text = end < 0 ? rest : rest.left(end);
-        const auto match = line.match(QString::fromLatin1(text));
-        messages << (end >= 0 && match.hasMatch() ? text.mid(match.capturedLength()) : text);
-        rest = end < 0 ? QByteArray() : rest.mid(end + 2);
+    return messagesIn(pathOf(log));
+}
+
+/// Writes numbered lines from \p threads threads at once.
+void writeFrom(int threads, Log& log, int lines)
+{
+    std::vector<std::thread> writers;
+    for (int t = 0; t < threads; ++t) {
+        writers.emplace_back([&log, t, lines] {
+            for (int i = 0; i < lines; ++i)
+                log.logStatusMessage(std::to_string(1000 * t + i) + std::string(60, '.'), "", 0);
+        });
     }
-    return messages;
+    for (std::thread& writer : writers)
+        writer.join();
 }
 
 } // namespace
@@ -55,42 +65,28 @@ class LoggingTest : public QObject
 private Q_SLOTS:
     void cleanup()
     {
-        LogManager::getInstance()->clear();
+        registry()->clear();
         QVERIFY(QDir(ConfigManager::getInstance()->getPath(E_PT_LOGS)).removeRecursively());
     }
 
     void aLineIsLabelTimeAndRawBytes_data()
     {
-        QTest::addColumn<int>("level");
-        QTest::addColumn<QByteArray>("message");
-        QTest::addColumn<QByteArray>("label");
-        QTest::newRow("debug") << 1024 << QByteArray("plain") << QByteArray("DEBUG    ");
-        QTest::newRow("information, empty") << 2048 << QByteArray() << QByteArray("INFO     ");
-        QTest::newRow("warning, UTF-8") << 4096
-                                        << QByteArray("Gr\xc3\xb6\xc3\x9f"
-                                                      "e")
-                                        << QByteArray("WARNING  ");
-        QTest::newRow("error, no UTF-8") << 8192 << QByteArray("\xff\xfe") << QByteArray("ERROR    ");
-        QTest::newRow("zero byte and line feed")
-            << 2048 << QByteArray("a\0b\nc", 5) << QByteArray("INFO     ");
-        QTest::newRow("level 0") << 0 << QByteArray("x") << QByteArray("ERROR    ");
-        QTest::newRow("level 16384") << 16384 << QByteArray("x") << QByteArray("ERROR    ");
+        TestData::addRows("log-lines.txt", {"level", "message", "label"});
     }
     void aLineIsLabelTimeAndRawBytes()
     {
-        QFETCH(int, level);
-        QFETCH(QByteArray, message);
-        QFETCH(QByteArray, label);
+        const QByteArray bytes = QByteArray::fromHex(TestData::field("message").toLatin1());
         Log log("line", true);
-        log.logMessage(E_LogLevel(level), message.toStdString(), "location", 7);
+        log.logMessage(E_LogLevel(TestData::field("level").toInt()), bytes.toStdString(), "location", 7);
 
-        const QByteArray line = contentOf(pathOf(log));
         const QDateTime stamp = log.getEntry(0)->getTimeStamp();
-        QCOMPARE(line, label + stamp.toString(QStringLiteral("dd.MM.yyyy hh:mm:ss")).toLatin1() + "  "
-                           + message + "\r\n");
+        const QString head =
+            TestData::field("label").leftJustified(9) + stamp.toString("dd.MM.yyyy hh:mm:ss"_q) + "  "_q;
         QVERIFY(qAbs(stamp.secsTo(QDateTime::currentDateTime())) < 60);
-        log.writeEntry(log.getEntry(0));
-        QCOMPARE(contentOf(pathOf(log)), line);
+        for (int i = 0; i < 2; ++i) { // a second time it is not written
+            QCOMPARE(TestData::contentOf(pathOf(log)), head.toLatin1() + bytes + "\r\n");
+            log.writeEntry(log.getEntry(0));
+        }
     }
 
     void theStampFollowsTheClock()
@@ -99,34 +95,26 @@ private Q_SLOTS:
         log.logStatusMessage("first", "", 0);
         QTest::qWait(1100);
         log.logStatusMessage("second", "", 0);
-        const QList<QByteArray> lines = contentOf(pathOf(log)).split('\n');
+        const QList<QByteArray> lines = TestData::contentOf(pathOf(log)).split('\n');
         QVERIFY(lines[0].mid(9, 19) != lines[1].mid(9, 19));
     }
 
-    void overwritingStartsTheFileAfresh_data()
-    {
-        QTest::addColumn<bool>("overwrite");
-        QTest::addColumn<QList<QByteArray>>("messages");
-        QTest::newRow("overwrite") << true << QList<QByteArray>{"new"};
-        QTest::newRow("append") << false << QList<QByteArray>{"old", "new"};
-    }
     void overwritingStartsTheFileAfresh()
     {
-        QFETCH(bool, overwrite);
-        QFETCH(QList<QByteArray>, messages);
-        std::make_unique<Log>("again", true)->logStatusMessage("old", "", 0);
+        for (const bool overwrite : {true, false}) {
+            std::make_unique<Log>("again", true)->logStatusMessage("old", "", 0);
+            Log log("again", overwrite);
+            QCOMPARE(messagesOf(log), QStringList("old"_q)); // opened with the first line only
+            log.logStatusMessage("new", "", 0);
+            QCOMPARE(messagesOf(log).join(" "_q), overwrite ? "new"_q : "old new"_q);
 
-        Log log("again", overwrite);
-        QCOMPARE(messagesIn(pathOf(log)), QList<QByteArray>{"old"}); // opened with the first line only
-        log.logStatusMessage("new", "", 0);
-        QCOMPARE(messagesIn(pathOf(log)), messages);
-
-        QSignalSpy changed(&log, &Log::contentChanged);
-        log.resetLog(overwrite);
-        QCOMPARE(changed.count(), 1);
-        QCOMPARE(log.getEntryCount(), 0U);
-        log.logStatusMessage("new", "", 0);
-        QCOMPARE(messagesIn(pathOf(log)).count(), overwrite ? 1 : 3);
+            QSignalSpy changed(&log, &Log::contentChanged);
+            log.resetLog(overwrite);
+            QCOMPARE(changed.count(), 1);
+            log.logStatusMessage("newer", "", 0);
+            QCOMPARE(log.getEntryCount(), 1U);
+            QCOMPARE(messagesOf(log).join(" "_q), overwrite ? "newer"_q : "old new newer"_q);
+        }
     }
 
     void anIndexOutOfRangeAnswersAWarning()
@@ -147,7 +135,7 @@ private Q_SLOTS:
         QVERIFY(QDir().rmdir(pathOf(log)));
         log.writeEntry(log.getEntry(0));
         QVERIFY(log.getEntry(0)->isWritten());
-        QCOMPARE(messagesIn(pathOf(log)), QList<QByteArray>{"kept"});
+        QCOMPARE(messagesOf(log), QStringList("kept"_q));
     }
 
     void aFullDiskLeavesNoHalfLine()
@@ -155,40 +143,34 @@ private Q_SLOTS:
         Log log("full", true);
         log.logStatusMessage("before", "", 0);
         {
-            const FullDisk limit(100);
+            const FullDisk full(100);
             log.logStatusMessage(std::string(200, 'x'), "", 0);
         }
         QVERIFY(!log.getEntry(1)->isWritten());
         log.logStatusMessage("after", "", 0);
-        QCOMPARE(messagesIn(pathOf(log)), (QList<QByteArray>{"before", "after"}));
+        QCOMPARE(messagesOf(log), QStringList({"before"_q, "after"_q}));
     }
 
-    void renamingMovesFileAndRegistration_data()
-    {
-        QTest::addColumn<bool>("fromRegistry");
-        QTest::newRow("by the log") << false;
-        QTest::newRow("by the registry") << true;
-    }
     void renamingMovesFileAndRegistration()
     {
-        QFETCH(bool, fromRegistry);
-        LogManager* registry = LogManager::getInstance();
-        Log log("old name", true);
-        Log other("other", true);
-        log.logStatusMessage("one", "", 0);
-        const QString oldPath = pathOf(log);
-        if (fromRegistry)
-            registry->updateLogName("a new name", &log);
-        else
-            log.setLogName("a new name", false);
-        log.logStatusMessage("two", "", 0);
+        for (const bool byRegistry : {false, true}) {
+            Log log("old name", true);
+            Log other("other", true);
+            log.logStatusMessage("one", "", 0);
+            const QString oldPath = pathOf(log);
+            if (byRegistry)
+                registry()->updateLogName("a new name", &log);
+            else
+                log.setLogName("a new name", false);
+            log.logStatusMessage("two", "", 0);
 
-        QVERIFY(!QFile::exists(oldPath));
-        QVERIFY(pathOf(log).endsWith(QLatin1String("/logs/a new name.log")));
-        QCOMPARE(messagesIn(pathOf(log)), (QList<QByteArray>{"one", "two"}));
-        QCOMPARE(registry->getAllLogs(), (std::vector<Log*>{&log, &other}));
-        registry->updateLogName("a new name", &log);
-        QCOMPARE(registry->getAllLogs(), (std::vector<Log*>{&log, &other}));
+            QVERIFY(!QFile::exists(oldPath));
+            QVERIFY(pathOf(log).endsWith("/logs/a new name.log"_q));
+            QCOMPARE(messagesOf(log), QStringList({"one"_q, "two"_q}));
+            registry()->updateLogName("a new name", &log);
+            QCOMPARE(registry()->getAllLogs(), (std::vector<Log*>{&log, &other}));
+            QVERIFY(QFile::remove(pathOf(log)));
+        }
     }
 
     void aFailedRenameGoesOnInTheNewFile()
@@ -199,15 +181,15 @@ private Q_SLOTS:
         const QString oldPath = pathOf(log);
         log.setLogName("taken", false);
         log.logStatusMessage("two", "", 0);
-        QCOMPARE(messagesIn(oldPath), QList<QByteArray>{"one"});
-        QCOMPARE(messagesIn(pathOf(log)), (QList<QByteArray>{"theirs", "two"}));
+        QCOMPARE(messagesIn(oldPath), QStringList("one"_q));
+        QCOMPARE(messagesOf(log), QStringList({"theirs"_q, "two"_q}));
     }
 
     void aLogFolderThatCannotBeMadeIsReportedToTheLogBeingRenamed()
     {
         Log log("reported", true);
         log.logStatusMessage("one", "", 0);
-        LogManager::getInstance()->setActiveLog(&log);
+        registry()->setActiveLog(&log);
         QDir folder = QFileInfo(pathOf(log)).dir();
         QVERIFY(folder.removeRecursively());
         QFile obstacle(folder.absolutePath());
@@ -216,101 +198,80 @@ private Q_SLOTS:
         QVERIFY(obstacle.remove());
         QCOMPARE(log.getEntryCount(), 2U);
         QCOMPARE(log.getEntry(1)->getMessage(), std::string("Could not browse into logs directory"));
-        LogManager::getInstance()->restorePreviousLog();
     }
 
     void theRegistryFindsLogsByName()
     {
-        LogManager* registry = LogManager::getInstance();
-        QSignalSpy added(registry, &LogManager::logAdded);
+        QSignalSpy added(registry(), &LogManager::logAdded);
         auto first = std::make_unique<Log>("same", true);
         auto second = std::make_unique<Log>("same", true);
-        auto upper = std::make_unique<Log>("Zebra", true);
+        const Log upper("Zebra", true);
         QCOMPARE(added.count(), 3);
         QCOMPARE(added[1][0].value<Log*>(), second.get());
-        QCOMPARE(registry->getAllLogs(), (std::vector<Log*>{upper.get(), second.get()}));
+        QCOMPARE(registry()->getAllLogs(), (std::vector<Log*>{const_cast<Log*>(&upper), second.get()}));
         second.reset();
-        QCOMPARE(registry->getAllLogs(), std::vector<Log*>{upper.get()});
+        QCOMPARE(registry()->getAllLogs().size(), 1U);
         first.reset();
-        QCOMPARE(registry->getAllLogs(), std::vector<Log*>{upper.get()});
+        QCOMPARE(registry()->getAllLogs().size(), 1U);
     }
 
     void theActiveLogIsAStack()
     {
-        LogManager* registry = LogManager::getInstance();
-        registry->restorePreviousLog();
-        QVERIFY(!registry->getActiveLog());
+        registry()->restorePreviousLog();
+        QVERIFY(!registry()->getActiveLog());
         auto a = std::make_unique<Log>("a", true);
-        auto b = std::make_unique<Log>("b", true);
-        for (Log* log : {a.get(), b.get(), a.get()})
-            registry->setActiveLog(log);
-        registry->restorePreviousLog();
-        QCOMPARE(registry->getActiveLog(), b.get());
-        registry->setActiveLog(a.get());
+        Log b("b", true);
+        for (Log* log : {a.get(), &b, a.get()})
+            registry()->setActiveLog(log);
+        registry()->restorePreviousLog();
+        QCOMPARE(registry()->getActiveLog(), &b);
+        registry()->setActiveLog(a.get());
         a.reset(); // takes its first place on the stack with it, the other one leads nowhere
-        QVERIFY(!registry->getActiveLog());
-        registry->restorePreviousLog();
-        QCOMPARE(registry->getActiveLog(), b.get());
+        QVERIFY(!registry()->getActiveLog());
+        registry()->restorePreviousLog();
+        QCOMPARE(registry()->getActiveLog(), &b);
     }
 
-    void clearingTheRegistryDeletesItsLogs()
+    void deletingTheRegistryDeletesItsLogs()
     {
-        QPointer<Log> log = new Log("deleted", true);
-        LogManager::getInstance()->setActiveLog(log);
-        delete LogManager::getInstance();
-        QVERIFY(!log);
-        QVERIFY(!LogManager::getInstance()->getActiveLog());
+        const QPointer<Log> log = new Log("deleted", true);
+        registry()->setActiveLog(log);
+        delete registry();
+        QVERIFY(!log && !registry()->getActiveLog());
     }
 
     void objectsMadeOnAnotherThreadLiveOnTheMainThread()
     {
         Log* log = nullptr;
-        std::thread([&log] {
-            log = new Log("moved", true);
-            log->logStatusMessage("x", "", 0);
-        }).join();
+        std::thread([&log] { (log = new Log("moved", true))->logStatusMessage("x", "", 0); }).join();
         QCOMPARE(log->thread(), qApp->thread());
         QCOMPARE(log->getEntry(0)->thread(), qApp->thread());
     }
 
     void linesOfManyThreadsAreWholeAndComplete()
     {
-        constexpr int THREADS = 8;
-        constexpr int LINES = 200;
         Log log("busy 0", true);
         std::atomic<bool> done{false};
-        std::vector<std::thread> threads;
-        for (int t = 0; t < THREADS; ++t) {
-            threads.emplace_back([&log, t] {
-                for (int i = 0; i < LINES; ++i)
-                    log.logStatusMessage(std::to_string(t * LINES + i) + std::string(60, '.'), "", 0);
-            });
-        }
         std::thread renamer([&log, &done] {
             for (int i = 1; !done; ++i)
                 log.setLogName("busy " + std::to_string(i), false);
         });
         std::thread lister([&done] {
             while (!done) {
-                for (Log* listed : LogManager::getInstance()->getAllLogs())
+                for (Log* listed : registry()->getAllLogs())
                     QVERIFY(listed->getName().rfind("busy ", 0) == 0);
             }
         });
-        for (std::thread& thread : threads)
-            thread.join();
+        writeFrom(8, log, 200);
         done = true;
         renamer.join();
         lister.join();
 
-        const QList<QByteArray> messages = messagesIn(pathOf(log));
-        QCOMPARE(messages.count(), THREADS * LINES);
-        QSet<QByteArray> numbers;
-        for (const QByteArray& message : messages) {
-            QVERIFY(message.endsWith(QByteArray(60, '.')));
-            numbers << message.left(message.indexOf('.'));
-        }
-        QCOMPARE(numbers.count(), THREADS * LINES);
-        QCOMPARE(QFileInfo(pathOf(log)).dir().entryList({QStringLiteral("busy*")}).count(), 1);
+        QStringList messages = messagesOf(log);
+        QCOMPARE(messages.count(), 8 * 200);
+        QCOMPARE(messages.filter(QRegularExpression("^\\d{1,4}\\.{60}$"_q)).count(), 8 * 200);
+        QCOMPARE(messages.removeDuplicates(), 0);
+        QCOMPARE(QFileInfo(pathOf(log)).dir().entryList({"busy*"_q}).count(), 1);
     }
 };
 

@@ -1,0 +1,121 @@
+#include "globals/SettingsGuard_p.h"
+
+#include <QDataStream>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QThread>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace TEKLUVA::SettingsGuard {
+
+namespace {
+
+/// The longest escapes of Qt's INI writer turn one byte into "\xff" and the two bytes of a character into
+/// "\xffff". A file edited by hand may hold bytes that are not escaped yet.
+constexpr qint64 MOST_BYTES_PER_BYTE = 4;
+/// A new section head, line ends and the file system's own block.
+constexpr qint64 MARGIN = 8192;
+
+class FileDescriptor
+{
+    Q_DISABLE_COPY(FileDescriptor)
+
+public:
+    explicit FileDescriptor(int descriptor)
+        : m_descriptor(descriptor)
+    {
+    }
+    ~FileDescriptor()
+    {
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+    }
+    operator int() const { return m_descriptor; }
+
+private:
+    const int m_descriptor;
+};
+
+/// A file in \p folder that has no name, so that nothing is left behind whatever happens.
+int openUnnamed(const QString& folder)
+{
+    const int descriptor =
+        ::open(QFile::encodeName(folder).constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+    if (descriptor >= 0 || (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL))
+        return descriptor;
+    QByteArray name = QFile::encodeName(folder + QLatin1String("/settings.XXXXXX"));
+    const int named = ::mkostemp(name.data(), O_CLOEXEC);
+    if (named >= 0)
+        ::unlink(name.constData());
+    return named;
+}
+
+bool saysFull(int error)
+{
+    return error == ENOSPC || error == EDQUOT || error == EFBIG || error == EIO;
+}
+
+/// A lock file may be found empty in the moment between its making and its filling; that moment passes.
+bool staysUnreadable(const QLockFile& lock)
+{
+    qint64 process = 0;
+    QString host;
+    QString application;
+    QThread::msleep(50);
+    return !lock.getLockInfo(&process, &host, &application);
+}
+
+bool isAbandoned(const QLockFile& lock)
+{
+    qint64 process = 0;
+    QString host;
+    QString application;
+    if (!lock.getLockInfo(&process, &host, &application))
+        return staysUnreadable(lock);
+    const bool ours = host.isEmpty() || host == QSysInfo::machineHostName();
+    return ours && ::kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH;
+}
+
+} // namespace
+
+bool hasRoom(const QString& settingsFile, qint64 addedBytes)
+{
+    const QFileInfo info(settingsFile);
+    const QString folder = info.absolutePath();
+    QDir().mkpath(folder);
+    const FileDescriptor file(openUnnamed(folder));
+    if (file < 0)
+        return !saysFull(errno);
+    int error = 0;
+    do {
+        error = ::posix_fallocate(file, 0, MOST_BYTES_PER_BYTE * info.size() + addedBytes + MARGIN);
+    } while (error == EINTR);
+    return !saysFull(error);
+}
+
+qint64 sizeInFile(const QString& group, const QString& key, const QVariant& value)
+{
+    QByteArray serialised;
+    QDataStream stream(&serialised, QIODevice::WriteOnly);
+    stream << group << key << value;
+    return MOST_BYTES_PER_BYTE * serialised.size();
+}
+
+void removeAbandonedLock(const QString& settingsFile)
+{
+    const QString name = settingsFile + QLatin1String(".lock");
+    if (!QFile::exists(name))
+        return;
+    QLockFile lock(name);
+    if (isAbandoned(lock))
+        lock.removeStaleLockFile(); // only if nobody holds it
+}
+
+} // namespace TEKLUVA::SettingsGuard

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+/// Two faults of Qt's writer for INI files, measured on real machines, and what keeps our users' settings
+/// from inheriting them. Both calls belong right before a QSettings::sync() that writes.
+namespace TEKLUVA::SettingsGuard {
+
+/// On a full disk QSettings puts an empty or cut file in the place of the good one and reports success,
+/// because its commit ignores the failed flush. So room for the whole new file is reserved beside the old one
+/// and given back before Qt writes. Somebody else may still fill the disk in between; that gap is some
+/// microseconds wide.
+///
+/// \p addedBytes is what the changes take at most, see sizeInFile(). In doubt the answer is yes: other
+/// failures, such as a folder that may not be written, are met by Qt without harm to the file.
+[[nodiscard]] bool hasRoom(const QString& settingsFile, qint64 addedBytes);
+
+/// The most bytes that \p group, \p key and \p value can take in the file.
+qint64 sizeInFile(const QString& group, const QString& key, const QVariant& value);
+
+/// A process killed while it writes leaves its lock file behind, and one without content makes the next
+/// writer wait for half a minute. So a lock file is removed that nobody holds and that is empty or names a
+/// dead process of this machine.
+void removeAbandonedLock(const QString& settingsFile);
+
+} // namespace TEKLUVA::SettingsGuard

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QFile>
+#include <QTest>
+
+/// The fixed files in tests/data.
+namespace TestData {
+
+inline QString path(const QString& name)
+{
+    return QStringLiteral(TEST_DATA "/") + name;
+}
+
+inline QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+inline QByteArray content(const char* name)
+{
+    return contentOf(path(QLatin1String(name)));
+}
+
+/// Gives a test its data from a text file: a line is the row's name and a field for each of \p columns, with
+/// "|" between them. Missing fields are empty, "#" starts a comment.
+inline void addRows(const char* file, std::initializer_list<const char*> columns)
+{
+    for (const char* column : columns)
+        QTest::addColumn<QString>(column);
+    const auto lines = QString::fromUtf8(content(file)).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    for (const QString& line : lines) {
+        if (line.startsWith(QLatin1Char('#')))
+            continue;
+        const QStringList fields = line.split(QLatin1Char('|'));
+        QTestData& row = QTest::newRow(qPrintable(fields[0].trimmed()));
+        for (int i = 1; i <= int(columns.size()); ++i)
+            row << fields.value(i).trimmed();
+    }
+}
+
+/// The field of the current row in the column \p column.
+inline QString field(const char* column)
+{
+    return *static_cast<const QString*>(QTest::qData(column, QMetaType::QString));
+}
+
+} // namespace TestData

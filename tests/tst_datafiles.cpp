@@ -1,0 +1,272 @@
+#include "TestData.h"
+#include "TestHome.h"
+#include "TestLog.h"
+
+#include "globals/DataFileReader.h"
+
+#include <QRegularExpression>
+
+#include <sys/stat.h>
+
+using namespace TEKLUVA;
+
+namespace {
+
+const QString PASSWORD = "house-planner!"_q;
+/// In the working folder, for files made by a test.
+const QString SUBJECT = "subject"_q;
+
+// Places in the headers of a zip archive.
+constexpr int CENTRAL_METHOD = 10;
+constexpr int CENTRAL_SIZE = 24;
+constexpr int LOCAL_METHOD = 8;
+constexpr int LOCAL_SIZE = 22;
+
+/// Messages about the subject and its entry "first.txt".
+const QString NOTHING;
+const QString NO_ARCHIVE = "The archiv subject could not be opened. Please check whether the file exists."_q;
+const QString NO_FIRST = "The archiv subject seems to be empty. Could not go to first file."_q;
+const QString NO_INFO =
+    "Could not get the info of the current file in the archiv subject. Proberbly the archiv is "
+    "currupted."_q;
+const QString NOT_LOCATED = "Could not locate first.txt in the archiv subject."_q;
+const QString NOT_ALLOCATED =
+    "Could not allocate enough memory to read the file first.txt from archiv subject. The "
+    "file needs to be read piece by piece."_q;
+const QString NOT_OPENED =
+    "The file first.txt from archiv subject couldn't be opened. Maybe the password is wrong."_q;
+const QString NOT_READ = "The first.txt from archiv subject couldn't be read correct."_q;
+
+bool makeSubject(const QByteArray& content)
+{
+    QFile::remove(SUBJECT);
+    QFile file(SUBJECT);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+int openDescriptors()
+{
+    return QDir("/proc/self/fd"_q).entryList(QDir::AllEntries | QDir::System).size();
+}
+
+QByteArray patched(QByteArray bytes, int at, const QByteArray& patch)
+{
+    return bytes.replace(at, patch.size(), patch);
+}
+
+int centralHeader(const QByteArray& archive, int from = 0)
+{
+    return archive.indexOf("PK\1\2", from);
+}
+
+/// \p archive with the same lie in both headers of its first entry.
+QByteArray lying(const QByteArray& archive, int local, int central, const QByteArray& lie)
+{
+    return patched(patched(archive, local, lie), centralHeader(archive) + central, lie);
+}
+
+/// Decrypts from memory that ends where the block does, so that reading on is seen.
+QByteArray decrypt(const QByteArray& block)
+{
+    const std::vector<char> exact(block.begin(), block.end());
+    const DataFileReader reader(QString(), PASSWORD);
+    return reader.decryptData(QByteArray::fromRawData(exact.data(), int(exact.size())));
+}
+
+/// Runs all operations on a file of any content; the answer is what "second.txt" in it holds.
+QByteArray readSubject(const QByteArray& content)
+{
+    if (!makeSubject(content))
+        return "not written";
+    const DataFileReader reader(SUBJECT, QString());
+    reader.getFileContent();
+    for (const std::string& name : reader.getListOfArchivedFiles())
+        reader.getContentOfArchivedFile(name);
+    return reader.getContentOfArchivedFile("second.txt");
+}
+
+} // namespace
+
+class TestDataFiles : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_descriptors = openDescriptors(); }
+    void cleanup()
+    {
+        QCOMPARE(openDescriptors(), m_descriptors);
+        QFile::remove(SUBJECT);
+    }
+
+    void decryptsWhatOpensslEncrypted_data()
+    {
+        TestData::addRows("blocks.txt", {"password", "plain", "block"});
+    }
+    void decryptsWhatOpensslEncrypted()
+    {
+        const QByteArray password = QByteArray::fromHex(TestData::field("password").toLatin1());
+        const QByteArray block = QByteArray::fromHex(TestData::field("block").toLatin1());
+        const QByteArray plain = TestData::field("plain").toLatin1();
+        const QString text = QString::fromUtf8(password.constData(), password.size());
+        const DataFileReader other(QString(), "another"_q);
+        QCOMPARE(DataFileReader(QString(), text).decryptData(block).toHex(), plain);
+        QCOMPARE(other.decryptData(block, text).toHex(), plain);
+        QCOMPARE(other.decryptData(block).toHex() == plain, plain.isEmpty());
+    }
+
+    void refusesBlocksThatAreNone()
+    {
+        const QRegularExpression caught("^8192 Catched exception \".+\" while opening a data file\\.$"_q);
+        for (int length = 1; length < 50; ++length) {
+            const int cipher = length - 17;
+            const int longestPad = cipher < 0 || cipher % 16 != 0 ? -1 : qMin(cipher, 15);
+            TestLog::ActiveLog log;
+            for (int pad = -128; pad <= 127; ++pad) {
+                const QByteArray block = QByteArray(1, char(pad)) + QByteArray(length - 1, 'x');
+                QCOMPARE(decrypt(block).size(), pad < 0 || pad > longestPad ? 0 : cipher - pad);
+            }
+            QCOMPARE(log.entries().filter(caught).size(), 256 - (longestPad + 1));
+        }
+        TestLog::ActiveLog log;
+        QCOMPARE(decrypt(QByteArray()), QByteArray());
+        QCOMPARE(log.entries(), QStringList());
+    }
+
+    void readsSingleFiles()
+    {
+        QByteArray numbers;
+        for (int i = 1; i <= 8201; ++i)
+            numbers += QByteArray::number(i).rightJustified(7, '0') + '\n';
+        const QString name = "Küche 1.dat"_q;
+        QVERIFY(QFile::copy(TestData::path("large.dat"_q), name));
+
+        TestLog::ActiveLog log;
+        const DataFileReader reader(name, PASSWORD);
+        QCOMPARE(reader.getFilename(), name);
+        QCOMPARE(reader.getFileContent(), numbers);
+        QVERIFY(!reader.isArchiv());
+        QCOMPARE(DataFileReader(name, QString()).getFileContent(), TestData::content("large.dat"));
+        QVERIFY(makeSubject(QByteArray()));
+        QVERIFY(DataFileReader(SUBJECT, PASSWORD).getFileContent().isEmpty());
+        QVERIFY(DataFileReader("missing"_q, QString()).getFileContent().isEmpty());
+        QCOMPARE(log.entries(), QStringList());
+    }
+
+    void readsArchives_data() { TestData::addRows("archives.txt", {"archive", "password", "entries"}); }
+    void readsArchives()
+    {
+        TestLog::ActiveLog log;
+        const DataFileReader reader(TestData::path(TestData::field("archive")), TestData::field("password"));
+        QVERIFY(reader.isArchiv());
+        QVERIFY(reader.getFileContent().isEmpty());
+        QByteArrayList read;
+        for (const std::string& name : reader.getListOfArchivedFiles())
+            read << QByteArray::fromStdString(name) + '=' + reader.getContentOfArchivedFile(name);
+        QCOMPARE(QString::fromUtf8(read.join("; ")), TestData::field("entries"));
+        QCOMPARE(log.entries(), QStringList());
+    }
+
+    void reportsWhyAnArchiveCannotBeRead_data()
+    {
+        QTest::addColumn<QByteArray>("archive");
+        QTest::addColumn<QString>("listing");
+        QTest::addColumn<QString>("reading");
+        const auto row = [](const char* name, const QByteArray& archive, const QString& listing,
+                            const QString& reading) { QTest::newRow(name) << archive << listing << reading; };
+        const QByteArray small = TestData::content("small.zip");
+        const QByteArray wide = TestData::content("zip64.zip");
+        const QByteArray empty = TestData::content("empty.zip");
+        const int first = centralHeader(small);
+        const int second = centralHeader(small, first + 1);
+        const int wideSize = wide.indexOf(QByteArray("\x11\0\0\0\0\0\0\0", 8), centralHeader(wide));
+
+        row("missing file", QByteArray(), NO_ARCHIVE, NO_ARCHIVE);
+        row("no archive", "just some text", NO_ARCHIVE, NO_ARCHIVE);
+        row("no entries and nothing else", empty, NO_ARCHIVE, NO_ARCHIVE);
+        row("no entries behind other bytes", "stub" + empty, NO_FIRST, NOT_LOCATED);
+        row("no such entry", TestData::content("protected.zip"), NOTHING, NOT_LOCATED);
+        row("entry in another case", QByteArray(small).replace("first", "First"), NOTHING, NOT_LOCATED);
+        row("first header of the directory damaged", patched(small, first, "PX"), NO_FIRST, NOT_LOCATED);
+        row("second header of the directory damaged", patched(small, second, "PX"), NO_INFO, NOTHING);
+        row("header of the entry damaged", patched(small, 0, "PX"), NOTHING, NOT_OPENED);
+        row("unknown method", lying(small, LOCAL_METHOD, CENTRAL_METHOD, "\x63"), NOTHING, NOT_OPENED);
+        row("a byte more declared", lying(small, LOCAL_SIZE, CENTRAL_SIZE, "\x0f"), NOTHING, NOT_READ);
+        row("a byte more declared in one place", patched(small, LOCAL_SIZE, "\x0f"), NOTHING, NOT_OPENED);
+        row("nearly 4 GiB declared", lying(small, LOCAL_SIZE, CENTRAL_SIZE, "\xfe\xff\xff\xff"), NOTHING,
+            NOT_ALLOCATED);
+        row("4 GiB declared in 64 bits", patched(wide, wideSize, QByteArray("\0\0\0\0\1\0\0\0", 8)), NOTHING,
+            NOT_ALLOCATED);
+    }
+    void reportsWhyAnArchiveCannotBeRead()
+    {
+        QFETCH(QByteArray, archive);
+        QVERIFY(archive.isEmpty() || makeSubject(archive));
+        const DataFileReader reader(SUBJECT, QString());
+        const auto messages = [](TestLog::ActiveLog& log) {
+            return log.entries().join(QLatin1Char('\n')).remove("8192 "_q);
+        };
+        TestLog::ActiveLog whileListing;
+        const bool isListed = !reader.getListOfArchivedFiles().empty();
+        QCOMPARE(messages(whileListing), TestData::field("listing"));
+        QCOMPARE(isListed, messages(whileListing).isEmpty());
+        TestLog::ActiveLog whileReading;
+        const bool isRead = !reader.getContentOfArchivedFile("first.txt").isEmpty();
+        QCOMPARE(messages(whileReading), TestData::field("reading"));
+        QCOMPARE(isRead, messages(whileReading).isEmpty());
+    }
+
+    void takesADeclaredSizeBelowTheRealOne()
+    {
+        QVERIFY(makeSubject(lying(TestData::content("small.zip"), LOCAL_SIZE, CENTRAL_SIZE, "\x09")));
+        QCOMPARE(DataFileReader(SUBJECT, QString()).getContentOfArchivedFile("first.txt"),
+                 QByteArray("The first"));
+    }
+
+    void listsAsManyEntriesAsTheCountCanHold()
+    {
+        constexpr int MOST = 0xffff;
+        const QByteArray small = TestData::content("small.zip");
+        const int first = centralHeader(small);
+        const QByteArray directory = small.mid(first, centralHeader(small, first + 1) - first).repeated(MOST);
+        QByteArray end = small.mid(small.indexOf("PK\5\6"));
+        end.replace(8, 4, "\xff\xff\xff\xff"); // entries here and in all
+        for (int i = 0; i < 4; ++i)
+            end[12 + i] = char(directory.size() >> (8 * i));
+        QVERIFY(makeSubject(small.left(first) + directory + end));
+        QCOMPARE(int(DataFileReader(SUBJECT, QString()).getListOfArchivedFiles().size()), MOST);
+    }
+
+    void survivesEveryTruncationAndDamagedByte()
+    {
+        const QByteArray second = "The second one.";
+        QCOMPARE(readSubject(TestData::content("small.zip")), second);
+        for (const char* name : {"small.zip", "zip64.zip", "deflated.zip"}) {
+            const QByteArray whole = TestData::content(name);
+            for (int at = 0; at < whole.size(); ++at) {
+                const QByteArray read = readSubject(whole.left(at));
+                QVERIFY2(read.isEmpty() || read == second, QByteArray::number(at));
+                for (const char damage : {'\0', '\xff'})
+                    readSubject(patched(whole, at, QByteArray(1, damage)));
+            }
+        }
+    }
+
+    void doesNotWaitForWhatIsNoFile()
+    {
+        QCOMPARE(mkfifo("pipe", 0600), 0);
+        for (const char* name : {"pipe", ".", "/dev/zero"}) {
+            const DataFileReader reader(QString::fromLatin1(name), QString());
+            QVERIFY(!reader.isArchiv());
+            QVERIFY(reader.getFileContent().isEmpty());
+            QVERIFY(reader.getListOfArchivedFiles().empty());
+            QVERIFY(reader.getContentOfArchivedFile("first.txt").isEmpty());
+        }
+    }
+
+private:
+    int m_descriptors = 0;
+};
+
+GLOBALS_TEST_MAIN(TestDataFiles)
+#include "tst_datafiles.moc"

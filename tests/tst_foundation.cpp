@@ -1,0 +1,154 @@
+#include "TestData.h"
+#include "TestHome.h"
+
+#include "globals/Exception.h"
+#include "globals/FilterEvent.h"
+#include "globals/ObjectEventFilter.h"
+#include "globals/SmartObject.h"
+#include "globals/globals.h"
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+#include <sstream>
+
+using namespace TEKLUVA;
+
+// Enumerators are an application's to define.
+enum TEKLUVA::E_FilterType : int { E_FT_COLOUR = 4 };
+
+namespace {
+
+constexpr int LOWEST = std::numeric_limits<int>::min();
+constexpr int HIGHEST = std::numeric_limits<int>::max();
+
+const QSet<QEvent::Type> THREE_TYPES = {QEvent::Show, QEvent::Hide, QEvent::Close};
+
+/// How many of THREE_TYPES, sent to an object that \p filter watches, arrive there.
+int arriving(ObjectEventFilter& filter)
+{
+    QObject receiver;
+    receiver.installEventFilter(&filter);
+    return int(std::count_if(THREE_TYPES.begin(), THREE_TYPES.end(), [&receiver](QEvent::Type type) {
+        QEvent event(type);
+        return !QCoreApplication::sendEvent(&receiver, &event); // an object itself wants none of these types
+    }));
+}
+
+/// All that an exception tells.
+QString told(const Exception& e)
+{
+    std::ostringstream told;
+    told << e.getExceptionType() << ' ' << e.what() << '|' << e.getDescription()
+         << (e.exitApp() ? "|exit|" : "|stay|") << e.getFilename() << e.getFunction() << e.getLine();
+    return QString::fromStdString(told.str());
+}
+
+} // namespace
+
+class TestFoundation : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void exceptionKeepsWhatItIsTold_data() { TestData::addRows("exceptions.txt", {"type", "told"}); }
+    void exceptionKeepsWhatItIsTold()
+    {
+        const auto given = E_ExceptionType(TestData::field("type").toInt());
+        const QString told = TestData::field("told");
+        std::unique_ptr<const QException> clone(Exception(given, "Größe: 3", true).clone());
+        try {
+            clone->raise();
+        } catch (const Exception& raised) {
+            clone.reset();
+            QCOMPARE(::told(raised), told + "|Größe: 3|exit|0"_q);
+        }
+        QVERIFY(!clone);
+        QVERIFY_EXCEPTION_THROWN(Exception(given, std::string(), false).raise(), std::exception);
+        QCOMPARE(::told(Exception(given, std::string(), false)), told + "||stay|0"_q);
+    }
+
+    void comparesTexts()
+    {
+        QVERIFY(cmp("Log", "lOG", false));
+        QVERIFY(!cmp("Log", "lOG", true));
+        QVERIFY(cmp("log", "log", true));
+        QVERIFY(!cmp("log", "logs", false));
+        QVERIFY(!cmp("\u00c4", "\u00e4", false));
+        QVERIFY(cmp(std::string("a\0b", 3), std::string("A\0c", 3), false));
+    }
+
+    void wrapsOnceIntoTheRange_data() { TestData::addRows("ranges.txt", {"value", "min", "max", "wrapped"}); }
+    void wrapsOnceIntoTheRange()
+    {
+        const int value = TestData::field("value").toInt();
+        const int min = TestData::field("min").toInt();
+        const int max = TestData::field("max").toInt();
+        const int wrapped = TestData::field("wrapped").toInt();
+        QCOMPARE(wrapToRange(value, min, max), wrapped);
+        QCOMPARE(wrapToRange(value + 0.5, min + 0.5, max + 0.5), wrapped + 0.5);
+        QCOMPARE(wrapToRange(float(value), float(min), float(max)), float(wrapped));
+    }
+
+    void wrapsIntegersAtTheEndsOfTheirType()
+    {
+        QCOMPARE(wrapToRange(HIGHEST, HIGHEST - 10, HIGHEST), HIGHEST - 10);
+        QCOMPARE(wrapToRange(LOWEST, HIGHEST - 5, HIGHEST), LOWEST + 5);
+    }
+
+    void countsObjectsAndReferences()
+    {
+        SmartObject first;
+        first.__incRef();
+        const int before = first.getObjCount();
+        {
+            SmartObject copy(first);
+            copy.__decRef();
+            QCOMPARE(first.getObjCount(), before + 1);
+            first = copy;
+            QCOMPARE(copy.getRefCount(), -1);
+        }
+        QCOMPARE(first.getObjCount(), before);
+        QCOMPARE(first.getRefCount(), 1);
+    }
+
+    void filterEventIsValidWithValueAndIndex()
+    {
+        FilterEvent event;
+        event.setType(E_FT_COLOUR);
+        event.setValue(5);
+        QVERIFY(!event.isValid());
+        event.setFilterIndex(0);
+        QVERIFY(event.isValid());
+        event.setValue(QString());
+        QVERIFY(!event.isValid());
+    }
+
+    void eventFilterTakesOneTypeOfASetPerCall()
+    {
+        ObjectEventFilter filter(nullptr, THREE_TYPES);
+        for (int left = 2; left >= 0; --left) {
+            QCOMPARE(arriving(filter), left);
+            QCOMPARE(filter.addEvents(THREE_TYPES), left > 0);
+        }
+        for (int left = 0; left <= 3; ++left) {
+            QCOMPARE(arriving(filter), left);
+            QCOMPARE(filter.removeEvent(THREE_TYPES), left < 3);
+        }
+    }
+
+    void eventFilterSwallowsWhatItHolds()
+    {
+        ObjectEventFilter filter(this, QEvent::Show);
+        QVERIFY(!filter.addEvent(QEvent::Show) && filter.addEvent(QEvent::Close));
+        QCOMPARE(arriving(filter), 1);
+        QVERIFY(filter.removeEvent(QEvent::Show) && !filter.removeEvent(QEvent::Show));
+        QCOMPARE(arriving(filter), 2);
+        QEvent event(QEvent::Show);
+        QVERIFY(!filter.eventFilter(this, &event));
+        QVERIFY(filter.eventFilter(nullptr, &event) && filter.eventFilter(this, nullptr));
+    }
+};
+
+GLOBALS_TEST_MAIN(TestFoundation)
+#include "tst_foundation.moc"

@@ -1,0 +1,262 @@
+#include "TestData.h"
+#include "TestHome.h"
+#include "TestLog.h"
+#include "TestPassword.h"
+
+#include "globals/Exception.h"
+#include "globals/PresetManager.h"
+
+using namespace TEKLUVA;
+
+namespace {
+
+/// A fresh manager with the built-in values.
+PresetManager& freshPresets()
+{
+    delete PresetManager::getInstance();
+    PresetManager& presets = *PresetManager::getInstance();
+    presets.fillNameMap();
+    presets.setInitialPresets();
+    return presets;
+}
+
+QVariant preset(const QString& key)
+{
+    return PresetManager::getPreset(PresetManager::getInstance()->getKey(key));
+}
+
+/// The number that \p bound, a key or a number itself, stands for.
+double boundNumber(const QString& bound)
+{
+    bool isNumber = false;
+    const double number = bound.toDouble(&isNumber);
+    return isNumber ? number : preset(bound).toDouble();
+}
+
+/// What \p key is after \p number has been written to it in a fresh manager.
+double numberAfter(const QString& key, double number)
+{
+    freshPresets().setPreset(key, number);
+    return preset(key).toDouble();
+}
+
+/// The pairs of "key=value key=value".
+QList<QPair<QString, QString>> pairs(const QString& text)
+{
+    QList<QPair<QString, QString>> pairs;
+    const auto parts = text.split(QLatin1Char(' '));
+    for (const QString& part : parts)
+        pairs << qMakePair(part.section(QLatin1Char('='), 0, 0), part.section(QLatin1Char('='), 1));
+    return pairs;
+}
+
+QString presetFile()
+{
+    return QCoreApplication::applicationDirPath() + "/presets.dat"_q;
+}
+
+/// Reads the preset file with a fresh manager. The answer is what was thrown: type, exit flag, description.
+QString failureOfInit()
+{
+    delete PresetManager::getInstance();
+    try {
+        PresetManager::getInstance()->init();
+    } catch (Exception& e) {
+        return "%1 %2 "_q.arg(e.getExceptionType()).arg(e.exitApp()) + QString::fromUtf8(e.getDescription());
+    }
+    return QString();
+}
+
+} // namespace
+
+class TestPresets : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { QFile::remove(presetFile()); }
+
+    void followsTheTable_data()
+    {
+        TestData::addRows("preset-table.txt", {"number", "type", "initial", "rule", "lower", "upper"});
+    }
+    void followsTheTable()
+    {
+        const QString key = QString::fromLatin1(QTest::currentDataTag());
+        const QString type = TestData::field("type");
+        const QString rule = TestData::field("rule");
+        const QString lower = TestData::field("lower");
+        QCOMPARE(int(freshPresets().getKey(key)), TestData::field("number").toInt());
+        QVariant expected = TestData::field("initial");
+        expected.convert(type == "string"_q ? QMetaType::QString : QMetaType::type(type.toLatin1()));
+        QCOMPARE(preset(key).typeName(), expected.typeName());
+        QCOMPARE(preset(key), expected);
+
+        const double start = preset(key).toDouble();
+        if (rule == "any"_q) {
+            QCOMPARE(numberAfter(key, 1e9), 1e9);
+            QCOMPARE(numberAfter(key, -1e9), -1e9);
+        } else if (rule == "within"_q) {
+            const double min = boundNumber(lower);
+            const double max = boundNumber(TestData::field("upper"));
+            QCOMPARE(numberAfter(key, (min + max) / 3), (min + max) / 3);
+            QCOMPARE(numberAfter(key, min - 0.001), min);
+            QCOMPARE(numberAfter(key, max + 0.001), max);
+        } else if (rule != "own"_q) {
+            const double narrower = rule == "minimum"_q ? 0.1 : -0.1;
+            QCOMPARE(numberAfter(key, start - narrower), start);
+            QCOMPARE(numberAfter(key, start + narrower), start + narrower);
+            const double beyond = boundNumber(lower) + narrower;
+            QCOMPARE(numberAfter(key, lower.isEmpty() ? start : beyond), lower.isEmpty() ? start : beyond);
+            QVERIFY(lower.isEmpty() || boundNumber(lower) == beyond);
+        }
+    }
+
+    void keepsPresetsConsistent_data() { TestData::addRows("preset-writes.txt", {"written", "expected"}); }
+    void keepsPresetsConsistent()
+    {
+        PresetManager& presets = freshPresets();
+        for (const auto& write : pairs(TestData::field("written")))
+            presets.setPreset(write.first, write.second);
+        for (const auto& result : pairs(TestData::field("expected")))
+            QCOMPARE(result.first + QString::number(preset(result.first).toDouble()),
+                     result.first + result.second);
+    }
+
+    void boxTopBesideTheRoomIsFittedAlongZ()
+    {
+        PresetManager& presets = freshPresets();
+        presets.setValue(E_PV_SAT_NAV_Z, 9000.0);
+        presets.setPreset(E_PV_MAX_CUBE_Y, 1999.0);
+        QCOMPARE(PresetManager::getPreset(E_PV_SAT_NAV_Z), QVariant(2000.0));
+    }
+
+    void boundsTakeTheirValueWithThem()
+    {
+        PresetManager& presets = freshPresets();
+        presets.setMinBound(E_PV_MIN_WALL_STRENGTH, 30, E_PV_NONE, E_PV_WALL_STRENGTH);
+        QCOMPARE(PresetManager::getPreset(E_PV_WALL_STRENGTH), QVariant(30));
+        presets.setMaxBound(E_PV_MAX_WALL_STRENGTH, 25, E_PV_NONE, E_PV_WALL_STRENGTH);
+        QCOMPARE(PresetManager::getPreset(E_PV_WALL_STRENGTH), QVariant(25));
+    }
+
+    void writesWithoutDefaults()
+    {
+        delete PresetManager::getInstance();
+        for (const E_PresetValue key :
+             {E_PV_SAT_NAV_Y, E_PV_ROOM_HEIGHT, E_PV_MAX_ROOM_HEIGHT, E_PV_MAX_CUBE_X}) {
+            QVERIFY(!PresetManager::hasPreset(key));
+            PresetManager::getInstance()->setPreset(key, -7);
+            QCOMPARE(PresetManager::getPreset(key), QVariant(-7));
+        }
+        QVERIFY(!PresetManager::hasPreset(E_PV_MAX_CUBE_Y) && !PresetManager::hasPreset(E_PV_MIN_CUBE_X));
+    }
+
+    void keepsTypesAsGiven()
+    {
+        PresetManager& presets = freshPresets();
+        const auto typeAfter = [&presets](E_PresetValue written, const QVariant& value,
+                                          E_PresetValue looked) {
+            presets.setPreset(written, value);
+            return QByteArray(PresetManager::getPreset(looked).typeName());
+        };
+        for (const QVariant& given : {QVariant(260), QVariant(260.0), QVariant(260.0F), QVariant("260"_q)})
+            QCOMPARE(typeAfter(E_PV_ROOM_HEIGHT, given, E_PV_ROOM_HEIGHT), given.typeName());
+        QCOMPARE(typeAfter(E_PV_ROOM_HEIGHT, 5, E_PV_ROOM_HEIGHT), "double");
+        QCOMPARE(typeAfter(E_PV_SAT_MAGNIFY_KEY_STEP, 1, E_PV_SAT_MAGNIFY_KEY_STEP), "int");
+        QCOMPARE(typeAfter(E_PV_SAT_MAGNIFY_KEY_STEP, 2, E_PV_SAT_MAGNIFY_KEY_STEP), "double");
+        QCOMPARE(typeAfter(E_PV_MIN_CUBE_X, "2600"_q, E_PV_MAX_CUBE_X), "QString");
+        QCOMPARE(typeAfter(E_PV_MAX_ROOM_HEIGHT, 3000, E_PV_MAX_CUBE_Y), "float");
+    }
+
+    void checksAspectRatios()
+    {
+        const QString good = "4:3"_q;
+        const auto check = [&good](E_PresetValue key, const QString& ratio, bool isGood,
+                                   const QString& warning) {
+            PresetManager& presets = freshPresets();
+            TestLog::ActiveLog log;
+            presets.setPreset(key, ratio);
+            QCOMPARE(PresetManager::getPreset(key).toString(), isGood ? ratio : good);
+            QCOMPARE(log.entries(), isGood ? QStringList() : QStringList(warning.arg(ratio)));
+        };
+        for (const char* ratio :
+             {"16:9", "0:0", "999:100", "0", "", "00", "0\n", "1920:9", "16:1080", "16:9\n", " 16:9", "16:9 ",
+              "16:", ":9", "16/9", "16\uff1a9", "ä:9", "16:9:1"}) {
+            const bool isGood = QByteArray("16:9 0:0 999:100").split(' ').contains(ratio);
+            const QString warning = "4096 Preset value: %1 for Preset: "_q;
+            const QString form =
+                " has the wrong format. Please use <max 3 digit number>:<max 3 digit number>"_q;
+            check(E_PV_PREVIEW_IMAGE_ASPECT_RATIO, QString::fromUtf8(ratio), isGood,
+                  warning + "preview_image_aspect_ratio"_q + form);
+            check(E_PV_SCREENSHOT_ASPECT_RATIO, QString::fromUtf8(ratio), isGood || qstrcmp(ratio, "0") == 0,
+                  warning + "screenshot_aspect_ratio"_q + form
+                      + " to specify a aspect ratio or 0 to take the current screen aspect ratio"_q);
+        }
+    }
+
+    void knowsKeysInAnyCase()
+    {
+        PresetManager& presets = freshPresets();
+        QCOMPARE(presets.getKey("Room_HEIGHT"_q), E_PV_ROOM_HEIGHT);
+        QCOMPARE(presets.getKey(QString()), E_PV_NONE);
+        try {
+            presets.setPreset("Höhe%1"_q, 3);
+            QFAIL("an unknown key was accepted");
+        } catch (Exception& e) {
+            QCOMPARE(e.getDescription(), "The preset key Höhe%1 is invalid");
+        }
+    }
+
+    void answersWithTheFallbackSlot()
+    {
+        delete PresetManager::getInstance();
+        const QVariant* fallback = &PresetManager::getPreset(E_PV_FALLBACK);
+        QVERIFY(!fallback->isValid());
+        QCOMPARE(&PresetManager::getPreset(E_PV_ROOM_HEIGHT), fallback);
+        QVERIFY(!PresetManager::hasPreset(E_PV_ROOM_HEIGHT));
+        freshPresets();
+        QVERIFY(PresetManager::hasPreset(E_PV_FALLBACK));
+        for (const int none : {-1, 0, 102}) {
+            QVERIFY(!PresetManager::hasPreset(E_PresetValue(none)));
+            QCOMPARE(&PresetManager::getPreset(E_PresetValue(none)),
+                     &PresetManager::getPreset(E_PV_FALLBACK));
+        }
+    }
+
+    void readsTheFile_data() { TestData::addRows("preset-files.txt", {"file", "failure", "expected"}); }
+    void readsTheFile()
+    {
+        if (qstrcmp(GLOBALS_PRESET_PASSWORD, "globals-demo-presets") != 0)
+            QSKIP("the preset files of the tests are made for the default password");
+        const QString failure = TestData::field("failure");
+        QVERIFY(QFile::copy(TestData::path("presets-%1.dat"_q.arg(TestData::field("file"))), presetFile()));
+        const QString thrown = failureOfInit();
+        QCOMPARE(thrown.mid(4).left(failure.size()), failure);
+        QCOMPARE(thrown.left(4), failure.isEmpty() ? QString() : "2 1 "_q);
+        for (const auto& result : pairs(TestData::field("expected")))
+            QCOMPARE(preset(result.first).toString(), result.second);
+    }
+
+    void reportsAMissingFileAndAnArchive()
+    {
+        QCOMPARE(failureOfInit(), "3 1 File %1 is missing"_q.arg(presetFile()));
+        QCOMPARE(preset("room_height"_q), QVariant(270.0));
+        QVERIFY(QFile::copy(TestData::path("small.zip"_q), presetFile()));
+        QCOMPARE(failureOfInit(),
+                 "2 1 File %1 is an archive but single file was expected"_q.arg(presetFile()));
+    }
+
+    void libraryDoesNotHoldThePasswordWhole()
+    {
+        const QByteArray library = TestData::contentOf(QStringLiteral(GLOBALS_LIBRARY));
+        const QString password = QStringLiteral(GLOBALS_PRESET_PASSWORD);
+        const auto* wide = reinterpret_cast<const char*>(password.utf16());
+        QVERIFY(library.size() > 10000);
+        QVERIFY(!library.contains(password.toLatin1()));
+        QVERIFY(!library.contains(QByteArray(wide, 2 * password.size())));
+    }
+};
+
+GLOBALS_TEST_MAIN(TestPresets)
+#include "tst_presets.moc"

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <vector>
+
+class QCommandLineParser;
+
+namespace globalsctl {
+
+enum ExitCode : int {
+    Done = 0,
+    Failed = 1,
+    WrongUsage = 2,
+};
+
+/// An option of a command, "--name" or "--name VALUE".
+struct Option
+{
+    const char* name; ///< without dashes
+    const char* summary;
+    const char* value = nullptr;   ///< what the value is called in help texts; null for an option without one
+    const char* initial = nullptr; ///< the value when the option is not given; null for none
+};
+
+/// A subcommand, as the dispatcher runs it and as help, manual and completion describe it.
+struct Command
+{
+    const char* words;     ///< what is typed, "presets show"
+    const char* arguments; ///< one word for each, "FILE"; one in brackets may be left out
+    const char* summary;
+    std::vector<Option> options;
+    /// Gets the options and as many arguments as fit, and answers the exit code. May throw.
+    int (*run)(const QCommandLineParser& line);
+};
+
+/// All commands, in the order of the help text.
+const std::vector<Command>& commands();
+
+/// The options that each command has beside its own.
+const std::vector<Option>& commonOptions();
+
+/// \name PresetCommands.cpp
+/// @{
+int showPresets(const QCommandLineParser& line);
+int checkPresets(const QCommandLineParser& line);
+/// @}
+
+/// \name PathCommands.cpp
+/// @{
+int showPaths(const QCommandLineParser& line);
+/// @}
+
+} // namespace globalsctl

@@ -1,0 +1,173 @@
+#include "tools/CommandLine.h"
+
+#include "tools/Command.h"
+#include "tools/Output.h"
+
+#include <QCommandLineParser>
+#include <QStringList>
+
+#include <algorithm>
+
+namespace globalsctl {
+
+namespace {
+
+QStringList split(const char* text)
+{
+    return QString::fromUtf8(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+bool beginsWith(const QStringList& list, const QStringList& beginning)
+{
+    return list.mid(0, beginning.size()) == beginning;
+}
+
+/// The commands whose words begin with \p words; all for no words.
+std::vector<Command> commandsBelow(const QStringList& words)
+{
+    std::vector<Command> found;
+    std::copy_if(commands().begin(), commands().end(), std::back_inserter(found),
+                 [&words](const Command& command) { return beginsWith(split(command.words), words); });
+    return found;
+}
+
+const Command* findCommand(const QStringList& arguments)
+{
+    const auto found =
+        std::find_if(commands().begin(), commands().end(), [&arguments](const Command& command) {
+            return beginsWith(arguments, split(command.words));
+        });
+    return found == commands().end() ? nullptr : &*found;
+}
+
+int complainOfUsage(const QString& message)
+{
+    complain(message);
+    report(QStringLiteral("Try \"globalsctl --help\"."));
+    return WrongUsage;
+}
+
+QString optionHelp(const std::vector<Option>& options)
+{
+    QList<QStringList> rows;
+    for (const Option& option : options) {
+        QString form = QStringLiteral("  --") + QLatin1String(option.name);
+        if (option.value)
+            form += QLatin1Char(' ') + QLatin1String(option.value);
+        QString summary = QString::fromUtf8(option.summary);
+        if (option.initial)
+            summary += QStringLiteral(" (otherwise \"%1\")").arg(QString::fromUtf8(option.initial));
+        rows << QStringList{form, summary};
+    }
+    return QStringLiteral("Options:\n") + aligned(rows);
+}
+
+std::vector<Option> allOptions(const Command& command)
+{
+    std::vector<Option> options = command.options;
+    options.insert(options.end(), commonOptions().begin(), commonOptions().end());
+    return options;
+}
+
+QString helpOn(const Command& command)
+{
+    const QStringList form = split(command.words) + split(command.arguments);
+    return QStringLiteral("Usage: globalsctl %1 [OPTIONS]\n\n%2.\n\n%3")
+        .arg(form.join(QLatin1Char(' ')), QString::fromUtf8(command.summary),
+             optionHelp(allOptions(command)));
+}
+
+QString helpOn(const std::vector<Command>& several)
+{
+    QList<QStringList> rows;
+    for (const Command& command : several) {
+        const QStringList form = split(command.words) + split(command.arguments);
+        rows << QStringList{QStringLiteral("  ") + form.join(QLatin1Char(' ')),
+                            QString::fromUtf8(command.summary)};
+    }
+    return QStringLiteral("Usage: globalsctl COMMAND [ARGUMENTS] [OPTIONS]\n\nCommands:\n%1\n\n%2\n\n"
+                          "\"globalsctl help COMMAND\" shows the options of a command.")
+        .arg(aligned(rows), optionHelp(commonOptions()));
+}
+
+/// Parses \p arguments, behind the words of a command. False, with an error text, for unknown options.
+bool parse(QCommandLineParser& line, const std::vector<Option>& options, const QStringList& arguments)
+{
+    for (const Option& option : options) {
+        line.addOption({QString::fromLatin1(option.name), QString::fromUtf8(option.summary),
+                        QString::fromUtf8(option.value), QString::fromUtf8(option.initial)});
+    }
+    return line.parse(QStringList(QStringLiteral("globalsctl")) + arguments);
+}
+
+/// Answers what each command has an answer to; false when none of that was asked.
+bool answerCommon(const QCommandLineParser& line, const QString& help)
+{
+    if (line.isSet(QStringLiteral("help")))
+        answer(help);
+    else if (line.isSet(QStringLiteral("version")))
+        answer(QStringLiteral("globalsctl " GLOBALSCTL_VERSION));
+    else
+        return false;
+    return true;
+}
+
+/// What is wrong with the number of arguments; empty for nothing.
+QString misfit(const QStringList& expected, const QStringList& given)
+{
+    if (given.size() > expected.size())
+        return QStringLiteral("unexpected argument \"%1\"").arg(given[expected.size()]);
+    const QString missing = expected.value(given.size());
+    if (!missing.isEmpty() && !missing.startsWith(QLatin1Char('[')))
+        return missing + QStringLiteral(" is missing");
+    return QString();
+}
+
+int run(const Command& command, const QStringList& arguments)
+{
+    const QString prefix = QString::fromLatin1(command.words) + QStringLiteral(": ");
+    QCommandLineParser line;
+    if (!parse(line, allOptions(command), arguments))
+        return complainOfUsage(prefix + line.errorText());
+    if (answerCommon(line, helpOn(command)))
+        return Done;
+    const QString wrong = misfit(split(command.arguments), line.positionalArguments());
+    return wrong.isEmpty() ? command.run(line) : complainOfUsage(prefix + wrong);
+}
+
+/// For arguments that do not begin with a command: with the first words of one, or with none.
+int runWithoutCommand(const QStringList& arguments)
+{
+    const auto isOption = [](const QString& argument) { return argument.startsWith(QLatin1Char('-')); };
+    const auto firstOption = std::find_if(arguments.begin(), arguments.end(), isOption);
+    const QStringList words = arguments.mid(0, static_cast<int>(firstOption - arguments.begin()));
+    const std::vector<Command> below = commandsBelow(words);
+    if (below.empty())
+        return complainOfUsage(QStringLiteral("unknown command \"%1\"").arg(words.join(QLatin1Char(' '))));
+
+    QCommandLineParser line;
+    if (!parse(line, commonOptions(), arguments.mid(words.size())))
+        return complainOfUsage(line.errorText());
+    if (answerCommon(line, helpOn(below)))
+        return Done;
+    QStringList names;
+    for (const Command& command : below)
+        names << QString::fromLatin1(command.words);
+    return complainOfUsage(
+        QStringLiteral("a command is missing, one of: %1").arg(names.join(QStringLiteral(", "))));
+}
+
+} // namespace
+
+int runCommandLine(QStringList arguments)
+{
+    if (arguments.value(0) == QLatin1String("help")) {
+        arguments.removeFirst();
+        arguments << QStringLiteral("--help");
+    }
+    if (const Command* command = findCommand(arguments))
+        return run(*command, arguments.mid(split(command->words).size()));
+    return runWithoutCommand(arguments);
+}
+
+} // namespace globalsctl

@@ -1,0 +1,42 @@
+#include "tools/Command.h"
+
+namespace globalsctl {
+
+namespace {
+
+constexpr Option JSON = {"json", "Answer in JSON, for programs"};
+constexpr Option CHANGED = {"changed", "Only presets whose value in force differs from the built-in one"};
+constexpr Option ORGANIZATION = {"organization", "Whose folders to look at", "NAME", "tekluva"};
+constexpr Option APPLICATION = {"application", "The application that the folders belong to", "NAME",
+                                "tekluva 3D-Planner"};
+
+} // namespace
+
+const std::vector<Command>& commands()
+{
+    static const std::vector<Command> COMMANDS = {
+        {"presets show",
+         "FILE",
+         "Show all presets as they are once FILE has been read",
+         {CHANGED, JSON},
+         &showPresets},
+        {"presets check", "FILE", "Check the lines of a preset file, protected or plain", {}, &checkPresets},
+        {"paths",
+         "",
+         "Show where the application keeps its files, and why there",
+         {ORGANIZATION, APPLICATION, JSON},
+         &showPaths},
+    };
+    return COMMANDS;
+}
+
+const std::vector<Option>& commonOptions()
+{
+    static const std::vector<Option> OPTIONS = {
+        {"help", "Show help and end"},
+        {"version", "Show the version and end"},
+    };
+    return OPTIONS;
+}
+
+} // namespace globalsctl

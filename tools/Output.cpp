@@ -1,0 +1,88 @@
+#include "tools/Output.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QVector>
+
+#include <cstdio>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+namespace globalsctl {
+
+namespace {
+
+void write(std::FILE* stream, const QString& text)
+{
+    const QByteArray line = text.toUtf8() + '\n';
+    // A failure stays with the stream until flushAnswers() asks.
+    std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stream);
+}
+
+QVector<int> columnWidths(const QList<QStringList>& rows)
+{
+    QVector<int> widths;
+    for (const QStringList& row : rows) {
+        widths.resize(qMax(widths.size(), row.size()));
+        for (int column = 0; column < row.size(); ++column)
+            widths[column] = qMax(widths[column], row[column].size());
+    }
+    return widths;
+}
+
+} // namespace
+
+void reserveStandardStreams()
+{
+#ifdef Q_OS_UNIX
+    // Opened for reading only: writing an answer to it has to fail.
+    int descriptor = 0;
+    do {
+        descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+    if (descriptor >= 0)
+        close(descriptor);
+#endif
+}
+
+void answer(const QString& text)
+{
+    write(stdout, text);
+}
+
+void answer(const QJsonArray& array)
+{
+    answer(QString::fromUtf8(QJsonDocument(array).toJson(QJsonDocument::Indented)).trimmed());
+}
+
+bool flushAnswers()
+{
+    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+}
+
+void report(const QString& text)
+{
+    write(stderr, text);
+}
+
+void complain(const QString& message)
+{
+    report(QStringLiteral("globalsctl: ") + message);
+}
+
+QString aligned(const QList<QStringList>& rows)
+{
+    const QVector<int> widths = columnWidths(rows);
+    QStringList lines;
+    for (QStringList row : rows) {
+        for (int column = 0; column < row.size() - 1; ++column)
+            row[column] = row[column].leftJustified(widths[column]);
+        lines << row.join(QStringLiteral("  "));
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+} // namespace globalsctl

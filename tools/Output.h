@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QList>
+#include <QStringList>
+
+class QJsonArray;
+
+/// What the tool writes: UTF-8, whatever the locale. Answers go to the standard output, all else to the
+/// standard error output.
+namespace globalsctl {
+
+/// Takes the numbers of standard streams that are closed, so that no file opened later gets one and receives
+/// the answer. To be called before anything is opened.
+void reserveStandardStreams();
+
+/// Writes \p text and a line end. Whether that worked, flushAnswers() tells.
+void answer(const QString& text);
+void answer(const QJsonArray& array);
+
+/// False when not all answers could be written.
+[[nodiscard]] bool flushAnswers();
+
+/// Writes \p text and a line end beside the answer.
+void report(const QString& text);
+/// The same behind the name of the program.
+void complain(const QString& message);
+
+/// Lines with the cells of \p rows in columns two blanks apart.
+QString aligned(const QList<QStringList>& rows);
+
+} // namespace globalsctl

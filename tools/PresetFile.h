@@ -1,0 +1,54 @@
+#pragma once
+
+#include "globals/PresetManager.h"
+
+#include <QMap>
+#include <QStringList>
+
+namespace globalsctl {
+
+/// A preset file, read into the PresetManager as the application reads it, except that reading goes on behind
+/// a faulty line. The file may be a protected one or its plain text.
+class PresetFile
+{
+public:
+    /// Installs the built-in presets and reads the file over them. Throws TEKLUVA::Exception for a file that
+    /// cannot be read at all; faulty lines are for report().
+    explicit PresetFile(const QString& path);
+
+    bool hasFaults() const { return m_hasFaults; }
+    /// What is to be said of the lines, in their order: "FILE:LINE: error: MESSAGE", or "note" for what is
+    /// allowed but may surprise.
+    QStringList report() const;
+    /// How many presets the file sets.
+    int presetCount() const { return m_written.size(); }
+    /// The value of \p preset before the file was read.
+    QVariant builtIn(TEKLUVA::E_PresetValue preset) const { return m_builtIn.value(preset); }
+
+private:
+    struct Written
+    {
+        int line;
+        QString key;
+        QString value;
+    };
+
+    void installBuiltIn();
+    void readLines(const QString& text);
+    void readEntry(const TEKLUVA::PresetLine& entry, int line);
+    void write(TEKLUVA::E_PresetValue preset, const TEKLUVA::PresetLine& entry, int line);
+    void noteIfGivenBefore(TEKLUVA::E_PresetValue preset, const TEKLUVA::PresetLine& entry, int line);
+    void noteWithoutEffect();
+    void addFault(int line, const QString& message);
+    void addNote(int line, const QString& message);
+
+    const QString m_path;
+    bool m_hasFaults = false;
+    QMap<int, QStringList> m_remarks; ///< by line
+    QMap<TEKLUVA::E_PresetValue, TEKLUVA::PresetDescription> m_descriptions;
+    QMap<TEKLUVA::E_PresetValue, QVariant> m_builtIn;
+    QMap<TEKLUVA::E_PresetValue, int> m_lines;       ///< where a preset was last given, rightly or not
+    QMap<TEKLUVA::E_PresetValue, Written> m_written; ///< what was last accepted for a preset
+};
+
+} // namespace globalsctl

@@ -8,7 +8,7 @@
 #include "globals/globals.h"
 
 #include <algorithm>
-#include <limits>
+#include <climits>
 #include <memory>
 #include <sstream>
 
@@ -18,9 +18,6 @@ using namespace TEKLUVA;
 enum TEKLUVA::E_FilterType : int { E_FT_COLOUR = 4 };
 
 namespace {
-
-constexpr int LOWEST = std::numeric_limits<int>::min();
-constexpr int HIGHEST = std::numeric_limits<int>::max();
 
 const QSet<QEvent::Type> THREE_TYPES = {QEvent::Show, QEvent::Hide, QEvent::Close};
 
@@ -70,21 +67,19 @@ private Q_SLOTS:
 
     void comparesTexts()
     {
-        QVERIFY(cmp("Log", "lOG", false));
-        QVERIFY(!cmp("Log", "lOG", true));
-        QVERIFY(cmp("log", "log", true));
-        QVERIFY(!cmp("log", "logs", false));
-        QVERIFY(!cmp("\u00c4", "\u00e4", false));
+        QVERIFY(cmp("Log", "lOG", false) && !cmp("Log", "lOG", true) && cmp("log", "log", true));
+        QVERIFY(!cmp("log", "logs", false) && !cmp("\u00c4", "\u00e4", false));
         QVERIFY(cmp(std::string("a\0b", 3), std::string("A\0c", 3), false));
     }
 
     void wrapsOnceIntoTheRange_data() { TestData::addRows("ranges.txt", {"value", "min", "max", "wrapped"}); }
     void wrapsOnceIntoTheRange()
     {
-        const int value = TestData::field("value").toInt();
-        const int min = TestData::field("min").toInt();
-        const int max = TestData::field("max").toInt();
-        const int wrapped = TestData::field("wrapped").toInt();
+        const auto number = [](const char* column) { return TestData::field(column).toInt(); };
+        const int value = number("value");
+        const int min = number("min");
+        const int max = number("max");
+        const int wrapped = number("wrapped");
         QCOMPARE(wrapToRange(value, min, max), wrapped);
         QCOMPARE(wrapToRange(value + 0.5, min + 0.5, max + 0.5), wrapped + 0.5);
         QCOMPARE(wrapToRange(float(value), float(min), float(max)), float(wrapped));
@@ -92,8 +87,8 @@ private Q_SLOTS:
 
     void wrapsIntegersAtTheEndsOfTheirType()
     {
-        QCOMPARE(wrapToRange(HIGHEST, HIGHEST - 10, HIGHEST), HIGHEST - 10);
-        QCOMPARE(wrapToRange(LOWEST, HIGHEST - 5, HIGHEST), LOWEST + 5);
+        QCOMPARE(wrapToRange(INT_MAX, INT_MAX - 10, INT_MAX), INT_MAX - 10);
+        QCOMPARE(wrapToRange(INT_MIN, INT_MAX - 5, INT_MAX), INT_MIN + 5);
     }
 
     void countsObjectsAndReferences()

@@ -152,21 +152,18 @@ private Q_SLOTS:
         QVERIFY(!PresetManager::hasPreset(E_PV_MAX_CUBE_Y) && !PresetManager::hasPreset(E_PV_MIN_CUBE_X));
     }
 
+    void keepsTypesAsGiven_data()
+    {
+        TestData::addRows("preset-types.txt", {"key", "type", "value", "looked", "stored"});
+    }
     void keepsTypesAsGiven()
     {
         PresetManager& presets = freshPresets();
-        const auto typeAfter = [&presets](E_PresetValue written, const QVariant& value,
-                                          E_PresetValue looked) {
-            presets.setPreset(written, value);
-            return QByteArray(PresetManager::getPreset(looked).typeName());
-        };
-        for (const QVariant& given : {QVariant(260), QVariant(260.0), QVariant(260.0F), QVariant("260"_q)})
-            QCOMPARE(typeAfter(E_PV_ROOM_HEIGHT, given, E_PV_ROOM_HEIGHT), given.typeName());
-        QCOMPARE(typeAfter(E_PV_ROOM_HEIGHT, 5, E_PV_ROOM_HEIGHT), "double");
-        QCOMPARE(typeAfter(E_PV_SAT_MAGNIFY_KEY_STEP, 1, E_PV_SAT_MAGNIFY_KEY_STEP), "int");
-        QCOMPARE(typeAfter(E_PV_SAT_MAGNIFY_KEY_STEP, 2, E_PV_SAT_MAGNIFY_KEY_STEP), "double");
-        QCOMPARE(typeAfter(E_PV_MIN_CUBE_X, "2600"_q, E_PV_MAX_CUBE_X), "QString");
-        QCOMPARE(typeAfter(E_PV_MAX_ROOM_HEIGHT, 3000, E_PV_MAX_CUBE_Y), "float");
+        QVariant value = TestData::field("value");
+        QVERIFY(value.convert(QMetaType::type(TestData::field("type").toLatin1())));
+        presets.setPreset(TestData::field("key"), value);
+        QCOMPARE(preset(TestData::field("looked")).typeName(),
+                 TestData::field("stored").toLatin1().constData());
     }
 
     void checksAspectRatios()
@@ -212,16 +209,12 @@ private Q_SLOTS:
     {
         delete PresetManager::getInstance();
         const QVariant* fallback = &PresetManager::getPreset(E_PV_FALLBACK);
-        QVERIFY(!fallback->isValid());
+        QVERIFY(!fallback->isValid() && !PresetManager::hasPreset(E_PV_ROOM_HEIGHT));
         QCOMPARE(&PresetManager::getPreset(E_PV_ROOM_HEIGHT), fallback);
-        QVERIFY(!PresetManager::hasPreset(E_PV_ROOM_HEIGHT));
         freshPresets();
         QVERIFY(PresetManager::hasPreset(E_PV_FALLBACK));
-        for (const int none : {-1, 0, 102}) {
-            QVERIFY(!PresetManager::hasPreset(E_PresetValue(none)));
-            QCOMPARE(&PresetManager::getPreset(E_PresetValue(none)),
-                     &PresetManager::getPreset(E_PV_FALLBACK));
-        }
+        for (const auto none : {E_PresetValue(-1), E_PV_NONE, E_PresetValue(102)})
+            QVERIFY(!PresetManager::hasPreset(none) && !PresetManager::getPreset(none).isValid());
     }
 
     void readsTheFile_data() { TestData::addRows("preset-files.txt", {"file", "failure", "expected"}); }

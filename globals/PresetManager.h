@@ -23,7 +23,7 @@ struct PresetLine
 /// What is known of a preset beside its value, for people.
 struct PresetDescription
 {
-    E_PresetValue value;
+    E_PresetValue value = E_PV_NONE;
     QString key;
     /// The type of the built-in value: "double", "float", "int", "bool" or "string".
     QString type;

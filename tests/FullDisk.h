@@ -13,7 +13,7 @@ class FullDisk
 public:
     explicit FullDisk(rlim_t bytes)
     {
-        std::signal(SIGXFSZ, SIG_IGN);
+        static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
         getrlimit(RLIMIT_FSIZE, &m_before);
         const rlimit limit = {bytes, m_before.rlim_max};
         setrlimit(RLIMIT_FSIZE, &limit);

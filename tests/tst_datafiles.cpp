@@ -93,7 +93,7 @@ class TestDataFiles : public QObject
 
 private Q_SLOTS:
     void init() { m_descriptors = openDescriptors(); }
-    void cleanup()
+    void cleanup() const
     {
         QCOMPARE(openDescriptors(), m_descriptors);
         QFile::remove(SUBJECT);

@@ -30,7 +30,7 @@ QString pathOf(const Log& log)
 QStringList messagesIn(const QString& path)
 {
     static const QRegularExpression head(
-        "^(DEBUG    |INFO     |WARNING  |ERROR    )\\d\\d\\.\\d\\d\\.\\d{4} \\d\\d:\\d\\d:\\d\\d  "_q);
+        R"(^(DEBUG    |INFO     |WARNING  |ERROR    )\d\d\.\d\d\.\d{4} \d\d:\d\d:\d\d  )"_q);
     QStringList lines = QString::fromUtf8(TestData::contentOf(path)).split("\r\n"_q);
     if (lines.last().isEmpty())
         lines.removeLast();
@@ -254,7 +254,7 @@ private Q_SLOTS:
 
         QStringList messages = messagesOf(log);
         QCOMPARE(messages.count(), 8 * 200);
-        QCOMPARE(messages.filter(QRegularExpression("^\\d{1,4}\\.{60}$"_q)).count(), 8 * 200);
+        QCOMPARE(messages.filter(QRegularExpression(R"(^\d{1,4}\.{60}$)"_q)).count(), 8 * 200);
         QCOMPARE(messages.removeDuplicates(), 0);
         QCOMPARE(QFileInfo(pathOf(log)).dir().entryList({"busy*"_q}).count(), 1);
     }

@@ -15,8 +15,8 @@ enum ExitCode : int {
 /// An option of a command, "--name" or "--name VALUE".
 struct Option
 {
-    const char* name; ///< without dashes
-    const char* summary;
+    const char* name = nullptr; ///< without dashes
+    const char* summary = nullptr;
     const char* value = nullptr;   ///< what the value is called in help texts; null for an option without one
     const char* initial = nullptr; ///< the value when the option is not given; null for none
 };

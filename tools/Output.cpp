@@ -19,7 +19,7 @@ void write(std::FILE* stream, const QString& text)
 {
     const QByteArray line = text.toUtf8() + '\n';
     // A failure stays with the stream until flushAnswers() asks.
-    std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stream);
+    static_cast<void>(std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stream));
 }
 
 QVector<int> columnWidths(const QList<QStringList>& rows)

@@ -40,7 +40,7 @@ QByteArray contentOf(const QString& path)
     if (!file.open(QIODevice::ReadOnly)) {
         refuse(QStringLiteral("File %1 cannot be read: %2").arg(path, file.errorString()));
     }
-    const QByteArray content = file.read(LARGEST_FILE + 1);
+    QByteArray content = file.read(LARGEST_FILE + 1);
     if (content.size() > LARGEST_FILE)
         refuse(QStringLiteral("File %1 is too large for a preset file").arg(path));
     return content;
@@ -77,11 +77,11 @@ bool hasProtectedForm(const QByteArray& bytes)
 QString textOf(const QString& path)
 {
     const QByteArray bytes = contentOf(path);
-    const QString plain = QString::fromUtf8(bytes);
+    QString plain = QString::fromUtf8(bytes);
     const bool isProtected = hasProtectedForm(bytes) && !(isUtf8(bytes) && isReadable(plain));
     if (!isProtected && isReadable(plain))
         return plain;
-    const QString text = PresetManager::textOfFile(path); // throws for an archive
+    QString text = PresetManager::textOfFile(path); // throws for an archive
     if (!isProtected) {
         refuse(
             QStringLiteral("File %1 is damaged: neither a protected preset file nor plain text").arg(path));

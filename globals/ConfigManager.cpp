@@ -25,9 +25,8 @@ ConfigManager::ConfigManager()
     m_data.setServerTimeDiff(0);
     m_data.setServerTimeState(false);
 
-    // ---- The migration of older installations runs here: with the values in memory, and before the settings
-    // ---- file exists, because a missing settings file is how it knows a first start.
-
+    // Before the settings file exists: a missing one is how a first start is known.
+    checkAndClean();
     m_settings.openSettingsFile(getPath(E_PT_SETTINGS) + QLatin1String("settings.ini"), QSettings::IniFormat,
                                 this);
 }

@@ -1,6 +1,43 @@
+#include "globals/ActiveLog_p.h"
 #include "globals/ConfigManager.h"
+#include "globals/Log.h"
+#include "globals/LogManager.h"
+#include "globals/RuntimeKeys_p.h"
+
+#include <QLocale>
+
+#include <limits>
 
 namespace TEKLUVA {
+
+namespace {
+
+/// From this many seconds on a correction of the clock is worth a log of its own.
+constexpr qint64 NOTABLE_CORRECTION = 121;
+
+QString key(const char* name)
+{
+    return QString::fromLatin1(name);
+}
+
+int secondsToServer(const QDateTime& serverTime)
+{
+    const qint64 seconds = QDateTime::currentDateTime().secsTo(serverTime);
+    return static_cast<int>(
+        qBound<qint64>(std::numeric_limits<int>::min(), seconds, std::numeric_limits<int>::max()));
+}
+
+bool isGerman(QLocale::Language language)
+{
+    return language == QLocale::German || language == QLocale::SwissGerman || language == QLocale::LowGerman;
+}
+
+bool isOffered(const QString& language)
+{
+    return language == QLatin1String("en") || language == QLatin1String("de");
+}
+
+} // namespace
 
 QDateTime ConfigManager::getCurrentServerTime() const
 {
@@ -18,11 +55,108 @@ QDateTime ConfigManager::syncToServerTime(const QDateTime& time) const
     return time.addSecs(m_data.getServerTimeDiff());
 }
 
+void ConfigManager::setCurrentServerTime(const QDateTime& serverTime)
+{
+    if (!serverTime.isValid()) {
+        logError(std::string("The server time is not valid."));
+        return;
+    }
+    const qint64 before = m_data.getServerTimeDiff();
+    const qint64 now = secondsToServer(serverTime);
+    m_data.setServerTimeDiff(static_cast<int>(now));
+    m_data.setServerTimeState(true);
+    if (qAbs(now - before) >= NOTABLE_CORRECTION)
+        startLogOfServerTime();
+    updateLifeTime();
+}
+
+void ConfigManager::startLogOfServerTime() const
+{
+    Log* log = LogManager::getInstance()->getActiveLog();
+    if (!log)
+        return;
+    const QString stamp = getCurrentServerTime().toString(QStringLiteral("yyyyMMddhhmmss"));
+    log->setLogName("tekluva-3D_" + stamp.toStdString(), false);
+    log->logStatusMessage("Synchronized to server time.", std::string(), 0);
+}
+
+void ConfigManager::setRuntimeState(const E_RuntimeState& state)
+{
+    const QString word = runtimeStateWord(state);
+    if (word.isEmpty())
+        return;
+    // One write for all, so that a process killed on the way leaves the old record or the new one.
+    QVariantMap record = errorRecord(potentialErrorOf(state));
+    record.insert(key(RuntimeKeys::STATE), state == E_RS_FIRST_START ? QVariant() : word);
+    m_settings.setSettings(key(RuntimeKeys::APPLICATION), record);
+}
+
+E_RuntimeState ConfigManager::getLastRuntimeState() const
+{
+    return lastRun().state;
+}
+
+void ConfigManager::setPotentialError(const unsigned int& code)
+{
+    m_settings.setSettings(key(RuntimeKeys::APPLICATION), errorRecord(code));
+}
+
+unsigned int ConfigManager::getLastPotentialError() const
+{
+    return lastRun().potentialError;
+}
+
 void ConfigManager::updateLifeTime()
 {
-    const QString group = QStringLiteral("Application");
-    setSetting(group, QStringLiteral("last_life_time"), getCurrentServerTime());
-    setSetting(group, QStringLiteral("time_sync"), m_data.getServerTimeState());
+    m_settings.setSettings(key(RuntimeKeys::APPLICATION), lifeTimeRecord());
+}
+
+QDateTime ConfigManager::getLastLifeTime() const
+{
+    const LastRun run = lastRun();
+    const bool correct = !run.isServerTime && m_data.getServerTimeState();
+    return correct ? syncToServerTime(run.lifeTime) : run.lifeTime;
+}
+
+LastRun ConfigManager::lastRun() const
+{
+    return lastRunFrom(m_settings.getSettings(key(RuntimeKeys::APPLICATION)));
+}
+
+QVariantMap ConfigManager::lifeTimeRecord() const
+{
+    return {{key(RuntimeKeys::LIFE_TIME), getCurrentServerTime()},
+            {key(RuntimeKeys::TIME_SYNC), m_data.getServerTimeState()}};
+}
+
+QVariantMap ConfigManager::errorRecord(unsigned int code) const
+{
+    QVariantMap record = lifeTimeRecord();
+    record.insert(key(RuntimeKeys::ERROR_CODE), code);
+    return record;
+}
+
+QString ConfigManager::getPrefferedLang() const
+{
+    const QString stored = getSetting(key(RuntimeKeys::LOCALE), key(RuntimeKeys::LANGUAGE)).toString();
+    if (isOffered(stored))
+        return stored;
+    return isGerman(QLocale::system().language()) ? QStringLiteral("de") : QStringLiteral("en");
+}
+
+void ConfigManager::setPrefferedLang(const QString& language)
+{
+    setSetting(key(RuntimeKeys::LOCALE), key(RuntimeKeys::LANGUAGE), language);
+}
+
+bool ConfigManager::getAutosaveSessionState() const
+{
+    return getSetting(key(RuntimeKeys::APPLICATION), key(RuntimeKeys::AUTO_SAVE)).toBool();
+}
+
+void ConfigManager::setAutosaveSessionState(const bool& active)
+{
+    setSetting(key(RuntimeKeys::APPLICATION), key(RuntimeKeys::AUTO_SAVE), active);
 }
 
 } // namespace TEKLUVA

@@ -47,6 +47,18 @@ QVariant Settings::getSetting(const QString& group, const QString& key) const
     return m_store->valueOf(group, key);
 }
 
+QVariantMap Settings::getSettings(const QString& group) const
+{
+    QVariantMap values;
+    if (!m_store)
+        return values;
+    const QMutexLocker lock(&m_lock);
+    m_store->refresh();
+    for (const QString& key : m_store->keysOf(group))
+        values.insert(key, m_store->valueOf(group, key));
+    return values;
+}
+
 bool Settings::hasSetting(const QString& group, const QString& key) const
 {
     if (!m_store)
@@ -57,23 +69,35 @@ bool Settings::hasSetting(const QString& group, const QString& key) const
 
 void Settings::setSetting(const QString& group, const QString& key, const QVariant& value)
 {
-    change({group, key, value});
+    change({{group, key, value}});
+}
+
+void Settings::setSettings(const QString& group, const QVariantMap& values)
+{
+    QList<SettingsChange> changes;
+    for (auto value = values.begin(); value != values.end(); ++value) {
+        if (value->isValid())
+            changes << SettingsChange{group, value.key(), *value};
+        else if (!value.key().isEmpty())
+            changes << SettingsChange{group, value.key(), std::nullopt};
+    }
+    change(changes);
 }
 
 void Settings::removeSetting(const QString& group, const QString& key)
 {
     if (!key.isEmpty())
-        change({group, key, std::nullopt});
+        change({{group, key, std::nullopt}});
 }
 
 void Settings::removeSettingGroup(const QString& group)
 {
-    change({group, QString(), std::nullopt});
+    change({{group, QString(), std::nullopt}});
 }
 
 void Settings::clearSettings()
 {
-    change({QString(), QString(), std::nullopt});
+    change({{QString(), QString(), std::nullopt}});
 }
 
 bool Settings::hasSettingGroup(const QString& group) const
@@ -97,7 +121,15 @@ QStringList Settings::getAllGroupMembers(const QString& group) const
     return m_store->keysOf(group);
 }
 
-void Settings::change(const SettingsChange& change)
+bool Settings::hasPendingChanges() const
+{
+    if (!m_store)
+        return false;
+    const QMutexLocker lock(&m_lock);
+    return m_store->isPending();
+}
+
+void Settings::change(const QList<SettingsChange>& changes)
 {
     if (!m_store)
         return;
@@ -105,7 +137,7 @@ void Settings::change(const SettingsChange& change)
     QString file;
     {
         const QMutexLocker lock(&m_lock);
-        written = m_store->change(change);
+        written = m_store->change(changes);
         file = m_store->fileName();
     }
     // Reported after the lock is free, because whoever shows the log may ask for settings.

@@ -41,7 +41,12 @@ public:
     /// An invalid QVariant when there is no such key.
     QVariant getSetting(const QString& group, const QString& key) const;
     bool hasSetting(const QString& group, const QString& key) const;
+    /// The values of all keys of \p group itself, as they stand in the file at one moment.
+    QVariantMap getSettings(const QString& group) const;
     void setSetting(const QString& group, const QString& key, const QVariant& value);
+    /// Sets several keys of \p group in one write, so that a file never holds some of them without the
+    /// others. An invalid value removes its key.
+    void setSettings(const QString& group, const QVariantMap& values);
     /// Does nothing for an empty \p key.
     void removeSetting(const QString& group, const QString& key);
     /// Removes the group with its sub-groups. The empty group is the whole file.
@@ -53,9 +58,11 @@ public:
     QStringList getAllGroups() const;
     /// The keys of \p group, without those of its sub-groups.
     QStringList getAllGroupMembers(const QString& group) const;
+    /// Whether changes could not be written and are kept in memory.
+    bool hasPendingChanges() const;
 
 private:
-    void change(const SettingsChange& change);
+    void change(const QList<SettingsChange>& changes);
     void release();
 
     /// Null until a file is opened, and again once the store's parent has destroyed it.

@@ -77,9 +77,9 @@ SettingsFile::~SettingsFile()
     writePending();
 }
 
-bool SettingsFile::change(const SettingsChange& change)
+bool SettingsFile::change(const QList<SettingsChange>& changes)
 {
-    m_pending << change;
+    m_pending << changes;
     return writePending();
 }
 

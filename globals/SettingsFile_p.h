@@ -34,8 +34,9 @@ public:
     /// Tries once more to write what is pending.
     ~SettingsFile() override;
 
-    /// Writes \p change, with whatever is pending, to disk. False when all of that stays pending.
-    bool change(const SettingsChange& change);
+    /// Writes \p changes, with whatever is pending, to disk at once. False when all of that stays pending.
+    bool change(const QList<SettingsChange>& changes);
+    bool isPending() const { return !m_pending.isEmpty(); }
 
     /// Takes over what other processes have written, and tries again to write what is pending.
     void refresh();

@@ -73,6 +73,29 @@ enum E_RuntimeState : int {
     E_RS_RESTART = 9,
 };
 
+/// The result of ConfigManager::compareVersion().
+enum E_VersionComparison : int {
+    E_VC_LOWER = 1,
+    E_VC_EQUAL = 2,
+    E_VC_HIGHER = 3,
+    E_VC_FIRST_INVALID = 4,
+    E_VC_SECOND_INVALID = 5,
+};
+
+/// The images that a cube map is rendered into.
+enum E_OffscreenImage : int {
+    E_OI_COLOR = 1,
+    E_OI_DEPTH = 2,
+    E_OI_NORMAL = 3,
+    E_OI_ID = 4, ///< which object is seen where
+};
+
+/// The application's own kinds of documents.
+enum E_FileSuffixType : int {
+    E_FST_RGM = 1,
+    E_FST_ARGM = 2,
+};
+
 /// The units a user may choose for display. Inside the application all geometry is in centimetres.
 enum E_MeasurementUnit : int {
     E_MU_UNDEFINED = 0, ///< behaves exactly like centimetre everywhere

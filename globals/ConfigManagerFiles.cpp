@@ -1,0 +1,186 @@
+#include "globals/ActiveLog_p.h"
+#include "globals/ConfigManager.h"
+#include "globals/FileTree_p.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QSaveFile>
+#include <QThread>
+
+#include <memory>
+
+namespace TEKLUVA {
+
+namespace {
+
+constexpr const char* GUEST = "guest";
+
+bool canAsk()
+{
+    const QCoreApplication* application = QCoreApplication::instance();
+    return qobject_cast<const QApplication*>(application)
+           && QThread::currentThread() == application->thread();
+}
+
+bool failed(const char* message)
+{
+    logError(std::string(message));
+    return false;
+}
+
+/// A file to write \p filename with. Whole files are written beside the old one, which they replace when all
+/// is on the disk; appending goes to the file itself, and so does what is no plain file.
+std::unique_ptr<QFileDevice> deviceFor(const QString& filename, bool append)
+{
+    const QFileInfo info(filename);
+    if (append || (info.exists() && !info.isFile()))
+        return std::make_unique<QFile>(filename);
+    auto file = std::make_unique<QSaveFile>(filename);
+    file->setDirectWriteFallback(true); // for a file that may be written in a folder that may not
+    return file;
+}
+
+bool finish(QFileDevice& file)
+{
+    if (!file.flush())
+        return false;
+    if (auto* whole = qobject_cast<QSaveFile*>(&file))
+        return whole->commit();
+    file.close();
+    return true;
+}
+
+/// The account that an auto-save belongs to.
+QString accountOf(const QString& user)
+{
+    const std::string name = user.toStdString();
+    const bool isGuest = name.empty() || cmp(name, "Gast", true) || cmp(name, "Guest", true);
+    return isGuest ? QString::fromLatin1(GUEST) : user;
+}
+
+} // namespace
+
+bool ConfigManager::copyDirectory(const QString& source, const QString& target, bool recursive,
+                                  bool removeSource, const QStringList& suffixes)
+{
+    bool unasked = false;
+    const auto mayReplace = [this, &unasked](const QString& file) {
+        if (canAsk())
+            return askToReplace(file);
+        unasked = true;
+        return false;
+    };
+    return FileTree::copy(source, target, {recursive, removeSource, suffixes, mayReplace}) && !unasked;
+}
+
+bool ConfigManager::askToReplace(const QString& file) const
+{
+    const QString question = tr("Die Datei %1 existiert bereits. Soll sie überschrieben werden?").arg(file);
+    return QMessageBox::information(nullptr, tr("Datei überschreiben"), question,
+                                    QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes)
+           == QMessageBox::Yes;
+}
+
+bool ConfigManager::deleteDirectory(const QString& path)
+{
+    return FileTree::remove(path);
+}
+
+qint64 ConfigManager::getDirectoryContentSize(const QString& path) const
+{
+    return FileTree::size(path);
+}
+
+bool ConfigManager::createDirectory(const QString& path)
+{
+    return QFileInfo::exists(path) || QDir().mkpath(path);
+}
+
+QByteArray ConfigManager::readDataFromFile(const QString& filename, bool& ok)
+{
+    ok = false;
+    if (filename.isEmpty()) {
+        // Reading speaks of writing, too, and always has.
+        failed("The filename must not be empty to write data to file.");
+        return QByteArray();
+    }
+    const QFileInfo info(filename);
+    if (!info.exists())
+        return QByteArray();
+    QFile file(filename);
+    // A pipe or a device is refused, too: reading it might never end.
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly)) {
+        failed("Could not open file to write.");
+        return QByteArray();
+    }
+    const QByteArray data = file.readAll();
+    ok = file.error() == QFileDevice::NoError;
+    return ok ? data : QByteArray();
+}
+
+bool ConfigManager::writeDataToFile(const QString& filename, const QByteArray& data, bool append)
+{
+    if (filename.isEmpty())
+        return failed("The filename must not be empty to write data to file.");
+    if (data.isEmpty())
+        return failed("No data to write.");
+    const auto file = deviceFor(filename, append);
+    // Unbuffered, so that a full disk is met here and not by a buffer that is flushed when all is over.
+    if (!file->open((append ? QIODevice::Append : QIODevice::WriteOnly) | QIODevice::Unbuffered))
+        return failed(append ? "Could not open file to append data." : "Could not open file to write.");
+    const qint64 before = file->size();
+    const bool isWritten = file->write(data) == data.size();
+    if (isWritten && finish(*file))
+        return true;
+    if (append)
+        file->resize(before); // no half record behind the old ones
+    return failed(isWritten ? "Could not flush file." : "Could not write data to file.");
+}
+
+QString ConfigManager::getProjectFilename(const QString& name) const
+{
+    return name + getFileSuffix(E_FST_RGM);
+}
+
+QString ConfigManager::getStdProjectName() const
+{
+    return tr("neues Projekt");
+}
+
+QString ConfigManager::getAutosaveFilepath(const QString& user, const bool& fallBackToGuest) const
+{
+    const auto pathOf = [this](const QString& account) {
+        return getPath(E_PT_STORAGE_PROJECTS) + account + getFileSuffix(E_FST_ARGM);
+    };
+    const QString own = pathOf(accountOf(user));
+    if (!fallBackToGuest || QFileInfo::exists(own))
+        return own;
+    const QString guests = pathOf(QString::fromLatin1(GUEST));
+    return QFileInfo::exists(guests) ? guests : QString();
+}
+
+bool ConfigManager::existAutoSave(const QString& user) const
+{
+    // With the guest to fall back to, a guest's auto-save counts for every user.
+    for (const char* suffix : {"", "_1", "_2"}) {
+        const QString path = getAutosaveFilepath(user + QString::fromLatin1(suffix), true);
+        if (!path.isEmpty() && QFileInfo::exists(path))
+            return true;
+    }
+    return false;
+}
+
+QString ConfigManager::getListOfObjectAddFiles(const QString& folder) const
+{
+    const QDir dir(getPath(E_PT_MODEL_ADDS) + QLatin1Char('/') + folder);
+    QString list;
+    const auto filter = QDir::Files | QDir::Dirs | QDir::NoSymLinks | QDir::NoDotAndDotDot;
+    for (const QFileInfo& entry : dir.entryInfoList(filter, QDir::Unsorted))
+        list += entry.absoluteFilePath() + QLatin1Char('\n');
+    return list;
+}
+
+} // namespace TEKLUVA

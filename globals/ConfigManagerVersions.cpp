@@ -1,0 +1,165 @@
+#include "globals/ConfigManager.h"
+#include "globals/FileTree_p.h"
+#include "globals/RuntimeKeys_p.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStringList>
+
+#include <algorithm>
+#include <optional>
+
+namespace TEKLUVA {
+
+namespace {
+
+/// Of the application that this library belongs to: major, minor, patch and build.
+constexpr int VERSION[] = {1, 6, 0, 4184};
+
+/// Digits with a sign at most; QString::toInt() would take blanks around them, too.
+std::optional<int> numberIn(const QString& part)
+{
+    const auto isBlank = [](QChar c) { return c.isSpace(); };
+    if (std::any_of(part.begin(), part.end(), isBlank))
+        return std::nullopt;
+    bool isNumber = false;
+    const int number = part.toInt(&isNumber, 10);
+    return isNumber ? std::optional<int>(number) : std::nullopt;
+}
+
+QStringList listIn(const char* constant)
+{
+    return QString::fromLatin1(constant).split(QLatin1Char(';'));
+}
+
+/// Where an older installation kept its data and what is left of it once that is moved; from the folder of
+/// the settings file.
+struct OlderInstallation
+{
+    const char* data;
+    const char* leftover;
+};
+
+constexpr OlderInstallation OLDER_INSTALLATIONS[] = {
+    {"../../Falbrin GmbH/Tekluva 3D-Planer/", "../../Falbrin GmbH/"},
+    {"../../tekluva/Tekluva 3D-Planer/", "../Tekluva 3D-Planer/"},
+};
+
+QStringList namesIn(const QDir& folder)
+{
+    return folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                            QDir::Unsorted);
+}
+
+/// Deletes \p folder unless the data that was just moved lies in it: under some names of organisation and
+/// application an old folder is the new one.
+bool removeOutside(const QString& folder, const QString& base)
+{
+    return !FileTree::isWithin(base, folder) && FileTree::remove(folder);
+}
+
+} // namespace
+
+QString ConfigManager::getCurrentVersion(const unsigned int& parts) const
+{
+    QStringList numbers;
+    for (const int number : VERSION) {
+        if (static_cast<unsigned int>(numbers.size()) < parts)
+            numbers << QString::number(number);
+    }
+    return numbers.join(QLatin1Char('.'));
+}
+
+QString ConfigManager::getCurrentDisplayVersion() const
+{
+    return getCurrentVersion(4);
+}
+
+E_VersionComparison ConfigManager::compareVersion(const QString& first, const QString& second,
+                                                  const unsigned short& depth) const
+{
+    const QStringList firstParts = first.split(QLatin1Char('.'));
+    const QStringList secondParts = second.split(QLatin1Char('.'));
+    // A version that is the beginning of the other one is equal to it.
+    const int common = std::min({static_cast<int>(depth), firstParts.size(), secondParts.size()});
+    for (int i = 0; i < common; ++i) {
+        const auto a = numberIn(firstParts[i]);
+        if (!a)
+            return E_VC_FIRST_INVALID;
+        const auto b = numberIn(secondParts[i]);
+        if (!b)
+            return E_VC_SECOND_INVALID;
+        if (*a != *b)
+            return *a < *b ? E_VC_LOWER : E_VC_HIGHER;
+    }
+    return E_VC_EQUAL;
+}
+
+void ConfigManager::handleQtVersionChanged()
+{
+    const QStringList keptGroups = listIn(__groups_to_keep);
+    for (const QString& group : m_settings.getAllGroups()) {
+        if (!keptGroups.contains(group))
+            m_settings.removeSettingGroup(group);
+    }
+    for (const QString& key : listIn(__app_keys_to_remove))
+        m_settings.removeSetting(QString::fromLatin1(RuntimeKeys::APPLICATION), key);
+}
+
+void ConfigManager::checkAndClean()
+{
+    const QString base = getPath(E_PT_SETTINGS);
+    if (QFileInfo::exists(base + QLatin1String("settings.ini")))
+        return;
+    for (const OlderInstallation& older : OLDER_INSTALLATIONS)
+        moveData(base, base + QLatin1String(older.data), base + QLatin1String(older.leftover));
+}
+
+void ConfigManager::moveData(const QString& base, const QString& old, const QString& leftover)
+{
+    if (!QFileInfo(old).isDir() || FileTree::isWithin(base, old))
+        return;
+    for (const char* transient : {"cache/", "logs/"})
+        deleteDirectory(old + QLatin1String(transient));
+    // Each step only after the one before succeeded: until all is copied the old data stays as it is.
+    if (copyDirectory(old, base, true, false, QStringList()) && removeOutside(old, base))
+        removeOutside(leftover, base);
+}
+
+void ConfigManager::removeEnvironmentVersions(const QString& name)
+{
+    removeFilesOf(name, E_PT_ENVIRONMENT_CACHE);
+}
+
+void ConfigManager::removeModelVersions(const QString& name)
+{
+    removeFilesOf(name, E_PT_MODEL_CACHE);
+    removeAddsOf(name, E_PT_MODEL_ADDS);
+}
+
+void ConfigManager::removeMaterialVersions(const QString& name)
+{
+    removeFilesOf(name, E_PT_MATERIAL_CACHE);
+    removeAddsOf(name, E_PT_MATERIAL_ADDS);
+}
+
+void ConfigManager::removeFilesOf(const QString& name, E_PathType type)
+{
+    if (name.isEmpty())
+        return; // would match every hidden file
+    const QDir folder(getPath(type));
+    for (const QString& entry : namesIn(folder)) {
+        if (QFileInfo(entry).baseName().compare(name, Qt::CaseInsensitive) == 0)
+            QFile::remove(folder.filePath(entry)); // fails for a folder, which stays
+    }
+}
+
+void ConfigManager::removeAddsOf(const QString& name, E_PathType type)
+{
+    const QDir folder(getPath(type));
+    if (namesIn(folder).contains(name))
+        deleteDirectory(folder.filePath(name));
+}
+
+} // namespace TEKLUVA

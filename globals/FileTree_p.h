@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+/// Whole folders: copied, deleted, measured. Symbolic links to folders are never followed: what lies behind
+/// them belongs to somebody else, and one that leads to a folder above would never end.
+namespace TEKLUVA::FileTree {
+
+struct CopyRules
+{
+    bool recursive = false;
+    bool removeSource = false;
+    /// The suffixes of the files to copy, without dots; empty for all files.
+    QStringList suffixes;
+    /// Asked whether the file of this name, which exists, may be replaced.
+    std::function<bool(const QString& target)> mayReplace;
+};
+
+/// Copies what is in the folder \p source into the folder \p target; both must exist. Goes on behind a
+/// failure and is false then. A copy is whole or not there at all, and so is what it replaces.
+bool copy(const QString& source, const QString& target, const CopyRules& rules);
+
+/// Deletes the folder \p path with all in it; a link is deleted itself. Goes on behind a failure and is false
+/// then.
+bool remove(const QString& path);
+
+/// The bytes of the file \p path or of all files below the folder \p path; 0 if there is none.
+qint64 size(const QString& path);
+
+/// Whether the folder \p path is \p folder or lies below it. Both must exist.
+bool isWithin(const QString& path, const QString& folder);
+
+} // namespace TEKLUVA::FileTree

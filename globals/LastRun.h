@@ -1,0 +1,39 @@
+#pragma once
+
+#include "globals/globals.h"
+
+#include <QDateTime>
+#include <QString>
+#include <QVariant>
+
+namespace TEKLUVA {
+
+/// What the settings say of how the last run went: one record, written in one piece.
+struct LastRun
+{
+    /// E_RS_FIRST_START when no run has been recorded.
+    E_RuntimeState state = E_RS_FIRST_START;
+    /// The state's word in the settings file as it stands there, empty for a first start.
+    QString word;
+    /// The potential error code, 0 for none.
+    unsigned int potentialError = 0;
+    /// When the application was last known to be alive; invalid when never.
+    QDateTime lifeTime;
+    /// Whether that was by the server's clock.
+    bool isServerTime = false;
+};
+
+/// Reads the record from the values of the settings group "Application". Reentrant.
+///
+/// The word is compared without regard to case. A word that is none of the nine counts as E_RS_CRASHED:
+/// something went wrong that this version does not know, and a clean exit must not be assumed.
+GLOBALS_EXPORT LastRun lastRunFrom(const QVariantMap& applicationSettings);
+
+/// The word that stands for \p state in the settings file, "firststart" for E_RS_FIRST_START; empty for a
+/// number that is no state.
+GLOBALS_EXPORT QString runtimeStateWord(E_RuntimeState state);
+
+/// The error code that is recorded with \p state: what may have gone wrong if nothing is recorded after it.
+GLOBALS_EXPORT unsigned int potentialErrorOf(E_RuntimeState state);
+
+} // namespace TEKLUVA

@@ -36,13 +36,18 @@ private:
     QTemporaryDir m_folder;
 };
 
+inline void nameApplication()
+{
+    QCoreApplication::setOrganizationName("tekluva"_q);
+    QCoreApplication::setApplicationName("tekluva 3D-Planner"_q);
+}
+
 template <typename Test>
 int run(int argc, char** argv)
 {
     const Home home;
     QCoreApplication application(argc, argv);
-    QCoreApplication::setOrganizationName("tekluva"_q);
-    QCoreApplication::setApplicationName("tekluva 3D-Planner"_q);
+    nameApplication();
     Test test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -137,7 +137,9 @@ private Q_SLOTS:
         QVERIFY(obstacle.open(QIODevice::WriteOnly));
         qputenv("HOME", QFile::encodeName(QFileInfo(obstacle).absoluteFilePath()));
         config()->setAutosaveInterval(1);
-        QCOMPARE(active.entries(), QStringList{"8192 Could not create storage path."_q});
+        QStringList entries = active.entries();
+        entries.removeDuplicates();
+        QCOMPARE(entries, QStringList{"8192 Could not create storage path."_q});
         QCOMPARE(qApp->findChildren<ConfigManager*>().count(), 1);
         delete config();
         qputenv("HOME", m_home);

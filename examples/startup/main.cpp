@@ -1,5 +1,6 @@
 // What an application does with the library in its first minute, on real files: it opens its configuration,
-// starts its log, reads the protected "presets.dat" beside the executable and asks for the room height.
+// looks how the last run ended, starts its log, reads the protected "presets.dat" beside the executable and
+// asks for the room height. With the argument "crash" it ends without a word, for the next run to see.
 //
 // The files go where the application's would go; run it with another HOME to keep yours clean.
 
@@ -13,6 +14,8 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QTextStream>
+
+#include <cstdlib>
 
 using namespace TEKLUVA;
 
@@ -51,12 +54,20 @@ void showFile(const QString& path)
         out() << "  " << QString::fromUtf8(file.readLine()).trimmed() << "\n";
 }
 
+void showLastRun(const ConfigManager& config)
+{
+    const E_RuntimeState state = config.getLastRuntimeState();
+    out() << "Last run: " << runtimeStateWord(state);
+    if (state != E_RS_FIRST_START)
+        out() << ", alive until " << config.getLastLifeTime().toString(Qt::ISODate);
+    out() << "\n\n";
+}
+
 void start()
 {
     ConfigManager* config = ConfigManager::getInstance();
-    config->setSetting(
-        QStringLiteral("Application"), QStringLiteral("example_runs"),
-        config->getSetting(QStringLiteral("Application"), QStringLiteral("example_runs")).toInt() + 1);
+    showLastRun(*config);
+    config->setRuntimeState(E_RS_INITIALIZING);
 
     auto* log = new Log("tekluva-3D", false); // the registry deletes it
     LogManager::getInstance()->setActiveLog(log);
@@ -65,6 +76,7 @@ void start()
     PresetManager::getInstance()->init();
     const QVariant& height = PresetManager::getPreset(E_PV_ROOM_HEIGHT);
     log->logStatusMessage("The room height is " + height.toString().toStdString() + " cm.", "", 0);
+    config->setRuntimeState(E_RS_STARTED);
 }
 
 void show()
@@ -91,6 +103,10 @@ int main(int argc, char** argv)
     try {
         start();
         show();
+        out().flush();
+        if (QCoreApplication::arguments().contains(QStringLiteral("crash")))
+            std::_Exit(EXIT_FAILURE);
+        ConfigManager::getInstance()->setRuntimeState(E_RS_SHUTDOWN);
     } catch (const Exception& e) {
         QTextStream(stderr) << e.what() << "\n" << e.getDescription() << "\n";
         result = EXIT_FAILURE;

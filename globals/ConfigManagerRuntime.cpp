@@ -151,7 +151,7 @@ void ConfigManager::setPrefferedLang(const QString& language)
 
 bool ConfigManager::getAutosaveSessionState() const
 {
-    return getSetting(key(RuntimeKeys::APPLICATION), key(RuntimeKeys::AUTO_SAVE)).toBool();
+    return lastRun().isAutoSaveSession;
 }
 
 void ConfigManager::setAutosaveSessionState(const bool& active)

@@ -57,6 +57,7 @@ LastRun lastRunFrom(const QVariantMap& applicationSettings)
     run.potentialError = value(RuntimeKeys::ERROR_CODE).toUInt();
     run.lifeTime = value(RuntimeKeys::LIFE_TIME).toDateTime();
     run.isServerTime = value(RuntimeKeys::TIME_SYNC).toBool();
+    run.isAutoSaveSession = value(RuntimeKeys::AUTO_SAVE).toBool();
     return run;
 }
 

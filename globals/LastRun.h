@@ -8,7 +8,8 @@
 
 namespace TEKLUVA {
 
-/// What the settings say of how the last run went: one record, written in one piece.
+/// What the settings say of how the last run went. State, error code and life time are one record, written in
+/// one piece.
 struct LastRun
 {
     /// E_RS_FIRST_START when no run has been recorded.
@@ -21,6 +22,8 @@ struct LastRun
     QDateTime lifeTime;
     /// Whether that was by the server's clock.
     bool isServerTime = false;
+    /// Whether an auto-save session is active.
+    bool isAutoSaveSession = false;
 };
 
 /// Reads the record from the values of the settings group "Application". Reentrant.

@@ -9,6 +9,12 @@ namespace TEKLUVA {
 
 namespace {
 
+/// As QSettings sees it, which skips separators; to it an empty key is the whole group.
+bool isEmptyKey(const QString& key)
+{
+    return key.count(QLatin1Char('/')) == key.size();
+}
+
 QPointer<SettingsFile> storeOf(const QPointer<SettingsFile>& store, QMutex& lock)
 {
     const QMutexLocker locked(&lock);
@@ -78,7 +84,7 @@ void Settings::setSettings(const QString& group, const QVariantMap& values)
     for (auto value = values.begin(); value != values.end(); ++value) {
         if (value->isValid())
             changes << SettingsChange{group, value.key(), *value};
-        else if (!value.key().isEmpty())
+        else if (!isEmptyKey(value.key()))
             changes << SettingsChange{group, value.key(), std::nullopt};
     }
     change(changes);
@@ -86,7 +92,7 @@ void Settings::setSettings(const QString& group, const QVariantMap& values)
 
 void Settings::removeSetting(const QString& group, const QString& key)
 {
-    if (!key.isEmpty())
+    if (!isEmptyKey(key))
         change({{group, key, std::nullopt}});
 }
 

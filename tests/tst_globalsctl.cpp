@@ -56,6 +56,20 @@ QJsonArray arrayFrom(const QStringList& arguments)
     return QJsonDocument::fromJson(run(arguments).answer.toUtf8()).array();
 }
 
+/// The arguments of the current row, where "" is an empty one.
+QStringList arguments()
+{
+    QStringList words = TestData::field("arguments").split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    return words.replaceInStrings("\"\""_q, QString());
+}
+
+/// The lines that the current row has in \p column, where "@" is \p name.
+QString linesOf(const char* column, const QString& name)
+{
+    QString text = TestData::field(column).replace(QLatin1Char('@'), name);
+    return text.isEmpty() ? text : text.replace(QLatin1Char(';'), QLatin1Char('\n')) + "\n"_q;
+}
+
 /// All there is below the home folder.
 QStringList everythingAtHome()
 {
@@ -80,7 +94,7 @@ private Q_SLOTS:
     }
     void tellsItsUsage()
     {
-        const Result result = run(TestData::field("arguments").split(QLatin1Char(' '), Qt::SkipEmptyParts));
+        const Result result = run(arguments());
         QCOMPARE(result.exitCode, TestData::field("exitCode").toInt());
         const bool isAnswer = result.exitCode == 0;
         QVERIFY((isAnswer ? result.answer : result.report).contains(TestData::field("says")));
@@ -93,17 +107,13 @@ private Q_SLOTS:
     }
     void readsPresetFiles()
     {
-        const auto linesOf = [](const char* column) {
-            QString text = TestData::field(column).replace(QLatin1Char('@'), FILE_NAME);
-            return text.isEmpty() ? text : text.replace(QLatin1Char(';'), QLatin1Char('\n')) + "\n"_q;
-        };
         QString content = TestData::field("content");
         content.replace("\\n"_q, "\n"_q).replace("\\r"_q, "\r"_q).replace("\\t"_q, "\t"_q);
         for (const QByteArray& bytes : {content.toUtf8(), protectedContent(content.toUtf8())}) {
             write(FILE_NAME, bytes);
-            const Result result = run(TestData::field("arguments").split(QLatin1Char(' ')) << FILE_NAME);
-            QCOMPARE(result.answer, linesOf("answer"));
-            QCOMPARE(result.report, linesOf("report"));
+            const Result result = run(arguments() << FILE_NAME);
+            QCOMPARE(result.answer, linesOf("answer", FILE_NAME));
+            QCOMPARE(result.report, linesOf("report", FILE_NAME));
             QCOMPARE(result.exitCode, TestData::field("exitCode").toInt());
         }
     }
@@ -172,6 +182,34 @@ private Q_SLOTS:
         QCOMPARE(data["path"_q], QJsonValue("/elsewhere/"_q));
         QCOMPARE(data["overridden"_q], QJsonValue(true));
         QVERIFY(run(command).answer.contains("  no      set by the user: E_PT_DATA in User_Pathes\n"_q));
+    }
+
+    void keepsSettings_data()
+    {
+        TestData::addRows("globalsctl-settings.txt",
+                          {"content", "arguments", "exitCode", "answer", "report", "after"});
+    }
+    void keepsSettings()
+    {
+        const QString folder = QDir::homePath() + "/.local/share/data/tekluva"_q;
+        const QString file = folder + "/tekluva 3D-Planner/settings.ini"_q;
+        // Beside it, an application whose settings are no file, and one whose folder cannot be made.
+        QVERIFY(QDir(folder).removeRecursively() && QDir().mkpath(folder + "/directory/settings.ini"_q));
+        write(folder + "/blocked"_q, QByteArray());
+        if (const QString content = linesOf("content", "@"_q); !content.isEmpty()) {
+            QVERIFY(QDir().mkpath(QFileInfo(file).path()));
+            write(file, content.toLatin1());
+        }
+        const QStringList before = everythingAtHome();
+        const Result result = run(arguments());
+        QCOMPARE(result.answer, linesOf("answer", folder));
+        QCOMPARE(result.report, linesOf("report", folder));
+        QCOMPARE(result.exitCode, TestData::field("exitCode").toInt());
+        const bool isChanged = !TestData::field("after").isEmpty();
+        QCOMPARE(QString::fromLatin1(TestData::contentOf(file)),
+                 linesOf(isChanged ? "after" : "content", "@"_q));
+        if (!isChanged)
+            QCOMPARE(everythingAtHome(), before);
     }
 
     void failsWhenTheAnswerCannotBeWritten()

@@ -88,6 +88,7 @@ private Q_SLOTS:
         QVERIFY(m_settings->hasSettingGroup("X"_q) && !m_settings->hasSettingGroup("OnlySub"_q));
         QCOMPARE(m_settings->getAllGroups(), QStringList({"OnlySub"_q, "X"_q, "Y"_q}));
         m_settings->removeSetting("X"_q, QString());
+        m_settings->removeSetting("X"_q, "/"_q);
         QCOMPARE(m_settings->getAllGroupMembers("X"_q), QStringList({"a"_q, "b"_q}));
         m_settings->removeSetting("X"_q, "b"_q);
         QCOMPARE(m_settings->getAllGroupMembers("X"_q), QStringList("a"_q));

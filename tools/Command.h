@@ -49,4 +49,17 @@ int checkPresets(const QCommandLineParser& line);
 int showPaths(const QCommandLineParser& line);
 /// @}
 
+/// \name StateCommands.cpp
+/// @{
+int showState(const QCommandLineParser& line);
+/// @}
+
+/// \name SettingsCommands.cpp
+/// @{
+int listSettings(const QCommandLineParser& line);
+int getSetting(const QCommandLineParser& line);
+int setSetting(const QCommandLineParser& line);
+int removeSetting(const QCommandLineParser& line);
+/// @}
+
 } // namespace globalsctl

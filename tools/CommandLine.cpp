@@ -40,13 +40,6 @@ const Command* findCommand(const QStringList& arguments)
     return found == commands().end() ? nullptr : &*found;
 }
 
-int complainOfUsage(const QString& message)
-{
-    complain(message);
-    report(QStringLiteral("Try \"globalsctl --help\"."));
-    return WrongUsage;
-}
-
 QString optionHelp(const std::vector<Option>& options)
 {
     QList<QStringList> rows;
@@ -168,6 +161,13 @@ int runCommandLine(QStringList arguments)
     if (const Command* command = findCommand(arguments))
         return run(*command, arguments.mid(split(command->words).size()));
     return runWithoutCommand(arguments);
+}
+
+int complainOfUsage(const QString& message)
+{
+    complain(message);
+    report(QStringLiteral("Try \"globalsctl --help\"."));
+    return WrongUsage;
 }
 
 } // namespace globalsctl

@@ -2,6 +2,7 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QVector>
 
 #include <cstdio>
@@ -20,6 +21,11 @@ void write(std::FILE* stream, const QString& text)
     const QByteArray line = text.toUtf8() + '\n';
     // A failure stays with the stream until flushAnswers() asks.
     static_cast<void>(std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stream));
+}
+
+QString textOf(const QJsonDocument& document)
+{
+    return QString::fromUtf8(document.toJson(QJsonDocument::Indented)).trimmed();
 }
 
 QVector<int> columnWidths(const QList<QStringList>& rows)
@@ -55,7 +61,12 @@ void answer(const QString& text)
 
 void answer(const QJsonArray& array)
 {
-    answer(QString::fromUtf8(QJsonDocument(array).toJson(QJsonDocument::Indented)).trimmed());
+    answer(textOf(QJsonDocument(array)));
+}
+
+void answer(const QJsonObject& object)
+{
+    answer(textOf(QJsonDocument(object)));
 }
 
 bool flushAnswers()

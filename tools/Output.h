@@ -4,6 +4,7 @@
 #include <QStringList>
 
 class QJsonArray;
+class QJsonObject;
 
 /// What the tool writes: UTF-8, whatever the locale. Answers go to the standard output, all else to the
 /// standard error output.
@@ -16,6 +17,7 @@ void reserveStandardStreams();
 /// Writes \p text and a line end. Whether that worked, flushAnswers() tells.
 void answer(const QString& text);
 void answer(const QJsonArray& array);
+void answer(const QJsonObject& object);
 
 /// False when not all answers could be written.
 [[nodiscard]] bool flushAnswers();

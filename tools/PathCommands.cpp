@@ -1,10 +1,10 @@
+#include "tools/ApplicationFolders.h"
 #include "tools/Command.h"
 #include "tools/Output.h"
 
 #include "globals/PathRegistry.h"
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonObject>
 
@@ -42,9 +42,7 @@ QJsonObject objectOf(const TEKLUVA::PathDescription& path)
 
 int showPaths(const QCommandLineParser& line)
 {
-    // Both are names of folders on the way.
-    QCoreApplication::setOrganizationName(line.value(QStringLiteral("organization")));
-    QCoreApplication::setApplicationName(line.value(QStringLiteral("application")));
+    lookAtFoldersOf(line);
     QJsonArray objects;
     QList<QStringList> rows = {{QStringLiteral("TYPE"), QStringLiteral("ROLE"), QStringLiteral("PATH"),
                                 QStringLiteral("EXISTS"), QStringLiteral("WHY")}};

@@ -1,0 +1,33 @@
+#include "tools/ApplicationFolders.h"
+
+#include "globals/Exception.h"
+#include "globals/PathRegistry.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QFile>
+
+namespace globalsctl {
+
+using namespace TEKLUVA;
+
+void lookAtFoldersOf(const QCommandLineParser& line)
+{
+    QCoreApplication::setOrganizationName(line.value(QStringLiteral("organization")));
+    QCoreApplication::setApplicationName(line.value(QStringLiteral("application")));
+}
+
+QString settingsFileOf(const QCommandLineParser& line)
+{
+    lookAtFoldersOf(line);
+    // Described, because asking the configuration manager would make the folder.
+    QFile file(describePaths()[E_PT_SETTINGS - 1].path + QStringLiteral("settings.ini"));
+    if (file.exists() && !file.open(QIODevice::ReadOnly)) {
+        const QString reason =
+            QStringLiteral("File %1 cannot be read: %2").arg(file.fileName(), file.errorString());
+        throw Exception(E_ET_MISSING_DATA, reason.toStdString(), true);
+    }
+    return file.fileName();
+}
+
+} // namespace globalsctl

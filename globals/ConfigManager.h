@@ -216,7 +216,7 @@ private:
     QVariantMap lifeTimeRecord() const;
     QVariantMap errorRecord(unsigned int code) const;
     void moveData(const QString& base, const QString& old, const QString& leftover);
-    void removeFilesOf(const QString& name, E_PathType type);
+    void removeFilesOf(const QString& name, E_PathType type) const;
     void removeAddsOf(const QString& name, E_PathType type);
     bool askToReplace(const QString& file) const;
 

@@ -10,6 +10,7 @@
 #include <QSaveFile>
 #include <QThread>
 
+#include <algorithm>
 #include <memory>
 
 namespace TEKLUVA {
@@ -155,7 +156,7 @@ QString ConfigManager::getAutosaveFilepath(const QString& user, const bool& fall
     const auto pathOf = [this](const QString& account) {
         return getPath(E_PT_STORAGE_PROJECTS) + account + getFileSuffix(E_FST_ARGM);
     };
-    const QString own = pathOf(accountOf(user));
+    QString own = pathOf(accountOf(user));
     if (!fallBackToGuest || QFileInfo::exists(own))
         return own;
     const QString guests = pathOf(QString::fromLatin1(GUEST));
@@ -165,12 +166,11 @@ QString ConfigManager::getAutosaveFilepath(const QString& user, const bool& fall
 bool ConfigManager::existAutoSave(const QString& user) const
 {
     // With the guest to fall back to, a guest's auto-save counts for every user.
-    for (const char* suffix : {"", "_1", "_2"}) {
+    const auto suffixes = {"", "_1", "_2"};
+    return std::any_of(suffixes.begin(), suffixes.end(), [&](const char* suffix) {
         const QString path = getAutosaveFilepath(user + QString::fromLatin1(suffix), true);
-        if (!path.isEmpty() && QFileInfo::exists(path))
-            return true;
-    }
-    return false;
+        return !path.isEmpty() && QFileInfo::exists(path);
+    });
 }
 
 QString ConfigManager::getListOfObjectAddFiles(const QString& folder) const

@@ -138,7 +138,7 @@ QVariantMap ConfigManager::errorRecord(unsigned int code) const
 
 QString ConfigManager::getPrefferedLang() const
 {
-    const QString stored = getSetting(key(RuntimeKeys::LOCALE), key(RuntimeKeys::LANGUAGE)).toString();
+    QString stored = getSetting(key(RuntimeKeys::LOCALE), key(RuntimeKeys::LANGUAGE)).toString();
     if (isOffered(stored))
         return stored;
     return isGerman(QLocale::system().language()) ? QStringLiteral("de") : QStringLiteral("en");

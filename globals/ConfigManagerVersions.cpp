@@ -144,7 +144,7 @@ void ConfigManager::removeMaterialVersions(const QString& name)
     removeAddsOf(name, E_PT_MATERIAL_ADDS);
 }
 
-void ConfigManager::removeFilesOf(const QString& name, E_PathType type)
+void ConfigManager::removeFilesOf(const QString& name, E_PathType type) const
 {
     if (name.isEmpty())
         return; // would match every hidden file

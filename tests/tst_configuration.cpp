@@ -146,15 +146,6 @@ private Q_SLOTS:
         QCOMPARE(config()->getAutosaveInterval(), 60000U);
     }
 
-    void settingsLieInTheSettingsFolder()
-    {
-        config()->setSetting("Locale"_q, "Language"_q, "de"_q);
-        QFile file(config()->getPath(E_PT_SETTINGS) + "settings.ini"_q);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), QByteArray("[Locale]\nLanguage=de\n"));
-        config()->clearSettings();
-    }
-
     void changesAreAnnounced()
     {
         QSignalSpy interval(config(), &ConfigManager::autosaveIntervalChanged);
@@ -164,14 +155,6 @@ private Q_SLOTS:
         QCOMPARE(interval, (QList<QVariantList>{{5000U}}));
         QCOMPARE(force, (QList<QVariantList>{{true}}));
         QVERIFY(config()->getAutosaveInterval() == 5000 && config()->forceNavigation());
-    }
-
-    void theLifeTimeIsRecorded()
-    {
-        config()->updateLifeTime();
-        const QDateTime time = config()->getSetting("Application"_q, "last_life_time"_q).toDateTime();
-        QVERIFY(qAbs(time.secsTo(QDateTime::currentDateTime())) < 60);
-        QCOMPARE(config()->getSetting("Application"_q, "time_sync"_q).toString(), "false"_q);
     }
 
 private:

@@ -43,7 +43,7 @@ QString told(const Exception& e)
 
 } // namespace
 
-class TestFoundation : public QObject
+class FoundationTest : public QObject
 {
     Q_OBJECT
 
@@ -145,5 +145,5 @@ private Q_SLOTS:
     }
 };
 
-GLOBALS_TEST_MAIN(TestFoundation)
+GLOBALS_TEST_MAIN(FoundationTest)
 #include "tst_foundation.moc"

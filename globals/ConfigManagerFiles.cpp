@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <sys/stat.h>
 
 namespace TEKLUVA {
 
@@ -32,8 +33,15 @@ bool failed(const char* message)
     return false;
 }
 
+/// Neither reading nor writing one need ever end.
+bool isPipe(const QString& filename)
+{
+    struct stat info = {};
+    return ::stat(QFile::encodeName(filename).constData(), &info) == 0 && S_ISFIFO(info.st_mode);
+}
+
 /// A file to write \p filename with. Whole files are written beside the old one, which they replace when all
-/// is on the disk; appending goes to the file itself, and so does what is no plain file.
+/// is on the disk; appending goes to the file itself, and so does what is a device.
 std::unique_ptr<QFileDevice> deviceFor(const QString& filename, bool append)
 {
     const QFileInfo info(filename);
@@ -112,8 +120,7 @@ QByteArray ConfigManager::readDataFromFile(const QString& filename, bool& ok)
     if (!info.exists())
         return QByteArray();
     QFile file(filename);
-    // A pipe or a device is refused, too: reading it might never end.
-    if (!info.isFile() || !file.open(QIODevice::ReadOnly)) {
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly)) { // a device might never end
         failed("Could not open file to write.");
         return QByteArray();
     }
@@ -128,16 +135,16 @@ bool ConfigManager::writeDataToFile(const QString& filename, const QByteArray& d
         return failed("The filename must not be empty to write data to file.");
     if (data.isEmpty())
         return failed("No data to write.");
-    const auto file = deviceFor(filename, append);
-    // Unbuffered, so that a full disk is met here and not by a buffer that is flushed when all is over.
-    if (!file->open((append ? QIODevice::Append : QIODevice::WriteOnly) | QIODevice::Unbuffered))
+    auto file = deviceFor(filename, append);
+    const qint64 before = QFileInfo(filename).size();
+    if (isPipe(filename) || !file->open(append ? QIODevice::Append : QIODevice::WriteOnly))
         return failed(append ? "Could not open file to append data." : "Could not open file to write.");
-    const qint64 before = file->size();
     const bool isWritten = file->write(data) == data.size();
     if (isWritten && finish(*file))
         return true;
-    if (append)
-        file->resize(before); // no half record behind the old ones
+    file.reset();
+    if (append && QFileInfo(filename).size() > before)
+        QFile::resize(filename, before); // no half record behind the old ones
     return failed(isWritten ? "Could not flush file." : "Could not write data to file.");
 }
 

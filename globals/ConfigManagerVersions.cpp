@@ -52,11 +52,24 @@ QStringList namesIn(const QDir& folder)
                             QDir::Unsorted);
 }
 
-/// Deletes \p folder unless the data that was just moved lies in it: under some names of organisation and
-/// application an old folder is the new one.
-bool removeOutside(const QString& folder, const QString& base)
+/// Where \p relative leads from \p base; "../.." of a base that is a link is taken where the link leads.
+QString folderBeside(const QString& base, const char* relative)
 {
-    return !FileTree::isWithin(base, folder) && FileTree::remove(folder);
+    return QDir::cleanPath(QFileInfo(base).canonicalFilePath() + QLatin1Char('/') + QLatin1String(relative));
+}
+
+/// Whether data of the user lies in \p folder that must stay: the new data, because under some names of
+/// organisation and application an old folder is the new one, or data of an older installation that could not
+/// be moved.
+bool holdsData(const QString& folder, const QString& base)
+{
+    const auto isInFolder = [&folder](const QString& data) {
+        return QFileInfo::exists(data) && FileTree::isWithin(data, folder);
+    };
+    return isInFolder(base)
+           || std::any_of(
+               std::begin(OLDER_INSTALLATIONS), std::end(OLDER_INSTALLATIONS),
+               [&](const OlderInstallation& older) { return isInFolder(folderBeside(base, older.data)); });
 }
 
 } // namespace
@@ -113,7 +126,7 @@ void ConfigManager::checkAndClean()
     if (QFileInfo::exists(base + QLatin1String("settings.ini")))
         return;
     for (const OlderInstallation& older : OLDER_INSTALLATIONS)
-        moveData(base, base + QLatin1String(older.data), base + QLatin1String(older.leftover));
+        moveData(base, folderBeside(base, older.data), folderBeside(base, older.leftover));
 }
 
 void ConfigManager::moveData(const QString& base, const QString& old, const QString& leftover)
@@ -121,10 +134,11 @@ void ConfigManager::moveData(const QString& base, const QString& old, const QStr
     if (!QFileInfo(old).isDir() || FileTree::isWithin(base, old))
         return;
     for (const char* transient : {"cache/", "logs/"})
-        deleteDirectory(old + QLatin1String(transient));
+        deleteDirectory(old + QLatin1Char('/') + QLatin1String(transient));
     // Each step only after the one before succeeded: until all is copied the old data stays as it is.
-    if (copyDirectory(old, base, true, false, QStringList()) && removeOutside(old, base))
-        removeOutside(leftover, base);
+    const bool isMoved = copyDirectory(old, base, true, false, QStringList()) && deleteDirectory(old);
+    if (isMoved && !holdsData(leftover, base))
+        deleteDirectory(leftover);
 }
 
 void ConfigManager::removeEnvironmentVersions(const QString& name)

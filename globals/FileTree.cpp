@@ -4,6 +4,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
 
 #include <cstdio>
 #include <unistd.h>
@@ -30,34 +31,13 @@ bool isRealFolder(const QFileInfo& entry)
     return entry.isDir() && !entry.isSymLink();
 }
 
-/// A link whose content cannot be copied in its place.
-bool isFolderLink(const QFileInfo& entry)
-{
-    return entry.isSymLink() && !entry.isFile();
-}
-
-/// Qt's copy overlooks a disk that fills up with the last bytes, so the sizes are compared.
-bool copyWhole(const QString& source, const QString& target)
-{
-    if (!QFile::copy(source, target))
-        return false;
-    if (QFileInfo(target).size() == QFileInfo(source).size())
-        return true;
-    QFile::remove(target);
-    return false;
-}
-
-/// The old target stays until the new one is whole.
+/// The old target stays until the new one is whole, which is made in a folder of its own beside it.
 bool replaceWhole(const QString& source, const QString& target)
 {
-    const QString beside = target + QLatin1String(".new");
-    QFile::remove(beside);
-    if (!copyWhole(source, beside))
-        return false;
-    if (std::rename(QFile::encodeName(beside).constData(), QFile::encodeName(target).constData()) == 0)
-        return true;
-    QFile::remove(beside);
-    return false;
+    const QTemporaryDir beside(QFileInfo(target).path() + QLatin1String("/copy-XXXXXX"));
+    const QString copy = beside.filePath(QStringLiteral("copy"));
+    return beside.isValid() && QFile::copy(source, copy)
+           && std::rename(QFile::encodeName(copy).constData(), QFile::encodeName(target).constData()) == 0;
 }
 
 bool exists(const QString& path)
@@ -71,39 +51,52 @@ bool copyFile(const QString& source, const QString& target, const CopyRules& rul
     const bool replaces = exists(target);
     if (replaces && !rules.mayReplace(target))
         return true;
-    if (!(replaces ? replaceWhole(source, target) : copyWhole(source, target)))
+    if (!(replaces ? replaceWhole(source, target) : QFile::copy(source, target)))
         return false;
     return !rules.removeSource || QFile::remove(source);
+}
+
+/// Empty for what is no link.
+QByteArray textOfLink(const QString& path)
+{
+    QByteArray text(4096, '\0');
+    const auto length = ::readlink(QFile::encodeName(path).constData(), text.data(),
+                                   static_cast<std::size_t>(text.size() - 1));
+    return text.left(static_cast<int>(qMax<ssize_t>(length, 0)));
 }
 
 /// The link itself, with the text it has: a relative one within the folder leads to the copies.
 bool copyLink(const QString& source, const QString& target, const CopyRules& rules)
 {
-    QByteArray text(4096, '\0');
-    const auto length = ::readlink(QFile::encodeName(source).constData(), text.data(),
-                                   static_cast<std::size_t>(text.size() - 1));
-    if (length < 0 || exists(target)
-        || ::symlink(text.constData(), QFile::encodeName(target).constData()) != 0)
+    const QByteArray text = textOfLink(source);
+    const bool isThere = !text.isEmpty() && textOfLink(target) == text;
+    if (!isThere && ::symlink(text.constData(), QFile::encodeName(target).constData()) != 0)
         return false;
     return !rules.removeSource || QFile::remove(source);
 }
 
 bool copyEntries(const QString& source, const QString& target, const CopyRules& rules);
 
+bool copyFolder(const QFileInfo& entry, const QString& target, const CopyRules& rules)
+{
+    if (!rules.recursive)
+        return true;
+    if (entry.isSymLink())
+        return copyLink(entry.filePath(), target, rules);
+    return (QFileInfo(target).isDir() || QDir().mkdir(target))
+           && copyEntries(entry.filePath(), target, rules);
+}
+
 bool copyEntry(const QFileInfo& entry, const QString& target, const CopyRules& rules)
 {
-    const QString source = entry.filePath();
-    if (isFolderLink(entry))
-        return !rules.recursive || copyLink(source, target, rules);
-    if (entry.isDir()) {
-        if (!rules.recursive)
-            return true;
-        return (QFileInfo(target).isDir() || QDir().mkdir(target)) && copyEntries(source, target, rules);
-    }
+    if (entry.isDir())
+        return copyFolder(entry, target, rules);
     if (!rules.suffixes.isEmpty() && !rules.suffixes.contains(entry.suffix()))
         return true;
+    if (entry.isSymLink() && !entry.exists())
+        return copyLink(entry.filePath(), target, rules);
     // A pipe or a device has no content to copy, and opening it might never end.
-    return entry.isFile() && copyFile(source, target, rules);
+    return entry.isFile() && copyFile(entry.filePath(), target, rules);
 }
 
 bool copyEntries(const QString& source, const QString& target, const CopyRules& rules)
@@ -118,8 +111,10 @@ bool copyEntries(const QString& source, const QString& target, const CopyRules& 
 
 bool copy(const QString& source, const QString& target, const CopyRules& rules)
 {
+    if (!QFileInfo(source).isDir() || !QFileInfo(target).isDir())
+        return false;
     // Into itself a copy would never end, and onto itself it would replace each file by nothing.
-    if (!QFileInfo(source).isDir() || !QFileInfo(target).isDir() || isWithin(target, source))
+    if (rules.recursive ? isWithin(target, source) : QFileInfo(target) == QFileInfo(source))
         return false;
     return copyEntries(QDir(source).absolutePath(), QDir(target).absolutePath(), rules);
 }

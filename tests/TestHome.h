@@ -24,6 +24,7 @@ public:
         qputenv("HOME", QFile::encodeName(folder()));
         for (const char* variable : {"XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_DIRS"})
             qunsetenv(variable);
+        qputenv("QT_QPA_PLATFORM", "offscreen");
         qputenv("TZ", "Europe/Berlin");
         qputenv("LC_ALL", "C.UTF-8");
         QDir(folder()).mkdir("work"_q);
@@ -42,11 +43,12 @@ inline void nameApplication()
     QCoreApplication::setApplicationName("tekluva 3D-Planner"_q);
 }
 
-template <typename Test>
+/// The application object of \p Test is a QApplication, say, for a test that shows message boxes.
+template <typename Test, typename Application = QCoreApplication>
 int run(int argc, char** argv)
 {
     const Home home;
-    QCoreApplication application(argc, argv);
+    Application application(argc, argv);
     nameApplication();
     Test test;
     return QTest::qExec(&test, argc, argv);
@@ -54,9 +56,9 @@ int run(int argc, char** argv)
 
 } // namespace TestHome
 
-/// The main function of a test program with the one test class \p Test.
-#define GLOBALS_TEST_MAIN(Test)                                                                              \
+/// The main function of a test program: the one test class and, if need be, that of the application.
+#define GLOBALS_TEST_MAIN(...)                                                                               \
     int main(int argc, char** argv)                                                                          \
     {                                                                                                        \
-        return TestHome::run<Test>(argc, argv);                                                              \
+        return TestHome::run<__VA_ARGS__>(argc, argv);                                                       \
     }

@@ -9,7 +9,9 @@ namespace TEKLUVA {
 
 void logToActive(E_LogLevel level, const std::string& message)
 {
-    if (Log* log = LogManager::getInstance()->getActiveLog())
+    Log* log = LogManager::getInstance()->getActiveLog();
+    // A log that shows its new entry to a receiver cannot take another one from inside.
+    if (log && !log->isHeldHere())
         log->logMessage(level, message, std::string(), 0);
 }
 

@@ -123,7 +123,7 @@ void ConfigManager::handleQtVersionChanged()
 void ConfigManager::checkAndClean()
 {
     const QString base = getPath(E_PT_SETTINGS);
-    if (QFileInfo::exists(base + QLatin1String("settings.ini")))
+    if (!QFileInfo(base).isDir() || QFileInfo::exists(base + QLatin1String("settings.ini")))
         return;
     for (const OlderInstallation& older : OLDER_INSTALLATIONS)
         moveData(base, folderBeside(base, older.data), folderBeside(base, older.leftover));

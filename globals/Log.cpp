@@ -6,6 +6,7 @@
 
 #include <QFile>
 #include <QMutexLocker>
+#include <QThread>
 
 namespace TEKLUVA {
 
@@ -53,6 +54,25 @@ bool writeWhole(QFile& file, const std::string& line)
 
 } // namespace
 
+/// Holds the log's lock, and knows by whom.
+class Log::Hold
+{
+    Q_DISABLE_COPY(Hold)
+
+public:
+    explicit Hold(Log& log)
+        : m_lock(&log.m_mutex)
+        , m_holder(log.m_holder)
+    {
+        m_holder = QThread::currentThreadId();
+    }
+    ~Hold() { m_holder = nullptr; }
+
+private:
+    const QMutexLocker m_lock;
+    std::atomic<Qt::HANDLE>& m_holder;
+};
+
 Log::Log(std::string name, bool overwrite)
     : m_name(std::move(name))
     , m_filePath(pathOf(m_name))
@@ -71,7 +91,7 @@ Log::~Log()
 
 void Log::logMessage(E_LogLevel level, std::string message, std::string /*location*/, unsigned int /*line*/)
 {
-    const QMutexLocker lock(&m_mutex);
+    const Hold hold(*this);
     auto created = std::make_unique<LogEntry>(level, std::move(message));
     LogEntry* entry = created.get();
     moveToMainThread(entry);
@@ -139,7 +159,7 @@ void Log::clear()
 
 void Log::resetLog(bool overwrite)
 {
-    const QMutexLocker lock(&m_mutex);
+    const Hold hold(*this);
     clear();
     m_append = !overwrite;
     Q_EMIT contentChanged();
@@ -151,7 +171,7 @@ void Log::setLogName(std::string name, bool overwrite)
     // that may be this one.
     std::string path = pathOf(name);
 
-    const QMutexLocker lock(&m_mutex);
+    const Hold hold(*this);
     if (m_file)
         m_file->close();
     if (path != m_filePath)
@@ -165,6 +185,11 @@ void Log::setLogName(std::string name, bool overwrite)
         m_file->setFileName(QString::fromStdString(path));
     LogManager::getInstance()->updateLogName(name, this);
     m_append = !overwrite;
+}
+
+bool Log::isHeldHere() const
+{
+    return m_holder == QThread::currentThreadId();
 }
 
 std::string Log::getName() const

@@ -4,6 +4,7 @@
 
 #include <QMutex>
 
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -20,8 +21,8 @@ namespace TEKLUVA {
 ///     log->logStatusMessage("Started.", "", 0);
 ///
 /// Threads: logMessage() and its four shorthands, resetLog(), setLogName(), getName() and getFilePath() may
-/// be called from any thread; lines are written whole, each once. writeEntry(), clear() and getEntry() take
-/// no lock of the log: call them on the main thread, and the first two while nobody else uses the log.
+/// be called from any thread; lines are written whole, each once. writeEntry(), clear() and getEntry() do
+/// not wait for them: call them on the main thread, and the first two while nobody else uses the log.
 ///
 /// Ownership: a log owns its entries and its file. The LogManager deletes the logs registered with it when it
 /// is cleared; until then whoever created a log may delete it.
@@ -80,6 +81,11 @@ Q_SIGNALS:
     void contentChanged();
 
 private:
+    class Hold;
+    friend void logToActive(E_LogLevel level, const std::string& message);
+
+    /// Whether the calling thread is inside an operation of this log, in a receiver of contentChanged().
+    bool isHeldHere() const;
     bool openFile();
     std::string formatLine(const LogEntry& entry);
     const std::string& formatTimeStamp(qint64 milliseconds);
@@ -87,6 +93,7 @@ private:
     /// Serialises logMessage(), resetLog() and setLogName(). Taken before the registry's lock, never after
     /// it.
     QMutex m_mutex;
+    std::atomic<Qt::HANDLE> m_holder{nullptr};
     /// A leaf lock for what others may look at while a line is being written: name, path and entries.
     mutable QMutex m_viewMutex;
 
@@ -99,7 +106,7 @@ private:
     /// The time stamp last written and its second since the epoch, kept because most lines share their second
     /// with the line before, and a time zone costs more than the rest of a line.
     std::string m_stamp;
-    qint64 m_stampSecond = -1;
+    qint64 m_stampSecond = std::numeric_limits<qint64>::min();
 };
 
 } // namespace TEKLUVA

@@ -59,7 +59,7 @@ void LogManager::updateLogName(const std::string& name, Log* log)
     if (found == m_logs.end())
         return;
     m_logs.erase(found);
-    m_logs[name] = log;
+    m_logs[log->getName()] = log;
 }
 
 void LogManager::setActiveLog(Log* log)

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QObject>
 #include <QStringList>
 
 #include <algorithm>
@@ -267,7 +268,8 @@ private:
             folder.setPath(folder.absoluteFilePath(name));
             return;
         }
-        if (!folder.exists(name) && !folder.mkdir(name))
+        // Looked for again, because somebody else may have made it in between.
+        if (!folder.exists(name) && !folder.mkdir(name) && !folder.exists(name))
             logError(std::string(step.cannotCreate));
         if (!folder.cd(name))
             logError(std::string(step.cannotEnter));
@@ -337,7 +339,8 @@ QList<PathDescription> describePaths()
 {
     const PathOverrides none = [](const QString&) { return QString(); };
     const QString settingsFile = Walk(none, false).to(*rowOf(E_PT_SETTINGS)) + QLatin1String("/settings.ini");
-    const Settings settings(settingsFile, QSettings::IniFormat, nullptr);
+    QObject owner; // deletes the store with this scope, also in a thread without an event loop
+    const Settings settings(settingsFile, QSettings::IniFormat, &owner);
     const PathOverrides overrides = [&settings](const QString& key) {
         return settings.getSetting(QString::fromLatin1(USER_PATHS_GROUP), key).toString();
     };

@@ -55,14 +55,11 @@ QVariant Settings::getSetting(const QString& group, const QString& key) const
 
 QVariantMap Settings::getSettings(const QString& group) const
 {
-    QVariantMap values;
     if (!m_store)
-        return values;
+        return QVariantMap();
     const QMutexLocker lock(&m_lock);
     m_store->refresh();
-    for (const QString& key : m_store->keysOf(group))
-        values.insert(key, m_store->valueOf(group, key));
-    return values;
+    return m_store->valuesOf(group);
 }
 
 bool Settings::hasSetting(const QString& group, const QString& key) const
@@ -154,8 +151,11 @@ void Settings::change(const QList<SettingsChange>& changes)
 
 void Settings::release()
 {
-    if (m_store)
-        m_store->deleteLater();
+    if (!m_store)
+        return;
+    const QMutexLocker lock(&m_lock);
+    m_store->letGo();
+    m_store->deleteLater();
 }
 
 } // namespace TEKLUVA

@@ -22,6 +22,9 @@ struct SettingsChange;
 ///
 /// Thread-safe, except openSettingsFile(). Receivers of the active log's contentChanged() may use the store.
 ///
+/// Use one object per file and process: one with pending changes writes them later, over what another has
+/// written.
+///
 /// Ownership: the store belongs to its Qt parent and to this object, whichever ends first; without an open
 /// store, and after the parent has gone, every operation does nothing and returns the empty value of its
 /// type.

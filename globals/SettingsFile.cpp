@@ -5,6 +5,8 @@
 #include <QEvent>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace TEKLUVA {
 
 namespace {
@@ -79,8 +81,15 @@ SettingsFile::~SettingsFile()
 
 bool SettingsFile::change(const QList<SettingsChange>& changes)
 {
-    m_pending << changes;
+    for (const SettingsChange& change : changes)
+        keepPending(change);
     return writePending();
+}
+
+void SettingsFile::letGo()
+{
+    writePending();
+    m_pending.clear();
 }
 
 void SettingsFile::refresh()
@@ -108,6 +117,21 @@ bool SettingsFile::hasKey(const QString& group, const QString& key)
     return contains(key);
 }
 
+QVariantMap SettingsFile::valuesOf(const QString& group)
+{
+    QVariantMap values;
+    if (!m_pending.isEmpty()) {
+        const Values all = withPending();
+        for (const QString& key : childNames(all.keys(), group, false))
+            values.insert(key, all.value(fullKey(group, key)));
+        return values;
+    }
+    const GroupScope scope(*this, group);
+    for (const QString& key : childKeys())
+        values.insert(key, value(key));
+    return values;
+}
+
 QStringList SettingsFile::keysOf(const QString& group)
 {
     if (!m_pending.isEmpty())
@@ -127,6 +151,17 @@ QStringList SettingsFile::groupsOf(const QString& group)
 bool SettingsFile::event(QEvent* event)
 {
     return event->type() == QEvent::UpdateRequest || QSettings::event(event);
+}
+
+void SettingsFile::keepPending(const SettingsChange& change)
+{
+    const QString path = fullKey(change.group, change.key);
+    const auto isSuperseded = [&](const SettingsChange& earlier) {
+        const QString earlierPath = fullKey(earlier.group, earlier.key);
+        return earlierPath == path || (!change.value && earlierPath.startsWith(prefixOf(path)));
+    };
+    m_pending.erase(std::remove_if(m_pending.begin(), m_pending.end(), isSuperseded), m_pending.end());
+    m_pending << change;
 }
 
 bool SettingsFile::writePending()

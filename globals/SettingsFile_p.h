@@ -38,6 +38,10 @@ public:
     bool change(const QList<SettingsChange>& changes);
     bool isPending() const { return !m_pending.isEmpty(); }
 
+    /// Tries for the last time to write what is pending and forgets it, so that it cannot overwrite what a
+    /// later store writes.
+    void letGo();
+
     /// Takes over what other processes have written, and tries again to write what is pending.
     void refresh();
 
@@ -46,6 +50,7 @@ public:
     /// @{
     QVariant valueOf(const QString& group, const QString& key);
     bool hasKey(const QString& group, const QString& key);
+    QVariantMap valuesOf(const QString& group);
     QStringList keysOf(const QString& group);
     QStringList groupsOf(const QString& group);
     /// @}
@@ -56,6 +61,7 @@ protected:
 private:
     using Values = QMap<QString, QVariant>; ///< by full key
 
+    void keepPending(const SettingsChange& change);
     bool writePending();
     bool stillFails() const;
     void apply(const SettingsChange& change);

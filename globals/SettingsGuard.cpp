@@ -8,7 +8,6 @@
 #include <QThread>
 
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <unistd.h>
@@ -62,32 +61,29 @@ bool saysFull(int error)
     return error == ENOSPC || error == EDQUOT || error == EFBIG || error == EIO;
 }
 
-/// A lock file may be found empty in the moment between its making and its filling; that moment passes.
-bool staysUnreadable(const QLockFile& lock)
+bool isUnreadable(const QLockFile& lock)
 {
     qint64 process = 0;
     QString host;
     QString application;
-    QThread::msleep(50);
     return !lock.getLockInfo(&process, &host, &application);
 }
 
-bool isAbandoned(const QLockFile& lock)
+/// Where Qt writes: a settings file that is a link is replaced where the link leads.
+QString placeOf(const QString& settingsFile)
 {
-    qint64 process = 0;
-    QString host;
-    QString application;
-    if (!lock.getLockInfo(&process, &host, &application))
-        return staysUnreadable(lock);
-    const bool ours = host.isEmpty() || host == QSysInfo::machineHostName();
-    return ours && ::kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH;
+    const QFileInfo info(settingsFile);
+    const QString existing = info.canonicalFilePath();
+    if (!existing.isEmpty())
+        return existing;
+    return info.isSymLink() ? info.symLinkTarget() : settingsFile;
 }
 
 } // namespace
 
 bool hasRoom(const QString& settingsFile, qint64 addedBytes)
 {
-    const QFileInfo info(settingsFile);
+    const QFileInfo info(placeOf(settingsFile));
     const QString folder = info.absolutePath();
     QDir().mkpath(folder);
     const FileDescriptor file(openUnnamed(folder));
@@ -114,7 +110,11 @@ void removeAbandonedLock(const QString& settingsFile)
     if (!QFile::exists(name))
         return;
     QLockFile lock(name);
-    if (isAbandoned(lock))
+    if (!isUnreadable(lock))
+        return;
+    // It may have been found between its making and its filling; that moment passes.
+    QThread::msleep(50);
+    if (isUnreadable(lock))
         lock.removeStaleLockFile(); // only if nobody holds it
 }
 

@@ -4,7 +4,8 @@
 #include <QVariant>
 
 /// Two faults of Qt's writer for INI files, measured on real machines, and what keeps our users' settings
-/// from inheriting them. Both calls belong right before a QSettings::sync() that writes.
+/// from inheriting them. Both calls belong right before a QSettings::sync() that has something
+/// to write.
 namespace TEKLUVA::SettingsGuard {
 
 /// On a full disk QSettings puts an empty or cut file in the place of the good one and reports success,
@@ -19,9 +20,9 @@ namespace TEKLUVA::SettingsGuard {
 /// The most bytes that \p group, \p key and \p value can take in the file.
 qint64 sizeInFile(const QString& group, const QString& key, const QVariant& value);
 
-/// A process killed while it writes leaves its lock file behind, and one without content makes the next
-/// writer wait for half a minute. So a lock file is removed that nobody holds and that is empty or names a
-/// dead process of this machine.
+/// A process killed while it writes leaves its lock file behind. One that names a dead process Qt removes
+/// itself, but one without content makes the next writer wait for half a minute. So a lock file is removed
+/// that nobody holds and that has no content.
 void removeAbandonedLock(const QString& settingsFile);
 
 } // namespace TEKLUVA::SettingsGuard

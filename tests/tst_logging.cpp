@@ -187,6 +187,15 @@ private Q_SLOTS:
         QCOMPARE(log.getEntry(1)->getMessage(), std::string("Could not browse into logs directory"));
     }
 
+    void aReceiverThatFailsDoesNotHang()
+    {
+        Log log("busy", true);
+        registry()->setActiveLog(&log);
+        connect(&log, &Log::contentChanged, [] { ConfigManager::getInstance()->resetPath(E_PT_LOGS); });
+        log.logStatusMessage("one", "", 0);
+        QCOMPARE(messagesOf(log), QStringList("one"_q));
+    }
+
     void theRegistryFindsLogsByName()
     {
         QSignalSpy added(registry(), &LogManager::logAdded);

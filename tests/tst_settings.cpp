@@ -158,6 +158,27 @@ private Q_SLOTS:
         }
     }
 
+    void aPendingChangeIsKeptOnceAndNotWrittenLater()
+    {
+        const auto failToWrite = [this](int times) {
+            const FullDisk full(4096);
+            for (int i = 0; i < times; ++i)
+                m_settings->setSetting("G"_q, "k"_q, QString(500, QLatin1Char('x')));
+            return content().isEmpty() && m_settings->hasPendingChanges();
+        };
+        QVERIFY(failToWrite(100));
+        {
+            const FullDisk roomForOne(14000);
+            m_settings->getSetting("G"_q, "k"_q);
+            QVERIFY(!m_settings->hasPendingChanges());
+        }
+        QVERIFY(QFile::remove(FILE_NAME) && failToWrite(1));
+        m_settings->openSettingsFile(FILE_NAME, QSettings::IniFormat, nullptr);
+        m_settings->setSetting("G"_q, "k"_q, 2);
+        processDeletions();
+        QCOMPARE(content(), QByteArray("[G]\nk=2\n"));
+    }
+
     void aFileThatCannotBeWrittenIsReported()
     {
         TestLog::ActiveLog active;

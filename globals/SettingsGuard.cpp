@@ -73,7 +73,7 @@ bool isUnreadable(const QLockFile& lock)
 QString placeOf(const QString& settingsFile)
 {
     const QFileInfo info(settingsFile);
-    const QString existing = info.canonicalFilePath();
+    QString existing = info.canonicalFilePath();
     if (!existing.isEmpty())
         return existing;
     return info.isSymLink() ? info.symLinkTarget() : settingsFile;

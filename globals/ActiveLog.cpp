@@ -7,12 +7,12 @@
 
 namespace TEKLUVA {
 
-void logToActive(E_LogLevel level, const std::string& message)
+void logToActive(E_LogLevel level, const std::string& message, const std::string& location, unsigned int line)
 {
     Log* log = LogManager::getInstance()->getActiveLog();
     // A log that shows its new entry to a receiver cannot take another one from inside.
     if (log && !log->isHeldHere())
-        log->logMessage(level, message, std::string(), 0);
+        log->logMessage(level, message, location, line);
 }
 
 void logError(const std::string& message)

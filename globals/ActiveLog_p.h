@@ -10,7 +10,8 @@ namespace TEKLUVA {
 /// through here. No lock of the library may be held: the entry's receivers run inside, and taking its time
 /// stamp asks the configuration manager. What goes wrong inside a receiver of the active log itself is not
 /// logged, because that log is busy in this very thread.
-void logToActive(E_LogLevel level, const std::string& message);
+void logToActive(E_LogLevel level, const std::string& message, const std::string& location = {},
+                 unsigned int line = 0);
 
 void logError(const std::string& message);
 void logError(const QString& message);

@@ -6,7 +6,10 @@
 #include "globals/globals.h"
 
 #include <QDateTime>
+#include <QFont>
+#include <QMap>
 #include <QObject>
+#include <QStringList>
 
 namespace TEKLUVA {
 
@@ -170,6 +173,26 @@ public:
     bool existAutoSave(const QString& user) const;
     /// The absolute paths of what lies in the add-on folder \p folder, each with a line feed behind it.
     QString getListOfObjectAddFiles(const QString& folder) const;
+    /// @}
+
+    /// \name Fonts
+    /// The register knows the families that the application has loaded from its own files, by the id that
+    /// Qt's font database gave them. It may be used from any thread, except that removeFont() unloads; what
+    /// asks the font database belongs on the main thread of a QGuiApplication.
+    /// @{
+    /// All families of the font database, each with its styles.
+    QMap<QString, QStringList> getFonts() const;
+    /// Registers \p family. False when it is registered already; it keeps its id then.
+    bool addFontFamily(const QString& family, const int& id);
+    /// Takes the families of \p id out of the register and unloads the font. False when there are none, or
+    /// when it could not be unloaded.
+    bool removeFont(const int& id);
+    /// A font of \p size points. For a missing family the default font and for a missing style the family's
+    /// first one, with a warning in the active log.
+    QFont getFont(const QString& family, const QString& style, const int& size) const;
+    /// The font that measurements are drawn in, in \p size points. The default font for other numbers, in 8
+    /// points whatever \p size is.
+    QFont getFont(const E_FontType& type, const int& size) const;
     /// @}
 
     /// \name Offscreen images and the system

@@ -44,8 +44,17 @@ public:
     /// Family names of the application's own fonts, each with its font id.
     QMap<QString, int> getSystemFontMap() const { return get(m_systemFontMap); }
     void setSystemFontMap(const QMap<QString, int>& fonts) { set(m_systemFontMap, fonts); }
+    /// False when \p family has an id already, which it keeps.
+    bool addFontFamily(const QString& family, int id);
+    /// Removes the families of \p id and unloads that font, on the main thread. False when there is no such
+    /// family or the font could not be unloaded.
+    bool removeFont(int id);
+    bool hasFont(const QString& family) const;
 
 private:
+    /// False when no family has \p id.
+    bool unregister(int id);
+
     template <typename Value>
     Value get(const Value& member) const
     {

@@ -82,7 +82,8 @@ Q_SIGNALS:
 
 private:
     class Hold;
-    friend void logToActive(E_LogLevel level, const std::string& message);
+    friend void logToActive(E_LogLevel level, const std::string& message, const std::string& location,
+                            unsigned int line);
 
     /// Whether the calling thread is inside an operation of this log, in a receiver of contentChanged().
     bool isHeldHere() const;

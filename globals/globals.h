@@ -96,6 +96,11 @@ enum E_FileSuffixType : int {
     E_FST_ARGM = 2,
 };
 
+/// The fonts that the application draws with.
+enum E_FontType : int {
+    E_FT_MEASUREMENT = 1,
+};
+
 /// The units a user may choose for display. Inside the application all geometry is in centimetres.
 enum E_MeasurementUnit : int {
     E_MU_UNDEFINED = 0, ///< behaves exactly like centimetre everywhere

@@ -54,12 +54,22 @@ int showPaths(const QCommandLineParser& line);
 int showState(const QCommandLineParser& line);
 /// @}
 
+/// \name ColourCommands.cpp
+/// @{
+int showColour(const QCommandLineParser& line);
+/// @}
+
 /// \name SettingsCommands.cpp
 /// @{
 int listSettings(const QCommandLineParser& line);
 int getSetting(const QCommandLineParser& line);
 int setSetting(const QCommandLineParser& line);
 int removeSetting(const QCommandLineParser& line);
+/// @}
+
+/// \name UnitCommands.cpp
+/// @{
+int convertUnits(const QCommandLineParser& line);
 /// @}
 
 } // namespace globalsctl

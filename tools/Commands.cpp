@@ -9,6 +9,11 @@ constexpr Option CHANGED = {"changed", "Only presets whose value in force differ
 constexpr Option ORGANIZATION = {"organization", "Whose folders to look at", "NAME", "tekluva"};
 constexpr Option APPLICATION = {"application", "The application that the folders belong to", "NAME",
                                 "tekluva 3D-Planner"};
+constexpr Option FROM = {"from", "The unit of VALUE: mm, cm, m, in or ft", "UNIT", "cm"};
+constexpr Option TO = {"to", "The unit to convert to", "UNIT", "cm"};
+constexpr Option DIMENSION = {"dimension",
+                              "linear, squared (only m² and sq ft) or cubic (only m³ and cubic feet)",
+                              "DIMENSION", "linear"};
 
 } // namespace
 
@@ -51,6 +56,17 @@ const std::vector<Command>& commands()
          "Remove a setting, or a group with all that is below it",
          {ORGANIZATION, APPLICATION},
          &removeSetting},
+        {"colour",
+         "KELVIN",
+         "Show the colour of a black body as linear light; the hex form is without gamma, too",
+         {JSON},
+         &showColour},
+        {"units",
+         "VALUE",
+         "Convert a measured value and show it as the application does; -5 needs -- before it, and options "
+         "before that",
+         {FROM, TO, DIMENSION, JSON},
+         &convertUnits},
     };
     return COMMANDS;
 }

@@ -1,0 +1,83 @@
+#include "TestData.h"
+#include "TestHome.h"
+#include "TestLog.h"
+
+#include "globals/ConfigManager.h"
+
+#include <QFontDatabase>
+#include <QGuiApplication>
+
+using namespace TEKLUVA;
+
+namespace {
+
+ConfigManager* config()
+{
+    return ConfigManager::getInstance();
+}
+
+} // namespace
+
+class FontsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void listsFonts()
+    {
+        const QFontDatabase database;
+        const QStringList families = database.families();
+        QCOMPARE(config()->getFonts().size(), QSet<QString>(families.begin(), families.end()).size());
+        for (const QString& family : families)
+            QCOMPARE(config()->getFonts()[family], database.styles(family));
+    }
+
+    void degradesToTheDefaultFont()
+    {
+        TestLog::ActiveLog active;
+        const QFont font = config()->getFont("Nowhere"_q, "Bold"_q, 17);
+        QCOMPARE(font.family(), QFont().family());
+        QCOMPARE(font.pointSize(), 17);
+        QCOMPARE(active.entries(), QStringList("4096 The Font: Nowhereis not available in the system."_q));
+    }
+
+    void degradesToTheFirstStyle()
+    {
+        const auto fonts = config()->getFonts();
+        if (fonts.isEmpty())
+            QSKIP("This machine has no fonts.");
+        const QString& family = fonts.firstKey();
+        TestLog::ActiveLog active;
+        const QFont expected = config()->getFont(family, fonts.first().value(0), 17);
+        QCOMPARE(active.entries(), QStringList());
+        QCOMPARE(expected.family(), family);
+        QCOMPARE(config()->getFont(family, "nö"_q, 17), expected);
+        QCOMPARE(active.entries(), QStringList("4096 The Font with Family: "_q + family
+                                               + " and Style:nö is not available in the system."_q));
+    }
+
+    void knowsFontsByType_data() { TestData::addRows("fonts.txt", {"type", "points"}); }
+    void knowsFontsByType()
+    {
+        const QFont font = config()->getFont(E_FontType(TestData::field("type").toInt()), 17);
+        QCOMPARE(QString::number(font.pointSize()), TestData::field("points"));
+    }
+
+    void registersFamilies()
+    {
+        QVERIFY(config()->addFontFamily("A"_q, 7));
+        QVERIFY(config()->addFontFamily("B"_q, 7));
+        QVERIFY(!config()->addFontFamily("A"_q, 8));
+        QVERIFY(!config()->removeFont(8));
+        // No font 7 can be unloaded, but the families are gone all the same.
+        QVERIFY(!config()->removeFont(7));
+        QVERIFY(config()->addFontFamily("A"_q, 8));
+        QVERIFY(config()->addFontFamily("B"_q, 8));
+        ConfigManagerData data;
+        QVERIFY(data.addFontFamily("A"_q, 1));
+        QVERIFY(data.hasFont("A"_q) && !data.hasFont("a"_q));
+    }
+};
+
+GLOBALS_TEST_MAIN(FontsTest, QGuiApplication)
+#include "tst_fonts.moc"

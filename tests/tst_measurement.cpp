@@ -1,0 +1,177 @@
+#include "TestData.h"
+#include "TestHome.h"
+#include "TestLog.h"
+
+#include "globals/ConfigManager.h"
+#include "globals/MeasurementManager.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QSignalSpy>
+#include <QTranslator>
+
+using namespace TEKLUVA;
+
+namespace {
+
+MeasurementManager* units()
+{
+    return MeasurementManager::getInstance();
+}
+
+E_MeasurementUnit unitOfRow()
+{
+    return E_MeasurementUnit(TestData::field("unit").toInt());
+}
+
+E_MeasurementDimension dimensionOfRow()
+{
+    return E_MeasurementDimension(TestData::field("dimension").toInt());
+}
+
+/// With all digits, because comparing doubles as such allows for a difference.
+QString exact(double value)
+{
+    return QString::number(value, 'g', 17);
+}
+
+/// "Translates" to the context and the text.
+class Echo : public QTranslator
+{
+public:
+    QString translate(const char* context, const char* text, const char*, int) const override
+    {
+        return QString::fromUtf8(context) + "/"_q + QString::fromUtf8(text);
+    }
+    bool isEmpty() const override { return false; }
+};
+
+QStringList textsOf(const QComboBox& box)
+{
+    QStringList texts;
+    for (int i = 0; i < box.count(); ++i)
+        texts << "%1 %2"_q.arg(box.itemData(i).toInt()).arg(box.itemText(i));
+    return texts;
+}
+
+} // namespace
+
+class MeasurementTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void knowsUnits_data()
+    {
+        TestData::addRows("measurement-units.txt",
+                          {"dimension", "unit", "value", "to", "from", "decimals", "step", "name", "short"});
+    }
+    void knowsUnits()
+    {
+        const auto dimension = dimensionOfRow();
+        const auto unit = unitOfRow();
+        const double value = TestData::field("value").toDouble();
+        QCOMPARE(exact(units()->toMeasurementUnit(dimension, unit, value)),
+                 exact(TestData::field("to").toDouble()));
+        QCOMPARE(exact(units()->fromMeasurementUnit(dimension, unit, value)),
+                 exact(TestData::field("from").toDouble()));
+        QCOMPARE(QString::number(units()->getMeasurementUnitPrecision(dimension, unit)),
+                 TestData::field("decimals"));
+        QCOMPARE(QString::number(units()->getMeasurementUnitStep(dimension, unit)), TestData::field("step"));
+        QCOMPARE(units()->getMeasurementUnitName(dimension, unit), TestData::field("name"));
+        QCOMPARE(units()->getMeasurementUnitAbbrevation(dimension, unit), TestData::field("short"));
+    }
+
+    void functionsOfOneDimensionAgree()
+    {
+        QCOMPARE(units()->toLinearMeasurementUnit(E_MU_FOOT, 30.48), 1.0);
+        QCOMPARE(units()->fromLinearMeasurementUnit(E_MU_INCH, 1.0), 2.54);
+        QCOMPARE(units()->toSquaredMeasurementUnit(E_MU_MILLIMETER, 10000.0), 1.0);
+        QCOMPARE(units()->fromSquaredMeasurementUnit(E_MU_INCH, 1.0), 929.0304);
+        QCOMPARE(units()->toCubicMeasurementUnit(E_MU_METER, 1000000.0), 1.0);
+        QCOMPARE(units()->fromCubicMeasurementUnit(E_MU_FOOT, 1.0), 28316.846592);
+        QCOMPARE(units()->getLinearMeasurementUnitPrecision(E_MU_INCH), 2U);
+        QCOMPARE(units()->getLinearMeasurementUnitStep(E_MU_METER), 0.005);
+        QCOMPARE(units()->getSquaredMeasurementUnitAbbrevation(E_MU_METER), "m²"_q);
+        QCOMPARE(units()->getCubicMeasurementUnitAbbrevation(E_MU_METER), "m³"_q);
+    }
+
+    void writesValues_data()
+    {
+        TestData::addRows("measurement-strings.txt",
+                          {"dimension", "unit", "value", "precision", "number", "whole"});
+    }
+    void writesValues()
+    {
+        const auto dimension = dimensionOfRow();
+        const double value = TestData::field("value").toDouble();
+        bool hasPrecision = false;
+        const unsigned int precision = TestData::field("precision").toUInt(&hasPrecision);
+        for (const bool whole : {false, true}) {
+            const QString text =
+                hasPrecision
+                    ? units()->createMeasurementString(dimension, unitOfRow(), value, precision, whole)
+                    : units()->createMeasurementString(dimension, unitOfRow(), value, whole);
+            QCOMPARE("["_q + text + "]"_q, TestData::field(whole ? "whole" : "number"));
+        }
+    }
+
+    void readsAbbreviations_data()
+    {
+        TestData::addRows("measurement-abbreviations.txt", {"text", "dimension", "unit"});
+    }
+    void readsAbbreviations()
+    {
+        const QString text = TestData::field("text");
+        const auto found = units()->getMeasurementFromAbbrevation(text.mid(1, text.size() - 2));
+        QCOMPARE(int(found.first), int(dimensionOfRow()));
+        QCOMPARE(int(found.second), int(unitOfRow()));
+    }
+
+    void keepsPreferredUnits()
+    {
+        QFile file(ConfigManager::getInstance()->getPath(E_PT_SETTINGS) + "settings.ini"_q);
+        QCOMPARE(units()->getPrefferedConstructionUnit(), E_MU_CENTIMETER);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("[Locale]\narrange_unit=FT\n") > 0);
+        file.close();
+        QCOMPARE(units()->getPrefferedArrangementUnit(), E_MU_FOOT);
+
+        QSignalSpy construction(units(), &MeasurementManager::constructionMeasurementUnitChanged);
+        QSignalSpy arrangement(units(), &MeasurementManager::arrangementMeasurementUnitChanged);
+        units()->setPrefferedConstructionUnit(E_MU_INCH);
+        units()->setPrefferedConstructionUnit(E_MU_INCH);
+        QCOMPARE(construction.count(), 1);
+        units()->setPrefferedArrangementUnit(E_MU_UNDEFINED);
+        QCOMPARE(arrangement.count(), 1);
+        QCOMPARE(TestData::contentOf(file.fileName()),
+                 QByteArray("[Locale]\narrange_unit=cm\nconst_unit=in\n"));
+        units()->resetPrefferedConstructionUnit();
+        units()->resetPrefferedArrangementUnit();
+        QCOMPARE(units()->getPrefferedConstructionUnit(), E_MU_CENTIMETER);
+        QVERIFY(!TestData::contentOf(file.fileName()).contains("_unit"));
+        QCOMPARE(construction.count() + arrangement.count(), 2);
+    }
+
+    void offersUnits()
+    {
+        QComboBox box;
+        box.addItem("own"_q);
+        units()->fillMeasurementComboBox(&box);
+        units()->fillMeasurementComboBox(&box);
+        const QStringList german = {"0 own"_q, "1 mm - Millimeter"_q, "2 cm - Zentimeter"_q, "3 m - Meter"_q,
+                                    "4 in - Zoll (US/GB)"_q};
+        QCOMPARE(textsOf(box), german + QStringList({"1 "_q, "2 "_q, "3 "_q, "4 "_q}));
+        Echo echo;
+        QCoreApplication::installTranslator(&echo);
+        box.removeItem(1);
+        units()->updateMeasurementComboBoxLanguage(&box);
+        QCOMPARE(textsOf(box).mid(0, 3),
+                 (QStringList{"0 own"_q, "2 QObject/cm - Zentimeter"_q, "3 QObject/m - Meter"_q}));
+        QCOMPARE(units()->getMeasurementUnitName(E_MD_LINEAR, E_MU_FOOT),
+                 "TEKLUVA::MeasurementManager/Fuß"_q);
+        QCOMPARE(units()->getMeasurementUnitName(E_MeasurementDimension(4), E_MU_FOOT), QString());
+    }
+};
+
+GLOBALS_TEST_MAIN(MeasurementTest, QApplication)
+#include "tst_measurement.moc"

@@ -1,0 +1,105 @@
+#include "TestData.h"
+#include "TestHome.h"
+#include "TestLog.h"
+
+#include "globals/ConfigManager.h"
+#include "globals/MessageHandler.h"
+#include "globals/SystemInfo.h"
+#include "globals/Translations.h"
+
+#include <QBuffer>
+#include <QSignalSpy>
+#include <QSourceLocation>
+#include <QXmlQuery>
+#include <QXmlSchema>
+#include <QXmlSchemaValidator>
+
+using namespace TEKLUVA;
+
+namespace {
+
+/// Lets a test speak to the handler as the engine does.
+class Speaker : public MessageHandler
+{
+public:
+    using MessageHandler::handleMessage;
+    using MessageHandler::MessageHandler;
+};
+
+} // namespace
+
+class SystemTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void messagesBecomeEntries_data()
+    {
+        TestData::addRows("xml-messages.txt", {"type", "description", "entry"});
+    }
+    void messagesBecomeEntries()
+    {
+        TestLog::ActiveLog active;
+        Speaker handler(nullptr);
+        const auto type = QtMsgType(TestData::field("type").toInt());
+        handler.handleMessage(type, TestData::field("description"), QUrl(), QSourceLocation());
+        QCOMPARE(active.entries().join("; "_q), TestData::field("entry"));
+        LogManager::getInstance()->setActiveLog(nullptr);
+        handler.handleMessage(type, TestData::field("description"), QUrl(),
+                              QSourceLocation(QUrl("a:b"_q), 3));
+        LogManager::getInstance()->restorePreviousLog();
+        QVERIFY(active.entries().count() <= 1);
+    }
+
+    void aRealQueryReachesTheLog()
+    {
+        TestLog::ActiveLog active;
+        MessageHandler handler(nullptr);
+        QXmlQuery query;
+        query.setMessageHandler(&handler);
+        query.setQuery("1 +"_q);
+        QVERIFY(!query.isValid());
+        QCOMPARE(active.entries().count(), 1);
+        QVERIFY(active.entries()[0].startsWith("8192 syntax error"_q) && !active.entries()[0].contains("<"_q));
+    }
+
+    void aRealValidationReachesTheLog()
+    {
+        TestLog::ActiveLog active;
+        MessageHandler handler(nullptr);
+        QXmlSchema schema;
+        schema.setMessageHandler(&handler);
+        QVERIFY(schema.load("<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'>"
+                            "<xs:element name='room' type='xs:int'/></xs:schema>"));
+        QXmlSchemaValidator validator(schema);
+        validator.setMessageHandler(&handler);
+        QVERIFY(validator.validate(QByteArray("<room>3</room>")));
+        QCOMPARE(active.entries(), QStringList());
+        QVERIFY(!validator.validate(QByteArray("<room>wide</room>")));
+        QVERIFY(active.entries()[0].startsWith("8192 Content of element room does not match"_q));
+    }
+
+    void memoryFiguresAreNone()
+    {
+        SystemInfo info;
+        QSignalSpy limit(&info, &SystemInfo::memoryLimitReached);
+        QTest::qWait(1100);
+        QVERIFY(info.getMaximumRam() == 0 && info.getFreeRam() == 0 && info.getUsedRam() == 0);
+        QCOMPARE(limit.count(), 0);
+    }
+
+    void theLanguageIsSwitched()
+    {
+        const QString source = ConfigManager::getInstance()->getStdProjectName();
+        QCOMPARE(source, "neues Projekt"_q);
+        for (int i = 0; i < 2; ++i) {
+            QVERIFY(showLanguage("en"_q) && !showLanguage("fr"_q));
+            QCOMPARE(ConfigManager::getInstance()->getStdProjectName(), "new project"_q);
+            QVERIFY(showLanguage("de"_q));
+            QCOMPARE(ConfigManager::getInstance()->getStdProjectName(), source);
+        }
+    }
+};
+
+GLOBALS_TEST_MAIN(SystemTest)
+#include "tst_system.moc"

@@ -1,0 +1,77 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE" sourcelanguage="de">
+<context>
+    <name>TEKLUVA::ConfigManager</name>
+    <message>
+        <source>Die Datei %1 existiert bereits. Soll sie überschrieben werden?</source>
+        <translation>Die Datei %1 existiert bereits. Soll sie überschrieben werden?</translation>
+    </message>
+    <message>
+        <source>Datei überschreiben</source>
+        <translation>Datei überschreiben</translation>
+    </message>
+    <message>
+        <source>neues Projekt</source>
+        <translation>neues Projekt</translation>
+    </message>
+</context>
+<context>
+    <name>TEKLUVA::MeasurementManager</name>
+    <message>
+        <source>Millimeter</source>
+        <translation>Millimeter</translation>
+    </message>
+    <message>
+        <source>Zentimeter</source>
+        <translation>Zentimeter</translation>
+    </message>
+    <message>
+        <source>Meter</source>
+        <translation>Meter</translation>
+    </message>
+    <message>
+        <source>Inch</source>
+        <translation>Zoll</translation>
+    </message>
+    <message>
+        <source>Fuß</source>
+        <translation>Fuß</translation>
+    </message>
+    <message>
+        <source>Quadratfuß</source>
+        <translation>Quadratfuß</translation>
+    </message>
+    <message>
+        <source>Quadratmeter</source>
+        <translation>Quadratmeter</translation>
+    </message>
+    <message>
+        <source>Kubikfuß</source>
+        <translation>Kubikfuß</translation>
+    </message>
+    <message>
+        <source>Kubikmeter</source>
+        <translation>Kubikmeter</translation>
+    </message>
+</context>
+<context>
+    <name>QObject</name>
+    <message>
+        <source>mm - Millimeter</source>
+        <translation>mm - Millimeter</translation>
+    </message>
+    <message>
+        <source>cm - Zentimeter</source>
+        <translation>cm - Zentimeter</translation>
+    </message>
+    <message>
+        <source>m - Meter</source>
+        <translation>m - Meter</translation>
+    </message>
+    <message>
+        <source>in - Zoll (US/GB)</source>
+        <translation>in - Zoll (US/GB)</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,77 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_GB" sourcelanguage="de">
+<context>
+    <name>TEKLUVA::ConfigManager</name>
+    <message>
+        <source>Die Datei %1 existiert bereits. Soll sie überschrieben werden?</source>
+        <translation>The file %1 exists already. Should it be overwritten?</translation>
+    </message>
+    <message>
+        <source>Datei überschreiben</source>
+        <translation>Overwrite file</translation>
+    </message>
+    <message>
+        <source>neues Projekt</source>
+        <translation>new project</translation>
+    </message>
+</context>
+<context>
+    <name>TEKLUVA::MeasurementManager</name>
+    <message>
+        <source>Millimeter</source>
+        <translation>Millimetre</translation>
+    </message>
+    <message>
+        <source>Zentimeter</source>
+        <translation>Centimetre</translation>
+    </message>
+    <message>
+        <source>Meter</source>
+        <translation>Metre</translation>
+    </message>
+    <message>
+        <source>Inch</source>
+        <translation>Inch</translation>
+    </message>
+    <message>
+        <source>Fuß</source>
+        <translation>Foot</translation>
+    </message>
+    <message>
+        <source>Quadratfuß</source>
+        <translation>Square foot</translation>
+    </message>
+    <message>
+        <source>Quadratmeter</source>
+        <translation>Square metre</translation>
+    </message>
+    <message>
+        <source>Kubikfuß</source>
+        <translation>Cubic foot</translation>
+    </message>
+    <message>
+        <source>Kubikmeter</source>
+        <translation>Cubic metre</translation>
+    </message>
+</context>
+<context>
+    <name>QObject</name>
+    <message>
+        <source>mm - Millimeter</source>
+        <translation>mm - Millimetre</translation>
+    </message>
+    <message>
+        <source>cm - Zentimeter</source>
+        <translation>cm - Centimetre</translation>
+    </message>
+    <message>
+        <source>m - Meter</source>
+        <translation>m - Metre</translation>
+    </message>
+    <message>
+        <source>in - Zoll (US/GB)</source>
+        <translation>in - Inch (US/GB)</translation>
+    </message>
+</context>
+</TS>

@@ -60,7 +60,8 @@ private Q_SLOTS:
         query.setQuery("1 +"_q);
         QVERIFY(!query.isValid());
         QCOMPARE(active.entries().count(), 1);
-        QVERIFY(active.entries()[0].startsWith("8192 syntax error"_q) && !active.entries()[0].contains("<"_q));
+        QVERIFY(active.entries()[0].startsWith("8192 syntax error"_q)
+                && !active.entries()[0].contains("<"_q));
     }
 
     void aRealValidationReachesTheLog()

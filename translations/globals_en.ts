@@ -2,6 +2,25 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_GB" sourcelanguage="de">
 <context>
+    <name>QObject</name>
+    <message>
+        <source>mm - Millimeter</source>
+        <translation>mm - Millimetre</translation>
+    </message>
+    <message>
+        <source>cm - Zentimeter</source>
+        <translation>cm - Centimetre</translation>
+    </message>
+    <message>
+        <source>m - Meter</source>
+        <translation>m - Metre</translation>
+    </message>
+    <message>
+        <source>in - Zoll (US/GB)</source>
+        <translation>in - Inch (US/GB)</translation>
+    </message>
+</context>
+<context>
     <name>TEKLUVA::ConfigManager</name>
     <message>
         <source>Die Datei %1 existiert bereits. Soll sie überschrieben werden?</source>
@@ -53,25 +72,6 @@
     <message>
         <source>Kubikmeter</source>
         <translation>Cubic metre</translation>
-    </message>
-</context>
-<context>
-    <name>QObject</name>
-    <message>
-        <source>mm - Millimeter</source>
-        <translation>mm - Millimetre</translation>
-    </message>
-    <message>
-        <source>cm - Zentimeter</source>
-        <translation>cm - Centimetre</translation>
-    </message>
-    <message>
-        <source>m - Meter</source>
-        <translation>m - Metre</translation>
-    </message>
-    <message>
-        <source>in - Zoll (US/GB)</source>
-        <translation>in - Inch (US/GB)</translation>
     </message>
 </context>
 </TS>

@@ -130,7 +130,8 @@ QString PresetManager::textOfFile(const QString& path)
     if (reader.isArchiv()) {
         fail(E_ET_FATAL, QStringLiteral("File %1 is an archive but single file was expected").arg(path));
     }
-    return QString::fromUtf8(reader.getFileContent());
+    const QByteArray content = reader.getFileContent();
+    return QString::fromUtf8(content.constData(), content.size()); // a zero byte does not end it
 }
 
 std::optional<PresetLine> PresetManager::parseLine(const QString& line)

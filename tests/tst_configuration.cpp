@@ -140,7 +140,7 @@ private Q_SLOTS:
         QStringList entries = active.entries();
         entries.removeDuplicates();
         QCOMPARE(entries, QStringList{"8192 Could not create storage path."_q});
-        QCOMPARE(qApp->findChildren<ConfigManager*>().count(), 1);
+        QCOMPARE(QCoreApplication::instance()->findChildren<ConfigManager*>().count(), 1);
         delete config();
         qputenv("HOME", m_home);
         QCOMPARE(config()->getAutosaveInterval(), 60000U);

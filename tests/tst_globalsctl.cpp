@@ -131,7 +131,7 @@ private Q_SLOTS:
         write("cut"_q, whole.chopped(1));
         write("bad-pad"_q, QByteArray(whole).replace(0, 1, "\x10"));
         write("header"_q, QByteArray("\x05", 1) + QByteArray(16, 'v'));
-        write("other-password"_q, protectedContent(QByteArray(64, 'a'), "another password of "));
+        write("other-password"_q, protectedContent(QByteArray(1024, 'a'), "another password of "));
         QFile large("large"_q);
         QVERIFY(large.open(QIODevice::WriteOnly) && large.resize(Q_INT64_C(5) << 30));
         QProcess::execute("mkfifo"_q, {"pipe"_q});

@@ -238,8 +238,8 @@ private Q_SLOTS:
     {
         Log* log = nullptr;
         std::thread([&log] { (log = new Log("moved", true))->logStatusMessage("x", "", 0); }).join();
-        QCOMPARE(log->thread(), qApp->thread());
-        QCOMPARE(log->getEntry(0)->thread(), qApp->thread());
+        QCOMPARE(log->thread(), QCoreApplication::instance()->thread());
+        QCOMPARE(log->getEntry(0)->thread(), QCoreApplication::instance()->thread());
     }
 
     void linesOfManyThreadsAreWholeAndComplete()

@@ -77,7 +77,7 @@ bool hasProtectedForm(const QByteArray& bytes)
 QString textOf(const QString& path)
 {
     const QByteArray bytes = contentOf(path);
-    QString plain = QString::fromUtf8(bytes);
+    QString plain = QString::fromUtf8(bytes.constData(), bytes.size());
     const bool isProtected = hasProtectedForm(bytes) && !(isUtf8(bytes) && isReadable(plain));
     if (!isProtected && isReadable(plain))
         return plain;

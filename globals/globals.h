@@ -118,6 +118,15 @@ enum E_MeasurementDimension : int {
     E_MD_CUBIC = 3,
 };
 
+/// The kind of a status message. The library passes it through and uses E_ST_NONE only; the other names are
+/// for status lines that have no kinds of their own, which may be any numbers.
+enum E_StateType : int {
+    E_ST_NONE = 0, ///< there is no message
+    E_ST_INFORMATION = 1,
+    E_ST_WARNING = 2,
+    E_ST_ERROR = 3,
+};
+
 /// The names of the application's scene states, in the order the scene code knows them by. The library
 /// itself does not read them.
 inline constexpr std::array<const char*, 6> SCENE_STATE_NAMES = {

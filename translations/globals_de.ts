@@ -74,4 +74,15 @@
         <translation>Kubikmeter</translation>
     </message>
 </context>
+<context>
+    <name>TEKLUVA::ProgressStep</name>
+    <message>
+        <source>Abgeschlossen</source>
+        <translation>Abgeschlossen</translation>
+    </message>
+    <message>
+        <source>%1 (%2 kB)</source>
+        <translation>%1 (%2 kB)</translation>
+    </message>
+</context>
 </TS>

@@ -74,4 +74,15 @@
         <translation>Cubic metre</translation>
     </message>
 </context>
+<context>
+    <name>TEKLUVA::ProgressStep</name>
+    <message>
+        <source>Abgeschlossen</source>
+        <translation>Completed</translation>
+    </message>
+    <message>
+        <source>%1 (%2 kB)</source>
+        <translation>%1 (%2 kB)</translation>
+    </message>
+</context>
 </TS>

@@ -1,0 +1,229 @@
+#include "globals/ProgressStep.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace TEKLUVA {
+
+namespace {
+
+constexpr unsigned int ALL = 100; ///< percent
+
+/// The whole part of a quotient in 32 bits. What does not fit wraps around, as it does between integers, so
+/// that an unknown total of -1 is a very large one.
+quint32 wholePart(double quotient)
+{
+    constexpr double TOO_LARGE = 9223372036854775808.0; // 2^63
+    if (!(std::fabs(quotient) < TOO_LARGE))
+        return 0;
+    return static_cast<quint32>(static_cast<qint64>(quotient));
+}
+
+quint32 percentOf(quint32 current, quint32 steps)
+{
+    if (steps == 0)
+        return 0;
+    return static_cast<quint32>(static_cast<double>(current) / steps * ALL);
+}
+
+QString sizeText(qint64 bytes)
+{
+    constexpr qint64 KILOBYTE = 1024;
+    const auto kilobytes = static_cast<qint32>(bytes / KILOBYTE);
+    return kilobytes < 1 ? QStringLiteral("~1") : QString::number(kilobytes);
+}
+
+bool isPercentage(ProgressStep::E_ProgressType type)
+{
+    return type == ProgressStep::E_PRT_PERCENT || type == ProgressStep::E_PRT_PERCENT_ALT;
+}
+
+/// Stores \p value; false when it was there already.
+template <typename Field, typename Value>
+bool store(std::atomic<Field>& field, Value value)
+{
+    return field.exchange(value) != value;
+}
+
+} // namespace
+
+ProgressStep::SharedText::SharedText(const QString& text)
+    : m_text(text)
+{
+}
+
+QString ProgressStep::SharedText::get() const
+{
+    const QMutexLocker lock(&m_mutex);
+    return m_text;
+}
+
+void ProgressStep::SharedText::set(const QString& text)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_text = text;
+}
+
+ProgressStep::ProgressStep(unsigned int id, const QString& name, E_ProgressType type, const QString& label,
+                           const QString& description, E_ProgressState state)
+    : m_id(id)
+    , m_name(name)
+    , m_label(label)
+    , m_type(type)
+    , m_state(state)
+    , m_description(description)
+{
+    // Under the names that the signals are declared with, so that they can be queued.
+    static const int REGISTERED = qRegisterMetaType<ProgressStep*>("ProgressStep*");
+    Q_UNUSED(REGISTERED)
+}
+
+/// Runs \p change, which tells whether there is something to announce, under the lock. A step that ignores
+/// changes is left before locking, so that a receiver of its last signal may still call any setter.
+template <typename Change>
+void ProgressStep::change(Change&& change)
+{
+    if (!acceptsChanges())
+        return;
+    const QMutexLocker lock(&m_mutex);
+    // Another thread may have finished the step while this one waited.
+    if (acceptsChanges() && change())
+        Q_EMIT updateProgressStepRequested(this);
+}
+
+void ProgressStep::setProgressStepBlocked(bool blocked)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_blocked = blocked;
+}
+
+void ProgressStep::setVisible(bool visible)
+{
+    if (m_blocked)
+        return;
+    const QMutexLocker lock(&m_mutex);
+    if (!m_blocked && store(m_visible, visible))
+        Q_EMIT updateProgressStepRequested(this);
+}
+
+void ProgressStep::setProgressStepProgress(unsigned int percent)
+{
+    change([this, percent] {
+        if (percent == m_progress)
+            return false;
+        m_progress = std::min(percent, ALL);
+        return true; // 250 again, too: it is not what was stored
+    });
+}
+
+void ProgressStep::setProgressStepType(E_ProgressType type)
+{
+    change([this, type] { return store(m_type, type); });
+}
+
+void ProgressStep::setProgressStepText(const QString& text)
+{
+    change([this, &text] {
+        if (text == m_text.get())
+            return false;
+        m_text.set(text);
+        m_displayText.set(text);
+        return true;
+    });
+}
+
+void ProgressStep::setProgressStepDescription(const QString& description)
+{
+    change([this, &description] {
+        if (description == m_description.get())
+            return false;
+        m_description.set(description);
+        return true;
+    });
+}
+
+void ProgressStep::setProgressBarSteps(unsigned int steps)
+{
+    change([this, steps] { return store(m_barSteps, steps); });
+}
+
+void ProgressStep::setCurrentProgressBarStep(unsigned int step)
+{
+    change([this, step] { return store(m_currentBarStep, step); });
+}
+
+void ProgressStep::incrementCurrentProgressBarStep()
+{
+    change([this] {
+        ++m_currentBarStep;
+        return true;
+    });
+}
+
+void ProgressStep::setProgressBarStepDivFactor(double factor)
+{
+    change([this, factor] {
+        m_divFactor = factor == 0.0 ? 1.0 : factor;
+        return false;
+    });
+}
+
+void ProgressStep::setProgressStepState(E_ProgressState state)
+{
+    change([this, state] {
+        if (state == m_state)
+            return false;
+        if (state == E_PS_FINISHED)
+            finish();
+        else
+            enterState(state);
+        return true;
+    });
+}
+
+void ProgressStep::enterState(E_ProgressState state)
+{
+    m_state = state;
+    Q_EMIT changeProgressStateRequested(this);
+}
+
+void ProgressStep::finish()
+{
+    if (m_state != E_PS_RUNNING) {
+        enterState(E_PS_RUNNING);
+        Q_EMIT updateProgressStepRequested(this);
+    }
+    // The state comes last: whoever sees it sees the finished step.
+    if (m_type == E_PRT_TRANSFER)
+        m_displayText.set(tr("Abgeschlossen"));
+    else
+        m_currentBarStep = m_barSteps.load();
+    m_description.set(QString());
+    enterState(E_PS_FINISHED);
+}
+
+bool ProgressStep::moveBar(quint32 current, quint32 steps)
+{
+    const bool isMoved = store(m_currentBarStep, current);
+    return store(m_barSteps, steps) || isMoved;
+}
+
+void ProgressStep::handleProgressState(qint64 received, qint64 total)
+{
+    change([this, received, total] {
+        const quint32 current = wholePart(static_cast<double>(received) / m_divFactor);
+        const quint32 steps = std::max(wholePart(static_cast<double>(total) / m_divFactor), current);
+        const quint32 stepsBefore = m_barSteps;
+        if (!moveBar(current, steps))
+            return false;
+        if (m_type == E_PRT_TRANSFER) {
+            m_displayText.set(tr("%1 (%2 kB)").arg(m_text.get(), sizeText(total)));
+            return steps != stepsBefore; // displays of transfers show the total and not how far it is
+        }
+        if (isPercentage(m_type))
+            m_progress = percentOf(current, steps);
+        return true;
+    });
+}
+
+} // namespace TEKLUVA

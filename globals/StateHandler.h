@@ -1,0 +1,122 @@
+#pragma once
+
+#include "globals/StateHandlerData.h"
+
+#include <QObject>
+
+namespace TEKLUVA {
+
+/// Through this object long work tells what it is doing: one process at a time, with named steps, an abort
+/// request of the user, and a status message that clears itself. It draws nothing; dialogs, bars and status
+/// lines listen to its signals and to those of the steps.
+///
+///     auto* states = StateHandler::getInstance();
+///     states->newProcess(tr("Opening"), true, true);
+///     states->addProgressStep("models", ProgressStep::E_PRT_BAR, tr("Models"), "", false,
+///                             ProgressStep::E_PS_WAITING);
+///     states->setProgressBarSteps("models", files.size());
+///     states->setProgressStepState("models", ProgressStep::E_PS_RUNNING);
+///     for (int i = 0; i < files.size() && !states->wasAborted(); ++i) {
+///         load(files[i]);
+///         states->setCurrentProgressBarStep("models", i + 1);
+///     }
+///
+/// One step runs at a time: the start of a step finishes the one before.
+///
+/// Threads: made by the first getInstance(), on the main thread. Afterwards steps may be added and changed,
+/// and the abort request be made and asked for, in any thread; signals are emitted in the thread that makes
+/// the call, and a step that a worker starts becomes the active one when the main thread gets to know of it.
+/// newProcess() is for the moment when nobody works on the old process any more. newStatusMessage() with a
+/// time and clear() are for the main thread, whose timer they use.
+///
+/// Ownership: without a parent; nothing in the library destroys it. It owns the steps: they live in its
+/// thread and are deleted there after the next newProcess(). A step that is replaced by one of the same name
+/// is never deleted, and so are the last process's steps when the handler is destroyed.
+class GLOBALS_EXPORT StateHandler : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY(StateHandler)
+
+public:
+    static StateHandler* getInstance();
+    ~StateHandler() override;
+
+    /// \name Process
+    /// @{
+    /// Ends the current process, whose steps are thrown away, and begins one without steps and without an
+    /// abort request. Emits createNewProcessRequested() first, while the old steps are still there.
+    void newProcess(const QString& name, bool show_total_progress, bool show_abort_btn);
+    /// Emits renameProcessTitleRequested().
+    void setProcessName(const QString& name);
+    QString getProcessName() const;
+    bool showTotalProgress() const;
+    /// @}
+
+    /// \name Steps
+    /// @{
+    /// Makes a step with the next id, 1 for the first one of a process, and emits
+    /// createNewProgressStepRequested(); with \p prepend the display puts it in front of the others.
+    void addProgressStep(const QString& name, ProgressStep::E_ProgressType type, const QString& label,
+                         const QString& description, bool prepend, ProgressStep::E_ProgressState state);
+    /// Null for an unknown name.
+    ProgressStep* getStepData(const QString& name) const;
+    QMap<QString, ProgressStep*> getAllSteps() const;
+    /// The running step, null for none.
+    ProgressStep* getActiveStep() const;
+    /// @}
+
+    /// \name Changes of a step by its name
+    /// As the step's own functions; nothing happens for an unknown name.
+    /// @{
+    void setProgressStepState(const QString& name, ProgressStep::E_ProgressState state);
+    void setProgressStepText(const QString& name, const QString& text);
+    void setProgressStepDescription(const QString& name, const QString& text);
+    void setCurrentProgressBarStep(const QString& name, unsigned int step);
+    void setProgressBarSteps(const QString& name, unsigned int steps);
+    /// @}
+
+    /// \name Abort
+    /// @{
+    /// Asks the work to end, and emits abortProcess(). Holds until the next newProcess().
+    void setAbort();
+    /// Whether the work is to end, for asking between two pieces of it. When the display has an abort button
+    /// the calling thread's pending events are processed first, so that a click on it can arrive.
+    bool wasAborted();
+    /// @}
+
+    /// \name Status message
+    /// @{
+    /// Shows \p msg, for \p time milliseconds if that is more than 0. Otherwise it stays, but for the time
+    /// that an earlier message was given.
+    void newStatusMessage(const QString& msg, E_StateType type, int time);
+    /// Adds a blank and \p msg to the message.
+    void addStatusMessage(const QString& msg);
+    QString getCurrentMessage() const;
+    /// @}
+
+public Q_SLOTS:
+    /// Takes the status message away: emits statusMessage() with no text, E_ST_NONE and time 1.
+    void clear();
+    /// Keeps the active step, when the state of \p step has changed.
+    void handleChangeProgressStateRequest(ProgressStep* step);
+
+Q_SIGNALS:
+    /// \p time in milliseconds, 0 or less for a message that stays.
+    void statusMessage(QString msg, E_StateType type, int time);
+    void createNewProcessRequested(QString name, bool show_total_progress, bool show_abort_btn);
+    void createNewProgressStepRequested(ProgressStep* step_data, bool prepend);
+    void abortProcess();
+    void renameProcessTitleRequested(QString title);
+
+private:
+    StateHandler();
+    void throwStepsAway();
+
+    static StateHandler* __instance;
+
+    StateHandlerData m_data;
+};
+
+} // namespace TEKLUVA
+
+Q_DECLARE_METATYPE(TEKLUVA::E_StateType)

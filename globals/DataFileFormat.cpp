@@ -3,7 +3,10 @@
 // SHA-1 is weak, but it is what the files in the field were written with.
 #include <cryptopp/sha.h>
 
-#include <algorithm>
+#include <QFileInfo>
+
+#include <limits>
+#include <new>
 
 namespace TEKLUVA::DataFileFormat {
 
@@ -26,6 +29,24 @@ CryptoPP::SecByteBlock deriveKey(const QByteArray& password, int split)
     digestText(password.mid(split), digests);
     digestText(password.left(split), digests + DIGEST_SIZE);
     return CryptoPP::SecByteBlock(digests, KEY_SIZE);
+}
+
+std::optional<QByteArray> allocate(quint64 size)
+{
+    // QByteArray keeps a header and an end beside its bytes.
+    constexpr quint64 LARGEST = std::numeric_limits<int>::max() - 64;
+    if (size > LARGEST)
+        return std::nullopt;
+    try {
+        return QByteArray(static_cast<int>(size), Qt::Uninitialized);
+    } catch (const std::bad_alloc&) {
+        return std::nullopt;
+    }
+}
+
+bool isPlainFile(const QString& path)
+{
+    return QFileInfo(path).isFile();
 }
 
 void logCaught(const char* what)

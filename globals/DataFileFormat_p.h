@@ -8,6 +8,8 @@
 
 #include <QByteArray>
 
+#include <optional>
+
 /// What the reading and the writing side of protected data files have in common.
 ///
 /// A protected data block is
@@ -31,6 +33,13 @@ inline constexpr int KEY_SIZE = 32;
 /// exist.
 CryptoPP::SecByteBlock deriveKey(const QByteArray& password, int split);
 
+/// A buffer of \p size bytes, which is what somebody claims; nothing when it cannot be had.
+std::optional<QByteArray> allocate(quint64 size);
+
+/// Whether there is a file that can be read to its end: not a folder, and no pipe or device, which might
+/// never end.
+bool isPlainFile(const QString& path);
+
 /// Logs that an exception with the text \p what ended an operation on a data file.
 void logCaught(const char* what);
 
@@ -50,7 +59,7 @@ auto withoutExceptions(Operation&& operation) noexcept -> decltype(operation())
     } catch (...) {
         logError(std::string("Catched an unknown exception while opening a data file."));
     }
-    return {};
+    return decltype(operation())();
 }
 
 } // namespace TEKLUVA::DataFileFormat

@@ -8,10 +8,8 @@
 #include <unzip.h>
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <array>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -34,16 +32,10 @@ struct CloseEntry
 };
 using OpenEntry = std::unique_ptr<void, CloseEntry>;
 
-/// A pipe or a device is no data file, and opening or reading one might never end.
-bool isPlainFile(const QByteArray& fileName)
-{
-    return QFileInfo(QFile::decodeName(fileName)).isFile();
-}
-
 /// Null when the file is no zip archive.
 Archive openArchive(const QByteArray& fileName)
 {
-    return Archive(isPlainFile(fileName) ? unzOpen(fileName.constData()) : nullptr);
+    return Archive(isPlainFile(QFile::decodeName(fileName)) ? unzOpen(fileName.constData()) : nullptr);
 }
 
 /// Null when the current entry cannot be opened.
@@ -62,8 +54,9 @@ ZPOS64_T entryCount(const Archive& archive)
 
 struct EntryInfo
 {
-    std::string name;
+    std::string name; ///< cut at 256 bytes
     ZPOS64_T size;
+    uLong nameLength; ///< of the whole name
 };
 
 /// Nothing when the current entry's header cannot be read.
@@ -78,37 +71,109 @@ std::optional<EntryInfo> currentEntry(const Archive& archive)
         unzGetCurrentFileInfo64(archive.get(), &info, name.data(), LONGEST_NAME, nullptr, 0, nullptr, 0);
     if (result != UNZ_OK)
         return std::nullopt;
-    return EntryInfo{name.data(), info.uncompressed_size};
+    return EntryInfo{name.data(), info.uncompressed_size, info.size_filename};
+}
+
+/// The name of the current entry, \p entry, up to its last byte.
+std::string wholeName(const Archive& archive, const EntryInfo& entry)
+{
+    std::string name(entry.nameLength, '\0');
+    unzGetCurrentFileInfo64(archive.get(), nullptr, name.data(), entry.nameLength, nullptr, 0, nullptr, 0);
+    return name.c_str(); // a zero byte ends it, here as everywhere
+}
+
+/// Makes one entry after the other the current one, until \p visit answers false for it. The result is
+/// UNZ_OK then, UNZ_END_OF_LIST_OF_FILE behind the last entry, and another code for a damaged archive.
+template <typename Visit>
+int walk(const Archive& archive, Visit&& visit)
+{
+    // minizip takes the largest count of a plain archive, 65535, for unknown, and would walk off its end.
+    const ZPOS64_T count = entryCount(archive);
+    int result = unzGoToFirstFile(archive.get());
+    for (ZPOS64_T seen = 1; result == UNZ_OK; ++seen) {
+        const auto entry = currentEntry(archive);
+        if (!entry)
+            return UNZ_BADZIPFILE;
+        if (!visit(*entry))
+            return UNZ_OK;
+        result = seen == count ? UNZ_END_OF_LIST_OF_FILE : unzGoToNextFile(archive.get());
+    }
+    return result;
 }
 
 /// Makes the entry \p name the current one. Not unzLocateFile(), which reads past its buffer at a name of 256
 /// bytes or more somewhere in the archive.
-bool locate(const Archive& archive, const std::string& name)
+std::optional<EntryInfo> locate(const Archive& archive, const std::string& name)
 {
     constexpr int PLATFORM_CASE_SENSITIVITY = 0;
-    for (int result = unzGoToFirstFile(archive.get()); result == UNZ_OK;
-         result = unzGoToNextFile(archive.get())) {
-        const auto entry = currentEntry(archive);
-        if (!entry)
-            return false;
-        if (unzStringFileNameCompare(entry->name.c_str(), name.c_str(), PLATFORM_CASE_SENSITIVITY) == 0)
-            return true;
+    std::optional<EntryInfo> found;
+    walk(archive, [&found, &name](const EntryInfo& entry) {
+        if (unzStringFileNameCompare(entry.name.c_str(), name.c_str(), PLATFORM_CASE_SENSITIVITY) == 0)
+            found = entry;
+        return !found;
+    });
+    return found;
+}
+
+/// Null and logged when the file is no zip archive.
+Archive openOrLog(const QByteArray& fileName)
+{
+    Archive archive = openArchive(fileName);
+    if (!archive) {
+        logError("The archiv " + fileName.toStdString()
+                 + " could not be opened. Please check whether the file exists.");
     }
+    return archive;
+}
+
+/// False and logged for a damaged archive.
+template <typename Visit>
+bool walkOrLog(const Archive& archive, const QByteArray& fileName, Visit&& visit)
+{
+    bool isEmpty = true;
+    const int result = walk(archive, [&isEmpty, &visit](const EntryInfo& entry) {
+        isEmpty = false;
+        return visit(entry);
+    });
+    if (result == UNZ_OK || result == UNZ_END_OF_LIST_OF_FILE)
+        return true;
+    const std::string file = fileName.toStdString();
+    logError(isEmpty ? "The archiv " + file + " seems to be empty. Could not go to first file."
+                     : "Could not get the info of the current file in the archiv " + file
+                           + ". Proberbly the archiv is currupted.");
     return false;
 }
 
-/// A buffer of \p size bytes, which is what an archive claims; nothing when it cannot be had.
-std::optional<QByteArray> allocate(ZPOS64_T size)
+enum class Checksum {
+    Ignored,
+    Checked,
+};
+
+/// Unpacks the current entry, of which the archive claims a \p size. Nothing, and logged, on failure.
+std::optional<QByteArray> unpackOrLog(const Archive& archive, const QByteArray& fileName,
+                                      const std::string& name, ZPOS64_T size, Checksum checksum)
 {
-    // QByteArray keeps a header and an end beside its bytes.
-    constexpr ZPOS64_T LARGEST = std::numeric_limits<int>::max() - 64;
-    if (size > LARGEST)
-        return std::nullopt;
-    try {
-        return QByteArray(static_cast<int>(size), Qt::Uninitialized);
-    } catch (const std::bad_alloc&) {
+    const std::string file = fileName.toStdString();
+    auto content = allocate(size);
+    if (!content) {
+        logError("Could not allocate enough memory to read the file " + name + " from archiv " + file
+                 + ". The file needs to be read piece by piece.");
         return std::nullopt;
     }
+    OpenEntry entry = openCurrentEntry(archive);
+    if (!entry) {
+        logError("The file " + name + " from archiv " + file
+                 + " couldn't be opened. Maybe the password is wrong.");
+        return std::nullopt;
+    }
+    const int read = unzReadCurrentFile(entry.get(), content->data(), static_cast<unsigned>(content->size()));
+    const bool isWhole = read == content->size()
+                         && (checksum == Checksum::Ignored || unzCloseCurrentFile(entry.release()) == UNZ_OK);
+    if (!isWhole) {
+        logError("The " + name + " from archiv " + file + " couldn't be read correct.");
+        return std::nullopt;
+    }
+    return content;
 }
 
 /// Throws for a block that cannot be decrypted.
@@ -163,7 +228,7 @@ bool DataFileReader::isArchiv() const
 QByteArray DataFileReader::getFileContent() const
 {
     return withoutExceptions([this]() -> QByteArray {
-        if (isArchiv() || !isPlainFile(m_fileName))
+        if (isArchiv() || !isPlainFile(getFilename()))
             return {};
         QFile file(getFilename());
         if (!file.open(QIODevice::ReadOnly))
@@ -175,75 +240,50 @@ QByteArray DataFileReader::getFileContent() const
 std::vector<std::string> DataFileReader::getListOfArchivedFiles() const
 {
     return withoutExceptions([this]() -> std::vector<std::string> {
-        const std::string file = m_fileName.toStdString();
-        const Archive archive = openArchive(m_fileName);
-        if (!archive) {
-            logError("The archiv " + file + " could not be opened. Please check whether the file exists.");
+        const Archive archive = openOrLog(m_fileName);
+        if (!archive)
             return {};
-        }
-        int result = unzGoToFirstFile(archive.get());
-        if (result != UNZ_OK) {
-            logError("The archiv " + file + " seems to be empty. Could not go to first file.");
-            return {};
-        }
-        // minizip takes the largest count of a plain archive, 65535, for unknown, and would walk off its end.
-        const ZPOS64_T count = entryCount(archive);
         std::vector<std::string> names;
-        while (result == UNZ_OK) {
-            const auto entry = currentEntry(archive);
-            if (!entry)
-                break;
-            names.push_back(entry->name);
-            result = names.size() == count ? UNZ_END_OF_LIST_OF_FILE : unzGoToNextFile(archive.get());
-        }
-        // minizip reads the next header already when it steps on, so a damaged one may end either call.
-        if (result != UNZ_END_OF_LIST_OF_FILE) {
-            logError("Could not get the info of the current file in the archiv " + file
-                     + ". Proberbly the archiv is currupted.");
-            return {};
-        }
-        return names;
+        const bool isWhole = walkOrLog(archive, m_fileName, [&names](const EntryInfo& entry) {
+            names.push_back(entry.name);
+            return true;
+        });
+        return isWhole ? names : std::vector<std::string>();
     });
 }
 
 QByteArray DataFileReader::getContentOfArchivedFile(const std::string& name) const
 {
     return withoutExceptions([this, &name]() -> QByteArray {
-        const std::string file = m_fileName.toStdString();
-        const Archive archive = openArchive(m_fileName);
-        if (!archive) {
-            logError("The archiv " + file + " could not be opened. Please check whether the file exists.");
+        const Archive archive = openOrLog(m_fileName);
+        if (!archive)
             return {};
-        }
-        if (!locate(archive, name)) {
-            logError("Could not locate " + name + " in the archiv " + file + ".");
-            return {};
-        }
-        const auto entry = currentEntry(archive);
+        const auto entry = locate(archive, name);
         if (!entry) {
-            logError("Could not get the info of the current file in the archiv " + file
-                     + ". Proberbly the archiv is currupted.");
+            logError("Could not locate " + name + " in the archiv " + m_fileName.toStdString() + ".");
             return {};
         }
-        auto content = allocate(entry->size);
-        if (!content) {
-            logError("Could not allocate enough memory to read the file " + name + " from archiv " + file
-                     + ". The file needs to be read piece by piece.");
-            return {};
-        }
-        const OpenEntry open = openCurrentEntry(archive);
-        if (!open) {
-            logError("The file " + name + " from archiv " + file
-                     + " couldn't be opened. Maybe the password is wrong.");
-            return {};
-        }
-        if (unzReadCurrentFile(open.get(), content->data(), static_cast<unsigned>(content->size()))
-            != content->size()) {
-            logError("The " + name + " from archiv " + file + " couldn't be read correct.");
-            return {};
-        }
-        return decrypted(*content);
+        const auto content = unpackOrLog(archive, m_fileName, name, entry->size, Checksum::Ignored);
+        return content ? decrypted(*content) : QByteArray();
     });
+}
+
+bool DataFileReader::visitArchivedFiles(const std::function<bool(const ArchivedFile&)>& visit) const
+{
+    const Archive archive = openOrLog(m_fileName);
+    return archive && walkOrLog(archive, m_fileName, [this, &archive, &visit](const EntryInfo& entry) {
+               const std::string name = wholeName(archive, entry);
+               const auto read = [this, &archive, &name, &entry] {
+                   return withoutExceptions([&]() -> std::optional<QByteArray> {
+                       const auto content =
+                           unpackOrLog(archive, m_fileName, name, entry.size, Checksum::Checked);
+                       if (!content || content->isEmpty() || m_password.isEmpty())
+                           return content;
+                       return decryptBlock(*content, m_password);
+                   });
+               };
+               return visit({name, entry.size, read});
+           });
 }
 
 QByteArray DataFileReader::decryptData(const QByteArray& data, const QString& password) const

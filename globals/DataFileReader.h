@@ -6,10 +6,21 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace TEKLUVA {
+
+/// An entry of an archive, while DataFileReader::visitArchivedFiles() stands at it.
+struct ArchivedFile
+{
+    const std::string& name; ///< the whole one, which getListOfArchivedFiles() may cut
+    quint64 size;            ///< in bytes, unpacked and still encrypted, as the archive claims
+    /// Unpacks and decrypts the entry and checks it against its checksum. Nothing, and logged, on failure.
+    const std::function<std::optional<QByteArray>()>& content;
+};
 
 /// Reads protected data files: a file that is one protected data block, or a zip archive whose entries are
 /// such blocks. Without a password the content is taken as it is.
@@ -44,6 +55,11 @@ public:
     /// The names of all entries in the order of the archive, cut at 256 bytes. Failures are logged; a damaged
     /// entry makes the whole list empty.
     std::vector<std::string> getListOfArchivedFiles() const;
+
+    /// Visits the entries in the order of the archive, in one pass over it and with one of them at a time in
+    /// memory, until \p visit answers false. False, and logged, for a file that is no archive, that has no
+    /// entries, or whose list of entries is damaged. What \p visit throws goes through to the caller.
+    bool visitArchivedFiles(const std::function<bool(const ArchivedFile&)>& visit) const;
 
     /// The content of the entry \p name (upper and lower case differ), decrypted. Failures are logged. An
     /// entry is read in one piece and must fit into a QByteArray.

@@ -2,6 +2,7 @@
 
 #include "globals/ActiveLog_p.h"
 #include "globals/ConfigManager.h"
+#include "globals/DataFileCreator.h"
 #include "globals/DataFileReader.h"
 #include "globals/Exception.h"
 #include "globals/PresetPassword_p.h"
@@ -132,6 +133,11 @@ QString PresetManager::textOfFile(const QString& path)
     }
     const QByteArray content = reader.getFileContent();
     return QString::fromUtf8(content.constData(), content.size()); // a zero byte does not end it
+}
+
+QByteArray PresetManager::protectedContent(const QByteArray& text)
+{
+    return DataFileCreator().encryptData(text, presetPassword());
 }
 
 std::optional<PresetLine> PresetManager::parseLine(const QString& line)

@@ -66,6 +66,8 @@ public:
     void readLine(const QString& line);
     /// The decrypted text of a protected preset file.
     static QString textOfFile(const QString& path);
+    /// The content of a protected preset file with \p text, UTF-8, whose lines are not checked.
+    static QByteArray protectedContent(const QByteArray& text);
     /// The two sides of a line KEY=VALUE; nothing for an empty line and a comment ("#").
     static std::optional<PresetLine> parseLine(const QString& line);
     /// @}

@@ -1,0 +1,226 @@
+#include "globals/DataFileCreator.h"
+
+#include "globals/DataFileFormat_p.h"
+
+#include <cryptopp/aes.h>
+#include <cryptopp/filters.h>
+#include <cryptopp/modes.h>
+#include <cryptopp/osrng.h>
+#include <zip.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <array>
+#include <cstdio>
+#include <limits>
+#include <memory>
+#include <new>
+
+#include <unistd.h>
+
+namespace TEKLUVA {
+
+using namespace DataFileFormat;
+
+namespace {
+
+using Vector = std::array<CryptoPP::byte, BLOCK_SIZE>;
+
+Vector randomVector()
+{
+    constexpr bool BLOCKING = false;
+    constexpr unsigned SEED_SIZE = 32;
+    CryptoPP::AutoSeededRandomPool pool(BLOCKING, SEED_SIZE);
+    Vector vector;
+    pool.GenerateBlock(vector.data(), vector.size());
+    return vector;
+}
+
+/// How many zero bytes fill the last block of the cipher.
+int padCount(int size)
+{
+    return (BLOCK_SIZE - size % BLOCK_SIZE) % BLOCK_SIZE;
+}
+
+/// Where the key derivation cuts the password: half its characters, but counted in bytes. Kept because files
+/// were written so; canBeReadBack() tells where the reader disagrees.
+int splitOf(const QString& password)
+{
+    return password.size() / 2;
+}
+
+/// Appends the cipher text of \p data. Throws, and leaves \p block as it was, for want of memory.
+void appendCipherText(QByteArray& block, const QByteArray& data, const QString& password,
+                      const Vector& vector)
+{
+    const CryptoPP::SecByteBlock key = deriveKey(password.toUtf8(), splitOf(password));
+    CryptoPP::CBC_Mode<CryptoPP::AES>::Encryption cipher(key, key.size(), vector.data());
+    const qint64 size = qint64(data.size()) + padCount(data.size());
+    if (block.size() + size > std::numeric_limits<int>::max())
+        throw std::bad_alloc();
+    const int header = block.size();
+    block.resize(header + static_cast<int>(size));
+    auto* sink = new CryptoPP::ArraySink(reinterpret_cast<CryptoPP::byte*>(block.data()) + header,
+                                         static_cast<std::size_t>(size));
+    // The filters own one another, and the last one fills the last block with zero bytes.
+    auto* filter = new CryptoPP::StreamTransformationFilter(cipher, sink,
+                                                            CryptoPP::BlockPaddingSchemeDef::ZEROS_PADDING);
+    const CryptoPP::StringSource source(reinterpret_cast<const CryptoPP::byte*>(data.constData()),
+                                        static_cast<std::size_t>(data.size()), true, filter);
+}
+
+/// The whole content of a file; nothing when it cannot be read.
+std::optional<QByteArray> contentOf(const QString& path)
+{
+    QFile file(path);
+    if (!isPlainFile(path) || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    auto content = allocate(static_cast<quint64>(file.size()));
+    if (!content || file.read(content->data(), content->size()) != content->size())
+        return std::nullopt;
+    return content;
+}
+
+struct CloseArchive
+{
+    void operator()(void* archive) const { zipClose(archive, nullptr); }
+};
+
+/// Makes sure that the content of a closed file is on disk, before its name is given to it.
+bool isOnDisk(const QByteArray& fileName)
+{
+    QFile file(QFile::decodeName(fileName));
+    return file.open(QIODevice::ReadWrite) && fsync(file.handle()) == 0;
+}
+
+/// An archive that is written beside its place and takes it when it is complete. Otherwise nothing is left of
+/// it, and what was there stays.
+class NewArchive
+{
+public:
+    explicit NewArchive(const QString& path)
+        : m_path(QFile::encodeName(path))
+        , m_folder(QFileInfo(path).path() + QLatin1String("/archive-XXXXXX"))
+        , m_newPath(QFile::encodeName(m_folder.filePath(QStringLiteral("archive"))))
+    {
+        const QFileInfo old(path);
+        const bool mayReplace = !old.exists() || old.isFile();
+        if (mayReplace && m_folder.isValid())
+            m_archive.reset(zipOpen(m_newPath.constData(), APPEND_STATUS_CREATE));
+    }
+
+    /// Null when it cannot be written.
+    zipFile get() const { return m_archive.get(); }
+
+    /// Puts the complete archive into its place.
+    bool finish()
+    {
+        return zipClose(m_archive.release(), nullptr) == ZIP_OK && isOnDisk(m_newPath)
+               && std::rename(m_newPath.constData(), m_path.constData()) == 0;
+    }
+
+private:
+    const QByteArray m_path;
+    const QTemporaryDir m_folder;
+    const QByteArray m_newPath;
+    std::unique_ptr<void, CloseArchive> m_archive;
+};
+
+QString lastPart(const QString& path)
+{
+    return QFileInfo(path).fileName();
+}
+
+/// Writes an archive with an entry for each of \p items, which \p pack adds to it.
+template <typename Items, typename Pack>
+bool createArchive(const Items& items, const QString& path, const DataFileCreator::GoOn& goOn, Pack&& pack)
+{
+    if (items.isEmpty() || path.isEmpty())
+        return false;
+    NewArchive archive(path);
+    if (!archive.get())
+        return false;
+    int position = 0;
+    for (auto item = items.begin(); item != items.end(); ++item) {
+        if (goOn && !goOn(position++))
+            return false;
+        if (!pack(archive.get(), item))
+            return false;
+    }
+    return archive.finish();
+}
+
+} // namespace
+
+bool DataFileCreator::canBeReadBack(const QString& password)
+{
+    const QByteArray bytes = password.toUtf8();
+    return deriveKey(bytes, splitOf(password)) == deriveKey(bytes, bytes.size() / 2);
+}
+
+QByteArray DataFileCreator::encryptData(const QByteArray& data, const QString& password) const
+{
+    QByteArray block;
+    withoutExceptions([&block, &data, &password] {
+        const Vector vector = randomVector();
+        block.append(static_cast<char>(padCount(data.size())));
+        block.append(reinterpret_cast<const char*>(vector.data()), BLOCK_SIZE);
+        appendCipherText(block, data, password, vector);
+    });
+    return block;
+}
+
+QByteArray DataFileCreator::encryptFile(const QString& path, const QString& password) const
+{
+    const auto content = contentOf(path);
+    return content ? encryptData(*content, password) : QByteArray();
+}
+
+bool DataFileCreator::packData(void* zipFile, const QString& name, const QByteArray& data) const
+{
+    constexpr int LONGEST_NAME = 0xffff;
+    const QByteArray entry = QFile::encodeName(name);
+    if (!zipFile || entry.size() > LONGEST_NAME)
+        return false;
+    // No time and no attributes: the same content makes the same archive.
+    const zip_fileinfo nothing{};
+    return zipOpenNewFileInZip(zipFile, entry.constData(), &nothing, nullptr, 0, nullptr, 0, nullptr,
+                               Z_DEFLATED, Z_DEFAULT_COMPRESSION)
+               == ZIP_OK
+           && zipWriteInFileInZip(zipFile, data.constData(), static_cast<unsigned>(data.size())) == ZIP_OK
+           && zipCloseFileInZip(zipFile) == ZIP_OK;
+}
+
+bool DataFileCreator::packFile(void* zipFile, const QString& path) const
+{
+    if (!zipFile)
+        return false;
+    const auto content = contentOf(path);
+    return content && packData(zipFile, lastPart(path), *content);
+}
+
+bool DataFileCreator::createArchivFromData(const QMap<QString, QByteArray>& data, const QString& archivPath,
+                                           const QString& password, const GoOn& goOn) const
+{
+    return createArchive(data, archivPath, goOn, [this, &password](zipFile archive, auto entry) {
+        if (password.isEmpty())
+            return packData(archive, entry.key(), *entry);
+        const QByteArray block = encryptData(*entry, password);
+        return !block.isEmpty() && packData(archive, lastPart(entry.key()), block);
+    });
+}
+
+bool DataFileCreator::createArchivFromFiles(const QStringList& files, const QString& archivPath,
+                                            const QString& password, const GoOn& goOn) const
+{
+    return createArchive(files, archivPath, goOn, [this, &password](zipFile archive, auto file) {
+        if (password.isEmpty())
+            return packFile(archive, *file);
+        const QByteArray block = encryptFile(*file, password);
+        return !block.isEmpty() && packData(archive, lastPart(*file), block);
+    });
+}
+
+} // namespace TEKLUVA

@@ -1,17 +1,16 @@
 #pragma once
 
+#include "globals/LockedRecord.h"
 #include "globals/globals_export.h"
 
 #include <QMap>
-#include <QMutex>
-#include <QMutexLocker>
 #include <QString>
 
 namespace TEKLUVA {
 
 /// The configuration values that live in memory only. Thread-safe: each access holds the record's own lock,
 /// which is never held together with another one.
-class GLOBALS_EXPORT ConfigManagerData
+class GLOBALS_EXPORT ConfigManagerData : private LockedRecord
 {
     Q_DISABLE_COPY(ConfigManagerData)
 
@@ -55,20 +54,6 @@ private:
     /// False when no family has \p id.
     bool unregister(int id);
 
-    template <typename Value>
-    Value get(const Value& member) const
-    {
-        const QMutexLocker lock(&m_lock);
-        return member;
-    }
-    template <typename Value>
-    void set(Value& member, const Value& value)
-    {
-        const QMutexLocker lock(&m_lock);
-        member = value;
-    }
-
-    mutable QMutex m_lock;
     unsigned int m_autoSaveInterval = 0;
     bool m_forceNavigation = false;
     int m_serverTimeDiff = 0;

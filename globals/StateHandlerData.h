@@ -1,11 +1,11 @@
 #pragma once
 
+#include "globals/LockedRecord.h"
 #include "globals/ProgressStep.h"
 #include "globals/globals.h"
 #include "globals/globals_export.h"
 
 #include <QMap>
-#include <QMutex>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
@@ -18,7 +18,7 @@ namespace TEKLUVA {
 ///
 /// Thread-safe: each access holds the record's own lock, and nothing is called back under it. The clear timer
 /// belongs to the thread that made the record; only that thread may start and stop it.
-class GLOBALS_EXPORT StateHandlerData
+class GLOBALS_EXPORT StateHandlerData : private LockedRecord
 {
     Q_DISABLE_COPY(StateHandlerData)
 
@@ -83,20 +83,6 @@ public:
     /// @}
 
 private:
-    template <typename Value>
-    Value get(const Value& member) const
-    {
-        const QMutexLocker lock(&m_lock);
-        return member;
-    }
-
-    template <typename Value>
-    void set(Value& member, const Value& value)
-    {
-        const QMutexLocker lock(&m_lock);
-        member = value;
-    }
-
     QMap<QString, ProgressStep*> m_steps;
     QVector<QPointer<ProgressStep>> m_thrownAway;
     QPointer<ProgressStep> m_activeStep;
@@ -108,7 +94,6 @@ private:
     E_StateType m_messageType = E_ST_NONE;
     QTimer m_clearTimer;
     bool m_showTotalProgress = false;
-    mutable QMutex m_lock;
 };
 
 } // namespace TEKLUVA

@@ -1,9 +1,12 @@
+#include "FullDisk.h"
 #include "TestData.h"
 #include "TestHome.h"
 #include "TestLog.h"
 
+#include "globals/DataFileCreator.h"
 #include "globals/DataFileReader.h"
 
+#include <QProcess>
 #include <QRegularExpression>
 
 #include <sys/stat.h>
@@ -37,11 +40,34 @@ const QString NOT_OPENED =
     "The file first.txt from archiv subject couldn't be opened. Maybe the password is wrong."_q;
 const QString NOT_READ = "The first.txt from archiv subject couldn't be read correct."_q;
 
+bool makeFile(const QString& name, const QByteArray& content)
+{
+    QFile::remove(name);
+    QFile file(name);
+    return QDir().mkpath(QFileInfo(name).path()) && file.open(QIODevice::WriteOnly)
+           && file.write(content) == content.size();
+}
+
 bool makeSubject(const QByteArray& content)
 {
-    QFile::remove(SUBJECT);
-    QFile file(SUBJECT);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    return makeFile(SUBJECT, content);
+}
+
+/// What a program writes for \p input; an error text when it fails.
+QByteArray outputOf(const QString& program, const QStringList& arguments, const QByteArray& input = {})
+{
+    QProcess process;
+    process.start(program, arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    const bool isGood = process.waitForFinished() && process.exitCode() == 0;
+    return isGood ? process.readAllStandardOutput() : program.toUtf8() + " fails";
+}
+
+/// All that lies in the working folder.
+QStringList filesHere()
+{
+    return QDir().entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
 }
 
 int openDescriptors()
@@ -57,6 +83,17 @@ QByteArray patched(QByteArray bytes, int at, const QByteArray& patch)
 int centralHeader(const QByteArray& archive, int from = 0)
 {
     return archive.indexOf("PK\1\2", from);
+}
+
+/// The names in the directory of an archive, in its order.
+QByteArrayList namesIn(const QByteArray& archive)
+{
+    constexpr int NAME_LENGTH = 28;
+    constexpr int NAME = 46;
+    QByteArrayList names;
+    for (int at = centralHeader(archive); at >= 0; at = centralHeader(archive, at + 1))
+        names << archive.mid(at + NAME, archive[at + NAME_LENGTH]);
+    return names;
 }
 
 /// \p archive with the same lie in both headers of its first entry.
@@ -250,6 +287,121 @@ private Q_SLOTS:
             QVERIFY(!reader.isArchiv() && reader.getFileContent().isEmpty());
             QVERIFY(reader.getListOfArchivedFiles().empty());
         }
+    }
+
+    void visitsEntriesInOnePass()
+    {
+        const QByteArray names = TestData::content("names.zip");
+        QVERIFY(makeSubject(patched(names, names.indexOf("name of 255 bytes"), "N")));
+        QByteArrayList seen;
+        TestLog::ActiveLog log;
+        QVERIFY(DataFileReader(SUBJECT, QString()).visitArchivedFiles([&seen](const ArchivedFile& file) {
+            seen << QByteArray::number(int(file.name.size())) + ' ' + QByteArray::number(file.size) + ' '
+                        + file.content().value_or("damaged");
+            return file.name[0] != 'd';
+        }));
+        QCOMPARE(seen.join("; "), QByteArray("255 17 damaged; 256 17 name of 256 bytes; 257 17 name of 257 "
+                                             "bytes; 5000 18 name of 5000 bytes"));
+        QCOMPARE(log.entries().size(), 1);
+        QVERIFY(!DataFileReader("missing"_q, QString()).visitArchivedFiles([](const auto&) { return true; }));
+        const DataFileReader wrong(TestData::path("small.zip"_q), "wrong"_q);
+        QVERIFY(wrong.visitArchivedFiles([](const auto& file) { return !file.size || !file.content(); }));
+    }
+
+    void opensslDecryptsWhatWeEncrypt_data()
+    {
+        TestData::addRows("written-blocks.txt", {"password", "split", "canBeRead"});
+    }
+    void opensslDecryptsWhatWeEncrypt()
+    {
+        const QByteArray bytes = QByteArray::fromHex(TestData::field("password").toLatin1());
+        const QString password = QString::fromUtf8(bytes.constData(), bytes.size());
+        const bool canBeRead = TestData::field("canBeRead") == "1"_q;
+        QCOMPARE(DataFileCreator::canBeReadBack(password), canBeRead);
+        for (const int size : {0, 1, 15, 16, 17, 50000}) {
+            const QByteArray plain = QByteArray("Two lines\n\0", 11).repeated(size).left(size);
+            const QByteArray block = DataFileCreator().encryptData(plain, password);
+            QCOMPARE(block.size(), 17 + (size + 15) / 16 * 16);
+            QCOMPARE(outputOf(TestData::path("open-block"_q),
+                              {TestData::field("password"), TestData::field("split")}, block),
+                     plain);
+            QCOMPARE(DataFileReader(QString(), password).decryptData(block) == plain, canBeRead || size == 0);
+            QVERIFY(DataFileCreator().encryptData(plain, password).mid(1, 16) != block.mid(1, 16));
+        }
+    }
+
+    void keepsTheHeaderOfWhatDoesNotFit()
+    {
+        TestLog::ActiveLog log;
+        const char byte = 'x';
+        const QByteArray huge = QByteArray::fromRawData(&byte, std::numeric_limits<int>::max() - 20);
+        const QByteArray block = DataFileCreator().encryptData(huge, PASSWORD);
+        QCOMPARE(block.size(), 17);
+        QCOMPARE(int(block[0]), 5);
+        QCOMPARE(log.entries().filter("while opening a data file."_q).size(), 1);
+    }
+
+    void unzipReadsWhatWePack_data()
+    {
+        TestData::addRows("written-archives.txt", {"entries", "files", "password", "names", "contents"});
+    }
+    void unzipReadsWhatWePack()
+    {
+        QMap<QString, QByteArray> data;
+        QStringList files;
+        for (const QString& entry : TestData::field("entries").split(QLatin1Char(';'))) {
+            files << entry.section(QLatin1Char('='), 0, 0);
+            data[files.last()] = entry.section(QLatin1Char('='), 1).toUtf8();
+            QVERIFY(makeFile(files.last(), data[files.last()]));
+        }
+        const QString password = TestData::field("password");
+        QVERIFY(makeSubject(QByteArray(9999, 'o')));
+        const DataFileCreator creator;
+        QVERIFY(TestData::field("files") == "1"_q ? creator.createArchivFromFiles(files, SUBJECT, password)
+                                                  : creator.createArchivFromData(data, SUBJECT, password));
+
+        QVERIFY(outputOf("unzip"_q, {"-tq"_q, SUBJECT}).startsWith("No errors"));
+        QCOMPARE(QString::fromUtf8(namesIn(TestData::contentOf(SUBJECT)).join(';')),
+                 TestData::field("names"));
+        const QByteArray header = TestData::contentOf(SUBJECT).left(14);
+        QCOMPARE(header.mid(8).toHex(),
+                 QByteArray("080000002000")); // deflated; the date that minizip makes of none
+        QByteArrayList contents;
+        const DataFileReader reader(SUBJECT, password);
+        for (const std::string& name : reader.getListOfArchivedFiles())
+            contents << reader.getContentOfArchivedFile(name);
+        QCOMPARE(QString::fromUtf8(contents.join(';')), TestData::field("contents"));
+        QVERIFY(QFileInfo(SUBJECT).permissions() & QFile::ReadOther);
+    }
+
+    void keepsTheOlderArchiveOnFailure()
+    {
+        QVERIFY(makeFile("in/good"_q, "content") && makeSubject("old"));
+        QFile noise("in/large"_q);
+        QVERIFY(noise.open(QIODevice::WriteOnly) && noise.write(TestData::content("large.dat")) > 0
+                && noise.flush());
+        QVERIFY(QFile::exists("pipe"_q) || mkfifo("pipe", 0600) == 0);
+        const QStringList before = filesHere();
+        const DataFileCreator creator;
+        const auto packs = [&creator](const QStringList& files, const QString& target = SUBJECT) {
+            return creator.createArchivFromFiles(files, target, QString())
+                   || creator.createArchivFromFiles(files, target, PASSWORD);
+        };
+        QVERIFY(!packs({}) && !packs({"in/good"_q}, QString()) && !packs({"in/good"_q}, "no/such/folder"_q));
+        QVERIFY(!packs({"in/good"_q}, "in"_q) && !packs({"in/good"_q}, "pipe"_q));
+        QVERIFY(!packs({"in/good"_q, "missing"_q}) && !packs({"in/good"_q, "in"_q}) && !packs({"pipe"_q}));
+        QVERIFY(!creator.createArchivFromData({{"n"_q.repeated(70000), "x"}}, SUBJECT, QString()));
+        QVERIFY(!creator.packData(nullptr, "n"_q, "x") && !creator.packFile(nullptr, "in/good"_q));
+        QVERIFY(!creator.createArchivFromFiles({"in/good"_q, "in/large"_q}, SUBJECT, PASSWORD,
+                                               [](int entry) { return entry == 0; }));
+        for (const rlim_t room : {0, 20, 100, 40000}) {
+            const FullDisk disk(room);
+            QVERIFY(!packs({"in/good"_q, "in/large"_q}));
+        }
+        QVERIFY(creator.encryptFile("missing"_q, PASSWORD).isEmpty()
+                && creator.encryptFile("in"_q, PASSWORD).isEmpty());
+        QCOMPARE(TestData::contentOf(SUBJECT), QByteArray("old"));
+        QCOMPARE(filesHere(), before);
     }
 
 private:

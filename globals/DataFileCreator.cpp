@@ -3,7 +3,6 @@
 #include "globals/DataFileFormat_p.h"
 
 #include <cryptopp/aes.h>
-#include <cryptopp/filters.h>
 #include <cryptopp/modes.h>
 #include <cryptopp/osrng.h>
 #include <zip.h>
@@ -12,6 +11,7 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <limits>
@@ -51,24 +51,35 @@ int splitOf(const QString& password)
     return password.size() / 2;
 }
 
-/// Appends the cipher text of \p data. Throws, and leaves \p block as it was, for want of memory.
-void appendCipherText(QByteArray& block, const QByteArray& data, const QString& password,
-                      const Vector& vector)
+QByteArray header(int padding, const Vector& vector)
 {
+    QByteArray header(1, static_cast<char>(padding));
+    return header.append(reinterpret_cast<const char*>(vector.data()), BLOCK_SIZE);
+}
+
+/// A block of \p header and the cipher text of \p data. Throws for want of memory.
+QByteArray encrypt(const QByteArray& header, const Vector& vector, const QByteArray& data,
+                   const QString& password)
+{
+    constexpr int LARGEST = std::numeric_limits<int>::max() - HEADER_SIZE - BLOCK_SIZE;
+    if (data.size() > LARGEST)
+        throw std::bad_alloc();
     const CryptoPP::SecByteBlock key = deriveKey(password.toUtf8(), splitOf(password));
     CryptoPP::CBC_Mode<CryptoPP::AES>::Encryption cipher(key, key.size(), vector.data());
-    const qint64 size = qint64(data.size()) + padCount(data.size());
-    if (block.size() + size > std::numeric_limits<int>::max())
-        throw std::bad_alloc();
-    const int header = block.size();
-    block.resize(header + static_cast<int>(size));
-    auto* sink = new CryptoPP::ArraySink(reinterpret_cast<CryptoPP::byte*>(block.data()) + header,
-                                         static_cast<std::size_t>(size));
-    // The filters own one another, and the last one fills the last block with zero bytes.
-    auto* filter = new CryptoPP::StreamTransformationFilter(cipher, sink,
-                                                            CryptoPP::BlockPaddingSchemeDef::ZEROS_PADDING);
-    const CryptoPP::StringSource source(reinterpret_cast<const CryptoPP::byte*>(data.constData()),
-                                        static_cast<std::size_t>(data.size()), true, filter);
+
+    const int rest = data.size() % BLOCK_SIZE;
+    const int whole = data.size() - rest;
+    QByteArray block = newBuffer(HEADER_SIZE + data.size() + padCount(data.size()));
+    std::copy(header.begin(), header.end(), block.begin());
+    auto* target = reinterpret_cast<CryptoPP::byte*>(block.data()) + HEADER_SIZE;
+    const auto* source = reinterpret_cast<const CryptoPP::byte*>(data.constData());
+    cipher.ProcessData(target, source, static_cast<std::size_t>(whole));
+    if (rest > 0) {
+        Vector last{};
+        std::copy_n(source + whole, rest, last.begin());
+        cipher.ProcessData(target + whole, last.data(), last.size());
+    }
+    return block;
 }
 
 /// The whole content of a file; nothing when it cannot be read.
@@ -165,9 +176,8 @@ QByteArray DataFileCreator::encryptData(const QByteArray& data, const QString& p
     QByteArray block;
     withoutExceptions([&block, &data, &password] {
         const Vector vector = randomVector();
-        block.append(static_cast<char>(padCount(data.size())));
-        block.append(reinterpret_cast<const char*>(vector.data()), BLOCK_SIZE);
-        appendCipherText(block, data, password, vector);
+        block = header(padCount(data.size()), vector);
+        block = encrypt(block, vector, data, password);
     });
     return block;
 }

@@ -5,8 +5,11 @@
 
 #include <QFileInfo>
 
+#include <cstdint>
 #include <limits>
 #include <new>
+
+#include <sys/mman.h>
 
 namespace TEKLUVA::DataFileFormat {
 
@@ -31,6 +34,18 @@ CryptoPP::SecByteBlock deriveKey(const QByteArray& password, int split)
     return CryptoPP::SecByteBlock(digests, KEY_SIZE);
 }
 
+QByteArray newBuffer(int size)
+{
+    constexpr std::uintptr_t HUGE_PAGE = 2 * 1024 * 1024;
+    QByteArray buffer(size, Qt::Uninitialized);
+    const auto address = reinterpret_cast<std::uintptr_t>(buffer.constData());
+    const std::uintptr_t begin = (address + HUGE_PAGE - 1) & ~(HUGE_PAGE - 1);
+    const std::uintptr_t end = (address + static_cast<std::uintptr_t>(size)) & ~(HUGE_PAGE - 1);
+    if (begin < end)
+        madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE); // a wish: nothing depends on it
+    return buffer;
+}
+
 std::optional<QByteArray> allocate(quint64 size)
 {
     // QByteArray keeps a header and an end beside its bytes.
@@ -38,7 +53,7 @@ std::optional<QByteArray> allocate(quint64 size)
     if (size > LARGEST)
         return std::nullopt;
     try {
-        return QByteArray(static_cast<int>(size), Qt::Uninitialized);
+        return newBuffer(static_cast<int>(size));
     } catch (const std::bad_alloc&) {
         return std::nullopt;
     }

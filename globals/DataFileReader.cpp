@@ -1,9 +1,9 @@
 #include "globals/DataFileReader.h"
 
 #include "globals/DataFileFormat_p.h"
+#include "globals/ReadAhead_p.h"
 
 #include <cryptopp/aes.h>
-#include <cryptopp/filters.h>
 #include <cryptopp/modes.h>
 #include <unzip.h>
 
@@ -35,7 +35,8 @@ using OpenEntry = std::unique_ptr<void, CloseEntry>;
 /// Null when the file is no zip archive.
 Archive openArchive(const QByteArray& fileName)
 {
-    return Archive(isPlainFile(QFile::decodeName(fileName)) ? unzOpen(fileName.constData()) : nullptr);
+    zlib_filefunc64_def functions = readAheadFunctions();
+    return Archive(unzOpen2_64(fileName.constData(), &functions));
 }
 
 /// Null when the current entry cannot be opened.
@@ -182,6 +183,8 @@ QByteArray decryptBlock(const QByteArray& block, const QByteArray& password)
     if (block.size() < HEADER_SIZE)
         throw std::length_error("The data block is shorter than its header.");
     const int size = block.size() - HEADER_SIZE;
+    if (size % BLOCK_SIZE != 0)
+        throw std::length_error("The data block does not end with a whole block of the cipher.");
     const int padding = static_cast<unsigned char>(block[0]);
     if (padding > MAX_PAD_COUNT || padding > size)
         throw std::out_of_range("The data block has an invalid pad count.");
@@ -189,13 +192,9 @@ QByteArray decryptBlock(const QByteArray& block, const QByteArray& password)
     const auto* bytes = reinterpret_cast<const CryptoPP::byte*>(block.constData());
     const CryptoPP::SecByteBlock key = deriveKey(password, password.size() / 2);
     CryptoPP::CBC_Mode<CryptoPP::AES>::Decryption cipher(key, key.size(), bytes + PAD_COUNT_SIZE);
-    QByteArray plain(size, Qt::Uninitialized);
-    auto* sink = new CryptoPP::ArraySink(reinterpret_cast<CryptoPP::byte*>(plain.data()),
-                                         static_cast<std::size_t>(size));
-    // The filters own one another. Zero padding: the cipher strips nothing, the pad count says what goes.
-    auto* filter = new CryptoPP::StreamTransformationFilter(cipher, sink,
-                                                            CryptoPP::BlockPaddingSchemeDef::ZEROS_PADDING);
-    const CryptoPP::StringSource source(bytes + HEADER_SIZE, static_cast<std::size_t>(size), true, filter);
+    QByteArray plain = newBuffer(size);
+    cipher.ProcessData(reinterpret_cast<CryptoPP::byte*>(plain.data()), bytes + HEADER_SIZE,
+                       static_cast<std::size_t>(size));
     plain.truncate(size - padding);
     return plain;
 }

@@ -3,9 +3,12 @@
 #include "globals/SettingsGuard_p.h"
 
 #include <QEvent>
+#include <QFile>
 #include <QStringList>
 
 #include <algorithm>
+
+#include <sys/stat.h>
 
 namespace TEKLUVA {
 
@@ -53,6 +56,24 @@ QStringList childNames(const QStringList& keys, const QString& group, bool group
     return found;
 }
 
+/// The stamp of a file that was never looked at.
+constexpr FileStamp UNSEEN = {-1};
+
+FileStamp stampOf(const QByteArray& path)
+{
+    struct stat status
+    {
+    };
+    if (stat(path.constData(), &status) != 0)
+        return {};
+    const auto nanoseconds = [](const timespec& time) {
+        constexpr qint64 SECOND = 1'000'000'000;
+        return time.tv_sec * SECOND + time.tv_nsec;
+    };
+    return {static_cast<qint64>(status.st_dev), static_cast<qint64>(status.st_ino), status.st_size,
+            nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
+}
+
 void applyTo(QMap<QString, QVariant>& values, const SettingsChange& change)
 {
     const QString path = fullKey(change.group, change.key);
@@ -71,6 +92,8 @@ void applyTo(QMap<QString, QVariant>& values, const SettingsChange& change)
 
 SettingsFile::SettingsFile(const QString& path, QSettings::Format format, QObject* parent)
     : QSettings(path, format, parent)
+    , m_path(QFile::encodeName(fileName()))
+    , m_seen(UNSEEN)
 {
 }
 
@@ -95,10 +118,16 @@ void SettingsFile::letGo()
 void SettingsFile::refresh()
 {
     // Without room nothing is synced, because QSettings would write what an earlier failure has left with it.
-    if (m_pending.isEmpty())
-        sync();
-    else
+    if (!m_pending.isEmpty()) {
         writePending();
+        return;
+    }
+    // Taken before the sync: a change during it is seen the next time.
+    const FileStamp stamp = stampOf(m_path);
+    if (stamp == m_seen)
+        return;
+    m_seen = stamp;
+    sync();
 }
 
 QVariant SettingsFile::valueOf(const QString& group, const QString& key)

@@ -5,6 +5,7 @@
 #include <QSettings>
 #include <QVariant>
 
+#include <array>
 #include <optional>
 
 namespace TEKLUVA {
@@ -17,6 +18,10 @@ struct SettingsChange
     QString key;
     std::optional<QVariant> value;
 };
+
+/// What is different whenever a file has been written, replaced, removed or given other permissions: device,
+/// inode, size, and the times of the last change of content and inode in nanoseconds. All 0 for no file.
+using FileStamp = std::array<qint64, 5>;
 
 /// A settings file in which a change is either on disk or kept here, pending, and never half way: QSettings
 /// gets to know a change only when there is room to write it. What QSettings knows it may write at any time,
@@ -42,7 +47,8 @@ public:
     /// later store writes.
     void letGo();
 
-    /// Takes over what other processes have written, and tries again to write what is pending.
+    /// Takes over what other processes have written, and tries again to write what is pending. As long as
+    /// nobody has touched the file this costs one look at its inode.
     void refresh();
 
     /// \name Queries
@@ -68,6 +74,8 @@ private:
     Values withPending() const;
 
     QList<SettingsChange> m_pending;
+    const QByteArray m_path; ///< in the local 8-bit encoding
+    FileStamp m_seen;        ///< the file before it was last synced
 };
 
 } // namespace TEKLUVA

@@ -1,6 +1,7 @@
 #include "globals/MeasurementManager.h"
 
 #include "globals/ConfigManager.h"
+#include "globals/DecimalText_p.h"
 
 #include <QComboBox>
 #include <QCoreApplication>
@@ -150,20 +151,6 @@ bool storeUnit(const MeasurementManager& manager, const QString& key, E_Measurem
     ConfigManager::getInstance()->setSetting(settingsGroup(), key,
                                              manager.getLinearMeasurementUnitAbbrevation(unit));
     return true;
-}
-
-/// At most \p decimals decimals, behind a comma in every locale. What rounds to zero from below stays "-0".
-QString shortened(double value, unsigned int decimals)
-{
-    QString text = QString::number(value, 'f', static_cast<int>(decimals));
-    text.replace(QLatin1Char('.'), QLatin1Char(','));
-    if (!text.contains(QLatin1Char(',')))
-        return text;
-    while (text.endsWith(QLatin1Char('0')))
-        text.chop(1);
-    if (text.endsWith(QLatin1Char(',')))
-        text.chop(1);
-    return text;
 }
 
 /// \p value without its decimals; the nearest int for what is beyond, whose rest is then shown as inches.
@@ -330,12 +317,8 @@ QString MeasurementManager::createMeasurementString(E_MeasurementDimension dimen
     if (dimension == E_MD_LINEAR && isImperial(unit))
         return createFeetMeasurementString(value, withUnit);
     const UnitRow& row = rowOf(dimension, unit);
-    QString text = shortened(toMeasurementUnit(dimension, unit, value), qMin(precision, row.precision));
-    if (withUnit) {
-        text += QLatin1Char(' ');
-        text.append(row.abbreviation.data(), static_cast<int>(row.abbreviation.size()));
-    }
-    return text;
+    return decimalText(toMeasurementUnit(dimension, unit, value), qMin(precision, row.precision),
+                       withUnit ? std::make_optional(row.abbreviation) : std::nullopt);
 }
 
 QString MeasurementManager::createMeasurementString(E_MeasurementDimension dimension, E_MeasurementUnit unit,
@@ -358,7 +341,7 @@ QString MeasurementManager::createFeetMeasurementString(double value, bool /*wit
     if (feet != 0)
         text += QLatin1Char(' ');
     // No inches at all are 0", and not -0" for a zero with a sign.
-    text += inches == 0.0 ? QStringLiteral("0") : shortened(inches, 2);
+    text += inches == 0.0 ? QStringLiteral("0") : decimalText(inches, 2);
     return text += QLatin1Char('"');
 }
 

@@ -10,6 +10,9 @@
 #include <QSignalSpy>
 #include <QTranslator>
 
+#include <cmath>
+#include <random>
+
 using namespace TEKLUVA;
 
 namespace {
@@ -113,6 +116,23 @@ private Q_SLOTS:
                     ? units()->createMeasurementString(dimension, unitOfRow(), value, precision, whole)
                     : units()->createMeasurementString(dimension, unitOfRow(), value, whole);
             QCOMPARE("["_q + text + "]"_q, TestData::field(whole ? "whole" : "number"));
+        }
+    }
+
+    void writesTheDigitsOfQt()
+    {
+        std::mt19937_64 random(1);
+        for (int i = 0; i < 100000; ++i) {
+            const double quarters = double(qint64(random() % 2000001) - 1000000) / 4; // halves of a decimal
+            const double nearHalf = quarters / 25 + 0.05;
+            for (const double value :
+                 {quarters, nearHalf, std::nextafter(nearHalf, 0), nearHalf * 1e11, -0.0}) {
+                QString digits = QString::number(value, 'f', 1).replace(QLatin1Char('.'), QLatin1Char(','));
+                if (digits.endsWith(",0"_q))
+                    digits.chop(2);
+                QCOMPARE(units()->createMeasurementString(E_MD_LINEAR, E_MU_CENTIMETER, value, false),
+                         digits);
+            }
         }
     }
 

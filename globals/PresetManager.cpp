@@ -21,9 +21,9 @@ namespace {
     throw Exception(type, description.toStdString(), true);
 }
 
-bool isGiven(E_PresetValue key)
+constexpr bool isGiven(E_PresetValue key)
 {
-    return key >= E_PV_FALLBACK && key <= PRESET_COUNT + E_PV_FALLBACK;
+    return key >= E_PV_FALLBACK && key <= E_PV_FALLBACK + PRESET_COUNT;
 }
 
 /// Turns a built-in value into what is stored, and names its type.
@@ -87,11 +87,8 @@ void PresetManager::init()
 
 void PresetManager::fillNameMap()
 {
-    for (const PresetRow& row : presetTable()) {
-        const QString key = QString::fromLatin1(row.key);
-        m_names.insert(row.value, key);
-        m_values.insert(key, row.value);
-    }
+    for (const PresetRow& row : presetTable())
+        m_values.insert(QString::fromLatin1(row.key), row.value);
 }
 
 void PresetManager::setInitialPresets()
@@ -157,23 +154,22 @@ std::optional<PresetLine> PresetManager::parseLine(const QString& line)
 
 E_PresetValue PresetManager::getKey(const QString& key) const
 {
-    return m_values.value(key.toLower(), E_PV_NONE);
+    const auto asGiven = m_values.find(key); // most are written as we write them, which saves the folding
+    return asGiven != m_values.end() ? *asGiven : m_values.value(key.toLower(), E_PV_NONE);
 }
 
 bool PresetManager::hasPreset(const E_PresetValue& value)
 {
-    return isGiven(value) && getInstance()->m_presets.contains(value);
+    return isGiven(value) && getInstance()->m_presets[value].has_value();
 }
 
 QVariant& PresetManager::getPreset(const E_PresetValue& value)
 {
     auto& presets = getInstance()->m_presets;
-    if (isGiven(value)) {
-        const auto found = presets.find(value);
-        if (found != presets.end())
-            return *found;
-    }
-    return presets[E_PV_FALLBACK];
+    if (isGiven(value) && presets[value])
+        return *presets[value];
+    auto& fallback = presets[E_PV_FALLBACK];
+    return fallback ? *fallback : fallback.emplace();
 }
 
 QList<PresetDescription> PresetManager::describePresets()
@@ -207,7 +203,8 @@ void PresetManager::setPreset(const E_PresetValue& key, const QVariant& value)
 
 void PresetManager::setValue(const E_PresetValue& key, const QVariant& value)
 {
-    m_presets[key] = value;
+    if (isGiven(key))
+        m_presets[key] = value;
 }
 
 void PresetManager::setValue(const E_PresetValue& key, const QVariant& value, const E_PresetValue& minKey,
@@ -254,13 +251,13 @@ void PresetManager::setMaxBound(const E_PresetValue& key, const QVariant& value,
 
 void PresetManager::raise(const E_PresetValue& key, const QVariant& value)
 {
-    if (!m_presets.contains(key) || value.toDouble() > m_presets[key].toDouble())
+    if (!hasPreset(key) || value.toDouble() > getPreset(key).toDouble())
         setValue(key, value);
 }
 
 void PresetManager::lower(const E_PresetValue& key, const QVariant& value)
 {
-    if (!m_presets.contains(key) || m_presets[key].toDouble() > value.toDouble())
+    if (!hasPreset(key) || getPreset(key).toDouble() > value.toDouble())
         setValue(key, value);
 }
 

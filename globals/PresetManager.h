@@ -5,10 +5,10 @@
 
 #include <QHash>
 #include <QList>
-#include <QMap>
 #include <QString>
 #include <QVariant>
 
+#include <array>
 #include <optional>
 
 namespace TEKLUVA {
@@ -114,9 +114,9 @@ private:
 
     static PresetManager* __instance;
 
-    QMap<E_PresetValue, QVariant> m_presets;
-    QMap<E_PresetValue, QString> m_names;
-    QHash<QString, E_PresetValue> m_values; ///< the names the other way round
+    /// By number, from 0 to 101. An array, because presets are asked for in loops over geometry.
+    std::array<std::optional<QVariant>, 102> m_presets;
+    QHash<QString, E_PresetValue> m_values; ///< by key
 };
 
 } // namespace TEKLUVA

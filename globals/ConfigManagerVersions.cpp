@@ -135,8 +135,10 @@ void ConfigManager::moveData(const QString& base, const QString& old, const QStr
         return;
     for (const char* transient : {"cache/", "logs/"})
         deleteDirectory(old + QLatin1Char('/') + QLatin1String(transient));
-    // Each step only after the one before succeeded: until all is copied the old data stays as it is.
-    const bool isMoved = copyDirectory(old, base, true, false, QStringList()) && deleteDirectory(old);
+    // Each step only after the one before succeeded: until all is copied and on disk the old data stays as it
+    // is.
+    const bool isMoved = copyDirectory(old, base, true, false, QStringList()) && FileTree::waitForDisk(base)
+                         && deleteDirectory(old);
     if (isMoved && !holdsData(leftover, base))
         deleteDirectory(leftover);
 }

@@ -7,6 +7,10 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
+
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace TEKLUVA::FileTree {
@@ -31,14 +35,52 @@ bool isRealFolder(const QFileInfo& entry)
     return entry.isDir() && !entry.isSymLink();
 }
 
-/// The old target stays until the new one is whole, which is made in a folder of its own beside it.
-bool replaceWhole(const QString& source, const QString& target)
+/// Makes whole copies in one folder: each is written under another name, in a folder of its own, until it is
+/// complete.
+class CopiesInto
 {
-    const QTemporaryDir beside(QFileInfo(target).path() + QLatin1String("/copy-XXXXXX"));
-    const QString copy = beside.filePath(QStringLiteral("copy"));
-    return beside.isValid() && QFile::copy(source, copy)
-           && std::rename(QFile::encodeName(copy).constData(), QFile::encodeName(target).constData()) == 0;
-}
+public:
+    explicit CopiesInto(const QString& folder)
+        : m_beside(folder + QLatin1String("/copy-XXXXXX"))
+        , m_copy(m_beside.filePath(QStringLiteral("copy")))
+    {
+    }
+
+    /// Does not wait for the disk, as QFile::copy() does for each file.
+    bool copy(const QString& source, const QString& target) const
+    {
+        std::error_code error;
+        return m_beside.isValid()
+               && place(std::filesystem::copy_file(encoded(source), encoded(m_copy), error), target);
+    }
+
+    /// The older file stays until the new one is on disk.
+    bool replace(const QString& source, const QString& target) const
+    {
+        return m_beside.isValid() && place(QFile::copy(source, m_copy), target);
+    }
+
+private:
+    static std::string encoded(const QString& path) { return QFile::encodeName(path).toStdString(); }
+
+    bool place(bool isCopied, const QString& target) const
+    {
+        const bool isPlaced = isCopied && std::rename(encoded(m_copy).c_str(), encoded(target).c_str()) == 0;
+        if (!isPlaced)
+            QFile::remove(m_copy); // the next copy would find what there is of this one
+        return isPlaced;
+    }
+
+    const QTemporaryDir m_beside;
+    const QString m_copy;
+};
+
+/// What a copy of a tree has to do.
+struct Walk
+{
+    const CopyRules& rules;
+    QStringList copied; ///< sources that are to be removed
+};
 
 bool exists(const QString& path)
 {
@@ -46,14 +88,15 @@ bool exists(const QString& path)
     return info.exists() || info.isSymLink();
 }
 
-bool copyFile(const QString& source, const QString& target, const CopyRules& rules)
+bool copyFile(const QString& source, const QString& target, const CopiesInto& folder, Walk& walk)
 {
     const bool replaces = exists(target);
-    if (replaces && !rules.mayReplace(target))
+    if (replaces && !walk.rules.mayReplace(target))
         return true;
-    if (!(replaces ? replaceWhole(source, target) : QFile::copy(source, target)))
+    if (!(replaces ? folder.replace(source, target) : folder.copy(source, target)))
         return false;
-    return !rules.removeSource || QFile::remove(source);
+    walk.copied << source;
+    return true;
 }
 
 /// Empty for what is no link.
@@ -66,44 +109,54 @@ QByteArray textOfLink(const QString& path)
 }
 
 /// The link itself, with the text it has: a relative one within the folder leads to the copies.
-bool copyLink(const QString& source, const QString& target, const CopyRules& rules)
+bool copyLink(const QString& source, const QString& target, Walk& walk)
 {
     const QByteArray text = textOfLink(source);
     const bool isThere = !text.isEmpty() && textOfLink(target) == text;
     if (!isThere && ::symlink(text.constData(), QFile::encodeName(target).constData()) != 0)
         return false;
-    return !rules.removeSource || QFile::remove(source);
+    walk.copied << source;
+    return true;
 }
 
-bool copyEntries(const QString& source, const QString& target, const CopyRules& rules);
+bool copyEntries(const QString& source, const QString& target, Walk& walk);
 
-bool copyFolder(const QFileInfo& entry, const QString& target, const CopyRules& rules)
+bool copyFolder(const QFileInfo& entry, const QString& target, Walk& walk)
 {
-    if (!rules.recursive)
+    if (!walk.rules.recursive)
         return true;
     if (entry.isSymLink())
-        return copyLink(entry.filePath(), target, rules);
-    return (QFileInfo(target).isDir() || QDir().mkdir(target))
-           && copyEntries(entry.filePath(), target, rules);
+        return copyLink(entry.filePath(), target, walk);
+    return (QFileInfo(target).isDir() || QDir().mkdir(target)) && copyEntries(entry.filePath(), target, walk);
 }
 
-bool copyEntry(const QFileInfo& entry, const QString& target, const CopyRules& rules)
+bool copyEntry(const QFileInfo& entry, const QString& target, const CopiesInto& folder, Walk& walk)
 {
     if (entry.isDir())
-        return copyFolder(entry, target, rules);
-    if (!rules.suffixes.isEmpty() && !rules.suffixes.contains(entry.suffix()))
+        return copyFolder(entry, target, walk);
+    if (!walk.rules.suffixes.isEmpty() && !walk.rules.suffixes.contains(entry.suffix()))
         return true;
     if (entry.isSymLink() && !entry.exists())
-        return copyLink(entry.filePath(), target, rules);
+        return copyLink(entry.filePath(), target, walk);
     // A pipe or a device has no content to copy, and opening it might never end.
-    return entry.isFile() && copyFile(entry.filePath(), target, rules);
+    return entry.isFile() && copyFile(entry.filePath(), target, folder, walk);
 }
 
-bool copyEntries(const QString& source, const QString& target, const CopyRules& rules)
+bool copyEntries(const QString& source, const QString& target, Walk& walk)
 {
     bool whole = true;
-    for (const QFileInfo& entry : entriesOf(source))
-        whole = copyEntry(entry, target + QLatin1Char('/') + entry.fileName(), rules) && whole;
+    const QList<QFileInfo> entries = entriesOf(source); // before the new folder, which may lie among them
+    const CopiesInto folder(target);
+    for (const QFileInfo& entry : entries)
+        whole = copyEntry(entry, target + QLatin1Char('/') + entry.fileName(), folder, walk) && whole;
+    return whole;
+}
+
+bool removeAll(const QStringList& files)
+{
+    bool whole = true;
+    for (const QString& file : files)
+        whole = QFile::remove(file) && whole;
     return whole;
 }
 
@@ -116,7 +169,21 @@ bool copy(const QString& source, const QString& target, const CopyRules& rules)
     // Into itself a copy would never end, and onto itself it would replace each file by nothing.
     if (rules.recursive ? isWithin(target, source) : QFileInfo(target) == QFileInfo(source))
         return false;
-    return copyEntries(QDir(source).absolutePath(), QDir(target).absolutePath(), rules);
+    Walk walk{rules, {}};
+    const bool whole = copyEntries(QDir(source).absolutePath(), QDir(target).absolutePath(), walk);
+    if (!rules.removeSource || walk.copied.isEmpty())
+        return whole;
+    return waitForDisk(target) && removeAll(walk.copied) && whole;
+}
+
+bool waitForDisk(const QString& folder)
+{
+    const int descriptor = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return false;
+    const bool isDone = ::syncfs(descriptor) == 0;
+    ::close(descriptor);
+    return isDone;
 }
 
 bool remove(const QString& path)

@@ -20,8 +20,13 @@ struct CopyRules
 };
 
 /// Copies what is in the folder \p source into the folder \p target; both must exist. Goes on behind a
-/// failure and is false then. A copy is whole or not there at all, and so is what it replaces.
+/// failure and is false then. A copy is whole or not there at all, and so is what it replaces. Sources are
+/// removed when all is copied and on disk.
 bool copy(const QString& source, const QString& target, const CopyRules& rules);
+
+/// Waits until all that was written to the file system of \p folder is on disk. One wait for many files takes
+/// a fraction of the time that a wait for each of them does.
+bool waitForDisk(const QString& folder);
 
 /// Deletes the folder \p path with all in it; a link is deleted itself. Goes on behind a failure and is false
 /// then.

@@ -38,6 +38,9 @@ const std::vector<Command>& commands();
 /// The options that each command has beside its own.
 const std::vector<Option>& commonOptions();
 
+/// All options that \p command takes, its own first.
+std::vector<Option> optionsOf(const Command& command);
+
 /// \name PresetCommands.cpp
 /// @{
 int showPresets(const QCommandLineParser& line);

@@ -55,19 +55,11 @@ QString optionHelp(const std::vector<Option>& options)
     return QStringLiteral("Options:\n") + aligned(rows);
 }
 
-std::vector<Option> allOptions(const Command& command)
-{
-    std::vector<Option> options = command.options;
-    options.insert(options.end(), commonOptions().begin(), commonOptions().end());
-    return options;
-}
-
 QString helpOn(const Command& command)
 {
     const QStringList form = split(command.words) + split(command.arguments);
     return QStringLiteral("Usage: globalsctl %1 [OPTIONS]\n\n%2.\n\n%3")
-        .arg(form.join(QLatin1Char(' ')), QString::fromUtf8(command.summary),
-             optionHelp(allOptions(command)));
+        .arg(form.join(QLatin1Char(' ')), QString::fromUtf8(command.summary), optionHelp(optionsOf(command)));
 }
 
 QString helpOn(const std::vector<Command>& several)
@@ -120,7 +112,7 @@ int run(const Command& command, const QStringList& arguments)
 {
     const QString prefix = QString::fromLatin1(command.words) + QStringLiteral(": ");
     QCommandLineParser line;
-    if (!parse(line, allOptions(command), arguments))
+    if (!parse(line, optionsOf(command), arguments))
         return complainOfUsage(prefix + line.errorText());
     if (answerCommon(line, helpOn(command)))
         return Done;

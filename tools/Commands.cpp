@@ -80,4 +80,11 @@ const std::vector<Option>& commonOptions()
     return OPTIONS;
 }
 
+std::vector<Option> optionsOf(const Command& command)
+{
+    std::vector<Option> options = command.options;
+    options.insert(options.end(), commonOptions().begin(), commonOptions().end());
+    return options;
+}
+
 } // namespace globalsctl

@@ -1,0 +1,165 @@
+// Writes the manual page or the completion of globalsctl: a template in which the placeholders are replaced
+// by what the tool's table of commands says.
+//
+//     globalsctl_manual TEMPLATE OUTPUT
+
+#include "tools/Command.h"
+#include "tools/Output.h"
+
+#include <QFile>
+#include <QSaveFile>
+
+namespace {
+
+using globalsctl::Command;
+using globalsctl::Option;
+
+struct Escape
+{
+    uint character;
+    const char* roff;
+};
+
+/// Roff would take these for commands or replace them by typographic ones, which nobody can paste into a
+/// shell. The last two are missing on plain terminals.
+constexpr Escape ESCAPES[] = {
+    {'\\', "\\e"},  {'-', "\\-"},   {'\'', "\\(aq"}, {'^', "\\(ha"},
+    {'~', "\\(ti"}, {'`', "\\(ga"}, {0xB2, "2"},     {0xB3, "3"},
+};
+
+QString roffOf(uint character)
+{
+    for (const Escape& escape : ESCAPES) {
+        if (character == escape.character)
+            return QString::fromLatin1(escape.roff);
+    }
+    if (character < 0x80)
+        return QChar(character);
+    return QStringLiteral("\\[u%1]").arg(QString::number(character, 16).toUpper(), 4, QLatin1Char('0'));
+}
+
+/// \p text as it reads, whatever roff thinks of its characters.
+QString roff(const char* text)
+{
+    QString escaped;
+    for (const uint character : QString::fromUtf8(text).toUcs4())
+        escaped += roffOf(character);
+    return escaped.startsWith(QLatin1Char('.')) ? QStringLiteral("\\&") + escaped : escaped;
+}
+
+QString italic(const char* text)
+{
+    return QStringLiteral(" \\fI%1\\fR").arg(roff(text));
+}
+
+QString optionEntry(const Option& option)
+{
+    QString entry = QStringLiteral(".TP\n\\fB\\-\\-%1\\fR").arg(roff(option.name));
+    if (option.value)
+        entry += italic(option.value);
+    entry += QStringLiteral("\n%1.\n").arg(roff(option.summary));
+    if (option.initial)
+        entry += QStringLiteral("Otherwise \"%1\".\n").arg(roff(option.initial));
+    return entry;
+}
+
+QString optionEntries(const std::vector<Option>& options)
+{
+    QString entries;
+    for (const Option& option : options)
+        entries += optionEntry(option);
+    return entries.chopped(entries.isEmpty() ? 0 : 1);
+}
+
+QString commandSection(const Command& command)
+{
+    QString heading = QStringLiteral(".SS ") + roff(command.words);
+    if (*command.arguments)
+        heading += italic(command.arguments);
+    return QStringLiteral("%1\n%2.\n%3").arg(heading, roff(command.summary), optionEntries(command.options));
+}
+
+QString commandSections()
+{
+    QStringList sections;
+    for (const Command& command : globalsctl::commands())
+        sections << commandSection(command).trimmed();
+    return sections.join(QLatin1Char('\n'));
+}
+
+QString commonOptionEntries()
+{
+    return optionEntries(globalsctl::commonOptions());
+}
+
+QString optionWords(const std::vector<Option>& options, bool withValueOnly = false)
+{
+    QStringList words;
+    for (const Option& option : options) {
+        if (option.value || !withValueOnly)
+            words << QStringLiteral("--") + QString::fromUtf8(option.name);
+    }
+    return words.join(QLatin1Char(' '));
+}
+
+QString commonOptionWords()
+{
+    return optionWords(globalsctl::commonOptions());
+}
+
+QString commandRows()
+{
+    QStringList rows;
+    for (const Command& command : globalsctl::commands()) {
+        const std::vector<Option> options = optionsOf(command);
+        rows << QStringLiteral("        '%1|%2|%3|%4'")
+                    .arg(QString::fromUtf8(command.words), QString::fromUtf8(command.arguments),
+                         optionWords(options), optionWords(options, true));
+    }
+    return rows.join(QLatin1Char('\n'));
+}
+
+struct Placeholder
+{
+    const char* text;
+    QString (*content)();
+};
+
+constexpr Placeholder PLACEHOLDERS[] = {
+    {"<COMMANDS>", &commandSections},
+    {"<COMMON OPTIONS>", &commonOptionEntries},
+    {"<COMMAND ROWS>", &commandRows},
+    {"<COMMON OPTION WORDS>", &commonOptionWords},
+};
+
+int fail(const QFileDevice& file)
+{
+    globalsctl::report(QStringLiteral("%1: %2").arg(file.fileName(), file.errorString()));
+    return globalsctl::Failed;
+}
+
+int writeFilled(QFile& source, QSaveFile& target)
+{
+    if (!source.open(QIODevice::ReadOnly))
+        return fail(source);
+    QString text = QString::fromUtf8(source.readAll());
+    for (const Placeholder& placeholder : PLACEHOLDERS)
+        text.replace(QLatin1String(placeholder.text), placeholder.content());
+    if (!target.open(QIODevice::WriteOnly))
+        return fail(target);
+    target.write(text.toUtf8());
+    return target.commit() ? globalsctl::Done : fail(target);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 3) {
+        globalsctl::report(QStringLiteral("Usage: globalsctl_manual TEMPLATE OUTPUT"));
+        return globalsctl::WrongUsage;
+    }
+    QFile source(QFile::decodeName(argv[1]));
+    QSaveFile target(QFile::decodeName(argv[2]));
+    return writeFilled(source, target);
+}

@@ -1,5 +1,6 @@
 #pragma once
 
+/// \file
 /// Colours of light: from a colour temperature to RGB, between chromaticities and the RGB systems of
 /// television and print, and between RGB and HSV.
 ///

@@ -55,6 +55,7 @@ public:
 
     /// \name Folders
     /// @{
+
     /// The folder of \p type, ending in "/". Missing folders of the user are made on the way; each step that
     /// fails writes one error entry to the active log, and the path reached so far is returned. Empty for a
     /// number that is no path type.
@@ -70,8 +71,7 @@ public:
 
     /// \name Values in memory
     /// @{
-    /// Milliseconds between two automatic saves, 60000 at start.
-    unsigned int getAutosaveInterval() const;
+    unsigned int getAutosaveInterval() const; ///< milliseconds between two automatic saves, 60000 at start
     void setAutosaveInterval(const unsigned int& milliseconds);
     bool forceNavigation() const;
     void setForceNavigation(const bool& force);
@@ -79,16 +79,14 @@ public:
 
     /// \name Server time
     /// @{
-    /// The local time, corrected by the difference to the server's clock once that is known.
-    QDateTime getCurrentServerTime() const;
+    QDateTime getCurrentServerTime() const; ///< the local time until setCurrentServerTime()
     /// The same moment in milliseconds since the epoch. A hundred times cheaper: a local QDateTime asks the
     /// file system for the time zone several times.
     qint64 getCurrentServerMSecs() const;
     /// \p time plus the difference, 0 until one is known.
     QDateTime syncToServerTime(const QDateTime& time) const;
     /// Takes over the server's clock and records a sign of life. A correction of 121 seconds or more renames
-    /// the active log to "tekluva-3D_" and the server's time. An invalid time is an error entry and nothing
-    /// else.
+    /// the active log to "tekluva-3D_" and the server's time. An invalid time is an error entry only.
     void setCurrentServerTime(const QDateTime& serverTime);
     /// @}
 
@@ -96,6 +94,7 @@ public:
     /// What tells a clean exit from a crash at the next start, see LastRun. Each setter writes one record at
     /// once: a process killed on the way leaves the old record or the new one.
     /// @{
+
     /// Records how far the run has come, the error code that goes with it and a sign of life.
     /// E_RS_FIRST_START removes the state; a number that is no state does nothing.
     void setRuntimeState(const E_RuntimeState& state);
@@ -103,8 +102,7 @@ public:
     /// Records what goes wrong if nothing is recorded after it, and a sign of life.
     void setPotentialError(const unsigned int& code);
     unsigned int getLastPotentialError() const;
-    /// When the application was last alive; by the server's clock once that is known. Invalid for a first
-    /// start.
+    /// When last alive, by the server's clock once that is known; invalid for a first start.
     QDateTime getLastLifeTime() const;
     bool getAutosaveSessionState() const;
     void setAutosaveSessionState(const bool& active);
@@ -116,6 +114,7 @@ public:
 
     /// \name Versions and clean-up
     /// @{
+
     /// The first \p parts numbers of the application's version, "1.6" for 2; all four from 4 on.
     QString getCurrentVersion(const unsigned int& parts) const;
     QString getCurrentDisplayVersion() const;
@@ -125,22 +124,24 @@ public:
                                        const unsigned short& depth) const;
     /// Cleans the settings file after Qt itself was updated, see __groups_to_keep.
     void handleQtVersionChanged();
-    /// Moves the user's data from the folders of older installations, if this one has no settings file yet.
-    /// Runs in the constructor. Silent; what cannot be copied stays where it is, with all the rest, for the
-    /// next start.
+    /// Moves the user's data from the folders of older installations unless this one has a settings file.
+    /// Runs in the constructor. Silent; what cannot be copied stays, with all the rest, for the next start.
     void checkAndClean();
-    /// Removes the stored files of an item, those whose name up to the first "." is \p name in any case, and
-    /// the folder of its additional files. Silent.
+    /// @}
+
+    /// \name Stored versions of an item
+    /// Remove its files, those whose name up to the first "." is \p name in any case, and the folder of its
+    /// additional files. Silent.
     /// @{
     void removeEnvironmentVersions(const QString& name);
     void removeModelVersions(const QString& name);
     void removeMaterialVersions(const QString& name);
     /// @}
-    /// @}
 
     /// \name Directories and files
     /// Failures are error entries where a message is named below, never exceptions.
     /// @{
+
     /// Copies the files of the folder \p source into the folder \p target; both must exist, and \p target not
     /// lie in \p source. With \p recursive sub-folders as well; links to folders are copied as links. \p
     /// suffixes (without dots) selects files, none selects all. \p removeSource removes each file that was
@@ -165,8 +166,7 @@ public:
     /// The translated name of a new project.
     QString getStdProjectName() const;
     /// Where the auto-save of \p user lies; of the guest for an empty user, "Gast" and "Guest". With
-    /// \p fallBackToGuest only an existing file is named, that of the guest if need be; empty when there is
-    /// none.
+    /// \p fallBackToGuest only an existing file is named, that of the guest if need be; empty for none.
     QString getAutosaveFilepath(const QString& user, const bool& fallBackToGuest) const;
     /// Whether an auto-save of \p user exists, under the names "USER", "USER_1" or "USER_2", or one of the
     /// guest.
@@ -180,8 +180,7 @@ public:
     /// Qt's font database gave them. It may be used from any thread, except that removeFont() unloads; what
     /// asks the font database belongs on the main thread of a QGuiApplication.
     /// @{
-    /// All families of the font database, each with its styles.
-    QMap<QString, QStringList> getFonts() const;
+    QMap<QString, QStringList> getFonts() const; ///< all families of the font database with their styles
     /// Registers \p family. False when it is registered already; it keeps its id then.
     bool addFontFamily(const QString& family, const int& id);
     /// Takes the families of \p id out of the register and unloads the font. False when there are none, or
@@ -200,8 +199,7 @@ public:
     /// "cube_map_settings" for those who read them there. Numbers that are no image have no values and store
     /// nothing.
     /// @{
-    /// The edge of one cube face in pixels.
-    unsigned int getCubeMapRenderSize(const E_OffscreenImage& image) const;
+    unsigned int getCubeMapRenderSize(const E_OffscreenImage& image) const; ///< pixels at an edge
     /// 0 to 100; 0 for the lossless formats.
     unsigned int getCubeMapImageQuality(const E_OffscreenImage& image) const;
     /// "JPG" or "PNG".

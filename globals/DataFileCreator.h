@@ -63,6 +63,7 @@ public:
     /// With a password each entry is a protected data block, and its name is the last part of the key or
     /// path; two of the same name become two entries. Without one, the content is stored as it is.
     /// @{
+
     /// Entries in the order of the keys, which are the entries' names whole, with folders, when there is no
     /// password.
     bool createArchivFromData(const QMap<QString, QByteArray>& data, const QString& archivPath,

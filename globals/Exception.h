@@ -11,13 +11,13 @@ namespace TEKLUVA {
 /// What kind of failure an Exception reports.
 enum E_ExceptionType : int {
     E_ET_NOT_IMPLEMENTED = 1,
-    E_ET_FATAL = 2,
-    E_ET_MISSING_DATA = 3,
+    E_ET_FATAL = 2,        ///< such as a malformed preset file
+    E_ET_MISSING_DATA = 3, ///< such as a missing file
     E_ET_CALCULATION = 4,
     E_ET_UNEXPECTED_VALUE = 5,
     E_ET_OUT_OF_RANGE = 6,
     E_ET_UNDEFINED_ELEMENT = 7,
-    E_ET_UNKNOWN = 8,
+    E_ET_UNKNOWN = 8, ///< also any other number
 };
 
 /// The one exception type of the library, thrown by value and caught by reference. It crosses Qt's concurrent

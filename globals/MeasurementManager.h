@@ -49,6 +49,7 @@ public:
 
     /// \name Precision and step
     /// @{
+
     /// The number of decimals shown.
     unsigned int getLinearMeasurementUnitPrecision(E_MeasurementUnit unit) const;
     unsigned int getMeasurementUnitPrecision(E_MeasurementDimension dimension, E_MeasurementUnit unit) const;
@@ -61,6 +62,7 @@ public:
     /// One while rooms are constructed and one while furniture is arranged, kept as abbreviations in the
     /// group "Locale" of the settings and read from there each time: nothing for inner loops.
     /// @{
+
     /// Centimetre when nothing, or no known abbreviation, is stored.
     E_MeasurementUnit getPrefferedConstructionUnit() const;
     E_MeasurementUnit getPrefferedArrangementUnit() const;
@@ -76,6 +78,7 @@ public:
     /// \name Names and abbreviations
     /// Empty for a number that is no dimension.
     /// @{
+
     /// "Quadratmeter", translated.
     QString getMeasurementUnitName(E_MeasurementDimension dimension, E_MeasurementUnit unit) const;
     /// "mm", "cm", "m", "in" or "ft", in every language.
@@ -95,6 +98,7 @@ public:
     /// Values in cm, cm² or cm³. The decimal separator is a comma in every locale; trailing zeros are left
     /// out.
     /// @{
+
     /// "1,23 m", or "1,23" without the unit. Rounded to \p precision decimals, but never to more than
     /// getMeasurementUnitPrecision(). Lengths in inch and foot are createFeetMeasurementString().
     QString createMeasurementString(E_MeasurementDimension dimension, E_MeasurementUnit unit, double value,
@@ -113,6 +117,7 @@ public:
     /// \name Choice of the unit
     /// The items of a combo box have their E_MeasurementUnit as user data. Foot is not offered.
     /// @{
+
     /// Appends the items for millimetre, centimetre, metre and inch, then sets their texts.
     void fillMeasurementComboBox(QComboBox* box) const;
     /// Sets the texts in the current language, each for the first item of its unit.

@@ -54,6 +54,7 @@ public:
 
     /// \name Start-up
     /// @{
+
     /// Installs the defaults and reads "presets.dat" in the application's folder. Throws Exception: type 3
     /// when the file is missing, type 2 when it is an archive or holds a malformed line or an unknown key;
     /// the presets before that line stay in force. Content that cannot be read is no lines, with a warning.
@@ -74,6 +75,7 @@ public:
 
     /// \name Reading
     /// @{
+
     /// The value of \p key in any case; E_PV_NONE for an unknown key, and for every key before fillNameMap().
     E_PresetValue getKey(const QString& key) const;
     static bool hasPreset(const E_PresetValue& value);

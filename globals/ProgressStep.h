@@ -43,6 +43,7 @@ public:
     };
     Q_ENUM(E_ProgressType)
 
+    /// How far a step is.
     enum E_ProgressState : int {
         E_PS_CREATED = 0, ///< not running yet
         E_PS_WAITING = 1, ///< not running yet; a step treats both alike
@@ -80,6 +81,7 @@ public:
     /// A finished or blocked step ignores them. What differs from the value so far is stored and emits
     /// updateProgressStepRequested() once.
     /// @{
+
     /// Only a blocked step ignores it: a finished one may be shown or hidden.
     void setVisible(bool visible);
     /// In percent; more than 100 is stored as 100.
@@ -111,6 +113,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// Something visible has changed.
     void updateProgressStepRequested(ProgressStep* step_data);
+    /// The state has changed; see setProgressStepState().
     void changeProgressStateRequested(ProgressStep* step);
 
 private:

@@ -43,6 +43,7 @@ public:
 
     /// \name Process
     /// @{
+
     /// Ends the current process, whose steps are thrown away, and begins one without steps and without an
     /// abort request. Emits createNewProcessRequested() first, while the old steps are still there.
     void newProcess(const QString& name, bool show_total_progress, bool show_abort_btn);
@@ -54,6 +55,7 @@ public:
 
     /// \name Steps
     /// @{
+
     /// Makes a step with the next id, 1 for the first one of a process, and emits
     /// createNewProgressStepRequested(); with \p prepend the display puts it in front of the others.
     void addProgressStep(const QString& name, ProgressStep::E_ProgressType type, const QString& label,
@@ -77,6 +79,7 @@ public:
 
     /// \name Abort
     /// @{
+
     /// Asks the work to end, and emits abortProcess(). Holds until the next newProcess().
     void setAbort();
     /// Whether the work is to end, for asking between two pieces of it. When the display has an abort button
@@ -86,6 +89,7 @@ public:
 
     /// \name Status message
     /// @{
+
     /// Shows \p msg, for \p time milliseconds if that is more than 0. Otherwise it stays, but for the time
     /// that an earlier message was given.
     void newStatusMessage(const QString& msg, E_StateType type, int time);
@@ -103,8 +107,11 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// \p time in milliseconds, 0 or less for a message that stays.
     void statusMessage(QString msg, E_StateType type, int time);
+    /// A process begins: a display empties itself and shows the new title.
     void createNewProcessRequested(QString name, bool show_total_progress, bool show_abort_btn);
+    /// A step was added; a display connects to its signals here.
     void createNewProgressStepRequested(ProgressStep* step_data, bool prepend);
+    /// The user has asked for an end.
     void abortProcess();
     void renameProcessTitleRequested(QString title);
 

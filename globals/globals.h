@@ -1,5 +1,6 @@
 #pragma once
 
+/// \file
 /// The common header: the enumerations that several classes share, the names of the scene states and two
 /// small helpers. Everything in it may be used from any thread.
 
@@ -24,13 +25,13 @@ enum E_LogLevel : int {
 enum E_PathType : int {
     E_PT_APPLICATION = 1,
     E_PT_STORAGE_PROJECTS = 2,
-    E_PT_STORAGE = 3,
-    E_PT_STORAGE_COMMON = 4,
+    E_PT_STORAGE = 3,        ///< where all of the user's data is
+    E_PT_STORAGE_COMMON = 4, ///< the same as E_PT_STORAGE
     E_PT_WORKING_TEMP = 5,
-    E_PT_STORAGE_USER = 6,
+    E_PT_STORAGE_USER = 6, ///< the same as E_PT_STORAGE
     E_PT_WORKING = 7,
     E_PT_DATA = 8,
-    E_PT_DOWNLOAD = 9,
+    E_PT_DOWNLOAD = 9, ///< pictures that the user downloads
     E_PT_ENVIRONMENT_CACHE = 10,
     E_PT_FONTS = 11,
     E_PT_INSTALLER = 12,
@@ -44,12 +45,12 @@ enum E_PathType : int {
     E_PT_OBJECT_MEDIA = 21,
     E_PT_PROGRAM = 22,
     E_PT_SCRIPTS = 23,
-    E_PT_SETTINGS = 24,
+    E_PT_SETTINGS = 24, ///< the same as E_PT_STORAGE
     E_PT_SHADERS = 25,
     E_PT_STATIC_MEDIA = 26,
     E_PT_TEXTURES = 28,
     E_PT_TEMP_CACHE = 29,
-    E_PT_DOWNLOADS_FOLDER = 30,
+    E_PT_DOWNLOADS_FOLDER = 30, ///< beside the applications of the desktop
     E_PT_PACKAGES = 31,
     E_PT_UPLOAD = 32,
     E_PT_USER_MODELS_GERMAN = 33,
@@ -62,24 +63,24 @@ enum E_PathType : int {
 
 /// How far a run of the application has come, or how it ended.
 enum E_RuntimeState : int {
-    E_RS_INITIALIZING = 1,
-    E_RS_STARTED = 2,
-    E_RS_CLOSING = 3,
-    E_RS_CRASHING = 4,
-    E_RS_SHUTDOWN = 5,
-    E_RS_CRASHED = 6,
-    E_RS_UPDATING = 7,
-    E_RS_FIRST_START = 8,
-    E_RS_RESTART = 9,
+    E_RS_INITIALIZING = 1, ///< the start has begun
+    E_RS_STARTED = 2,      ///< the application is in use
+    E_RS_CLOSING = 3,      ///< the end has begun
+    E_RS_CRASHING = 4,     ///< the application is ending by a failure
+    E_RS_SHUTDOWN = 5,     ///< a clean end
+    E_RS_CRASHED = 6,      ///< ended by a failure; also the answer to a word that is none of these
+    E_RS_UPDATING = 7,     ///< ended for an update
+    E_RS_FIRST_START = 8,  ///< nothing is recorded
+    E_RS_RESTART = 9,      ///< ended to start again
 };
 
 /// The result of ConfigManager::compareVersion().
 enum E_VersionComparison : int {
     E_VC_LOWER = 1,
     E_VC_EQUAL = 2,
-    E_VC_HIGHER = 3,
-    E_VC_FIRST_INVALID = 4,
-    E_VC_SECOND_INVALID = 5,
+    E_VC_HIGHER = 3,         ///< the first version is the newer one
+    E_VC_FIRST_INVALID = 4,  ///< the first one is no version
+    E_VC_SECOND_INVALID = 5, ///< the second one is no version
 };
 
 /// The images that a cube map is rendered into.
@@ -92,8 +93,8 @@ enum E_OffscreenImage : int {
 
 /// The application's own kinds of documents.
 enum E_FileSuffixType : int {
-    E_FST_RGM = 1,
-    E_FST_ARGM = 2,
+    E_FST_RGM = 1,  ///< a project
+    E_FST_ARGM = 2, ///< an auto-saved project
 };
 
 /// The fonts that the application draws with.

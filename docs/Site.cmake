@@ -1,0 +1,47 @@
+# The target "docs": Doxygen makes the site of the pages and the public headers. A warning is an error.
+
+set(DOXYGEN_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
+set(DOXYGEN_PROJECT_NAME libglobals)
+set(DOXYGEN_USE_MDFILE_AS_MAINPAGE ${PROJECT_SOURCE_DIR}/README.md)
+set(DOXYGEN_STRIP_FROM_PATH ${PROJECT_SOURCE_DIR})
+set(DOXYGEN_STRIP_FROM_INC_PATH ${PROJECT_SOURCE_DIR})
+if(IS_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/images)
+    set(DOXYGEN_IMAGE_PATH ${CMAKE_CURRENT_SOURCE_DIR}/images)
+endif()
+set(DOXYGEN_FILTER_PATTERNS
+    "*/docs/paths.md=${CMAKE_CURRENT_BINARY_DIR}/docs_tables"
+    "*/docs/presets.md=${CMAKE_CURRENT_BINARY_DIR}/docs_tables")
+
+set(DOXYGEN_JAVADOC_AUTOBRIEF YES)
+set(DOXYGEN_EXTRACT_STATIC YES) # the colour systems
+set(DOXYGEN_SORT_MEMBER_DOCS NO)
+set(DOXYGEN_MACRO_EXPANSION YES)
+set(DOXYGEN_EXPAND_ONLY_PREDEF YES)
+set(DOXYGEN_PREDEFINED
+    "GLOBALS_EXPORT=" "Q_OBJECT=" "Q_DISABLE_COPY(x)=" "Q_ENUM(x)=" "Q_DECLARE_METATYPE(x)=")
+
+set(DOXYGEN_QUIET YES)
+set(DOXYGEN_WARN_AS_ERROR FAIL_ON_WARNINGS)
+set(DOXYGEN_WARN_IF_UNDOCUMENTED NO) # a function whose name says everything needs no comment
+
+set(DOXYGEN_GENERATE_TREEVIEW YES)
+set(DOXYGEN_DISABLE_INDEX YES)
+set(DOXYGEN_VERBATIM_HEADERS NO)
+set(DOXYGEN_COLLABORATION_GRAPH NO)
+set(DOXYGEN_INCLUDE_GRAPH NO)
+set(DOXYGEN_INCLUDED_BY_GRAPH NO)
+set(DOXYGEN_DIRECTORY_GRAPH NO)
+set(DOXYGEN_DOT_IMAGE_FORMAT svg)
+
+file(GLOB pages CONFIGURE_DEPENDS *.md)
+get_target_property(headers globals SOURCES)
+list(FILTER headers INCLUDE REGEX "^[A-Za-z]+\\.h$")
+list(TRANSFORM headers PREPEND ${PROJECT_SOURCE_DIR}/globals/)
+doxygen_add_docs(docs
+    ${PROJECT_SOURCE_DIR}/README.md
+    ${pages}
+    ${PROJECT_SOURCE_DIR}/CONTRIBUTING.md
+    ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+    ${headers}
+    COMMENT "Writing the documentation to ${PROJECT_BINARY_DIR}/html")
+add_dependencies(docs docs_tables)

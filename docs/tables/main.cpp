@@ -1,0 +1,131 @@
+// Prints a page with its tables filled in: each comment "<!-- table of NAME -->" is followed by the table
+// that the library itself describes. Doxygen reads the pages through this program.
+
+#include "tools/PresetTypes.h"
+
+#include "globals/PathRegistry.h"
+#include "globals/PresetManager.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QMap>
+#include <QRegularExpression>
+#include <QTextStream>
+
+#include <cstdlib>
+
+using namespace TEKLUVA;
+
+namespace {
+
+QString contentOf(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("%s cannot be read", qPrintable(path));
+    return QString::fromUtf8(file.readAll());
+}
+
+/// The names of the enumerators that start with \p prefix, by their numbers.
+QMap<int, QString> enumerators(const char* header, const char* prefix)
+{
+    const QRegularExpression line(QStringLiteral("\\b(%1\\w+) = (\\d+)").arg(QLatin1String(prefix)));
+    QRegularExpressionMatchIterator match =
+        line.globalMatch(contentOf(QStringLiteral(HEADERS "/") + QLatin1String(header)));
+    QMap<int, QString> names;
+    while (match.hasNext()) {
+        const QRegularExpressionMatch found = match.next();
+        names.insert(found.captured(2).toInt(), found.captured(1));
+    }
+    return names;
+}
+
+QString code(const QString& text)
+{
+    return text.isEmpty() ? QString() : QLatin1Char('`') + text + QLatin1Char('`');
+}
+
+QString row(const QStringList& cells)
+{
+    return QStringLiteral("| ") + cells.join(QStringLiteral(" | ")) + QStringLiteral(" |\n");
+}
+
+/// With words for the folders that differ from machine to machine.
+QString general(QString path)
+{
+    const std::pair<QString, QString> words[] = {
+        {QDir::homePath(), QStringLiteral("~")},
+        {QCoreApplication::applicationDirPath(), QStringLiteral("<program>")},
+        {QDir::currentPath(), QStringLiteral("<working>")}};
+    for (const auto& [folder, word] : words) {
+        if (path.startsWith(folder + QLatin1Char('/')))
+            return word + path.mid(folder.size());
+    }
+    return path;
+}
+
+QString tableOfPaths()
+{
+    const QMap<int, QString> names = enumerators("globals.h", "E_PT_");
+    QString table =
+        QStringLiteral("| Number | Type | What for | Rule | With the usual names | Key of the user |\n"
+                       "|---|---|---|---|---|---|\n");
+    for (const PathDescription& path : describePaths()) {
+        table += row({QString::number(path.type), code(names.value(path.type)), path.role, path.rule,
+                      code(general(path.path)), code(path.overrideKey)});
+    }
+    return table;
+}
+
+QString tableOfPresets()
+{
+    PresetManager::getInstance()->fillNameMap();
+    PresetManager::getInstance()->setInitialPresets();
+    const QMap<int, QString> names = enumerators("PresetValue.h", "E_PV_");
+    QString table =
+        QStringLiteral("| Number | Value | Key | Type | Default | Bounds |\n|---|---|---|---|---|---|\n");
+    for (const PresetDescription& preset : PresetManager::describePresets()) {
+        const QJsonValue initial =
+            globalsctl::presetType(preset.type).normal(PresetManager::getPreset(preset.value));
+        table += row({QString::number(preset.value), code(names.value(preset.value)), code(preset.key),
+                      preset.type, globalsctl::inWords(initial), preset.bounds});
+    }
+    return table;
+}
+
+QString filled(QString page)
+{
+    const std::pair<const char*, QString (*)()> tables[] = {{"<!-- table of paths -->\n", &tableOfPaths},
+                                                            {"<!-- table of presets -->\n", &tableOfPresets}};
+    for (const auto& [place, table] : tables) {
+        if (page.contains(QLatin1String(place)))
+            page.replace(QLatin1String(place), table());
+    }
+    return page;
+}
+
+/// The same folders on each machine. Nothing is made in them.
+void useFoldersOfNobody()
+{
+    qputenv("HOME", "/home/anna");
+    for (const char* variable : {"XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME"})
+        qunsetenv(variable);
+    QCoreApplication::setOrganizationName(QStringLiteral("tekluva"));
+    QCoreApplication::setApplicationName(QStringLiteral("tekluva 3D-Planner"));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    useFoldersOfNobody();
+    const QCoreApplication application(argc, argv);
+    const QStringList pages = QCoreApplication::arguments().mid(1);
+    if (pages.size() != 1)
+        return EXIT_FAILURE;
+    QTextStream out(stdout);
+    out.setCodec("UTF-8");
+    out << filled(contentOf(pages.first()));
+    return EXIT_SUCCESS;
+}

@@ -8,7 +8,7 @@ namespace TEKLUVA {
 
 bool ConfigManagerData::addFontFamily(const QString& family, int id)
 {
-    const QMutexLocker lock(&m_lock);
+    const QMutexLocker lock(mutex());
     if (m_systemFontMap.contains(family))
         return false;
     m_systemFontMap.insert(family, id);
@@ -23,7 +23,7 @@ bool ConfigManagerData::removeFont(int id)
 
 bool ConfigManagerData::unregister(int id)
 {
-    const QMutexLocker lock(&m_lock);
+    const QMutexLocker lock(mutex());
     const int before = m_systemFontMap.size();
     // A file with several families has one id for all of them.
     for (auto font = m_systemFontMap.begin(); font != m_systemFontMap.end();)
@@ -33,7 +33,7 @@ bool ConfigManagerData::unregister(int id)
 
 bool ConfigManagerData::hasFont(const QString& family) const
 {
-    const QMutexLocker lock(&m_lock);
+    const QMutexLocker lock(mutex());
     return m_systemFontMap.contains(family);
 }
 

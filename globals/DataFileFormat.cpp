@@ -36,13 +36,14 @@ CryptoPP::SecByteBlock deriveKey(const QByteArray& password, int split)
 
 QByteArray newBuffer(int size)
 {
-    constexpr std::uintptr_t HUGE_PAGE = 2 * 1024 * 1024;
+    constexpr std::uintptr_t HUGE_PAGE = std::uintptr_t{2} * 1024 * 1024;
     QByteArray buffer(size, Qt::Uninitialized);
     const auto address = reinterpret_cast<std::uintptr_t>(buffer.constData());
     const std::uintptr_t begin = (address + HUGE_PAGE - 1) & ~(HUGE_PAGE - 1);
     const std::uintptr_t end = (address + static_cast<std::uintptr_t>(size)) & ~(HUGE_PAGE - 1);
     if (begin < end)
-        madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE); // a wish: nothing depends on it
+        madvise(buffer.data() + (begin - address), end - begin,
+                MADV_HUGEPAGE); // a wish: nothing depends on it
     return buffer;
 }
 

@@ -33,8 +33,8 @@ inline constexpr int KEY_SIZE = 32;
 /// exist.
 CryptoPP::SecByteBlock deriveKey(const QByteArray& password, int split);
 
-/// A buffer of \p size bytes, not initialised. Throws for want of memory. A large one lies in huge pages where
-/// the system has them: to touch its many small pages for the first time costs more than the cipher.
+/// A buffer of \p size bytes, not initialised. Throws for want of memory. A large one lies in huge pages
+/// where the system has them: to touch its many small pages for the first time costs more than the cipher.
 QByteArray newBuffer(int size);
 
 /// A buffer of \p size bytes, which is what somebody claims; nothing when it cannot be had.

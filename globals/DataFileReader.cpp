@@ -80,7 +80,7 @@ std::string wholeName(const Archive& archive, const EntryInfo& entry)
 {
     std::string name(entry.nameLength, '\0');
     unzGetCurrentFileInfo64(archive.get(), nullptr, name.data(), entry.nameLength, nullptr, 0, nullptr, 0);
-    return name.c_str(); // a zero byte ends it, here as everywhere
+    return name.substr(0, name.find('\0')); // a zero byte ends it, here as everywhere
 }
 
 /// Makes one entry after the other the current one, until \p visit answers false for it. The result is
@@ -274,8 +274,7 @@ bool DataFileReader::visitArchivedFiles(const std::function<bool(const ArchivedF
                const std::string name = wholeName(archive, entry);
                const auto read = [this, &archive, &name, &entry] {
                    return withoutExceptions([&]() -> std::optional<QByteArray> {
-                       const auto content =
-                           unpackOrLog(archive, m_fileName, name, entry.size, Checksum::Checked);
+                       auto content = unpackOrLog(archive, m_fileName, name, entry.size, Checksum::Checked);
                        if (!content || content->isEmpty() || m_password.isEmpty())
                            return content;
                        return decryptBlock(*content, m_password);

@@ -29,6 +29,10 @@ protected:
         member = value;
     }
 
+    /// For accesses to more than one value, with a QMutexLocker.
+    QMutex* mutex() const { return &m_lock; }
+
+private:
     mutable QMutex m_lock;
 };
 

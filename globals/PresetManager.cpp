@@ -26,6 +26,11 @@ constexpr bool isGiven(E_PresetValue key)
     return key >= E_PV_FALLBACK && key <= E_PV_FALLBACK + PRESET_COUNT;
 }
 
+constexpr std::size_t placeOf(E_PresetValue key)
+{
+    return static_cast<std::size_t>(key);
+}
+
 /// Turns a built-in value into what is stored, and names its type.
 struct ToVariant
 {
@@ -160,15 +165,15 @@ E_PresetValue PresetManager::getKey(const QString& key) const
 
 bool PresetManager::hasPreset(const E_PresetValue& value)
 {
-    return isGiven(value) && getInstance()->m_presets[value].has_value();
+    return isGiven(value) && getInstance()->m_presets[placeOf(value)].has_value();
 }
 
 QVariant& PresetManager::getPreset(const E_PresetValue& value)
 {
     auto& presets = getInstance()->m_presets;
-    if (isGiven(value) && presets[value])
-        return *presets[value];
-    auto& fallback = presets[E_PV_FALLBACK];
+    if (isGiven(value) && presets[placeOf(value)])
+        return *presets[placeOf(value)];
+    auto& fallback = presets[placeOf(E_PV_FALLBACK)];
     return fallback ? *fallback : fallback.emplace();
 }
 
@@ -204,7 +209,7 @@ void PresetManager::setPreset(const E_PresetValue& key, const QVariant& value)
 void PresetManager::setValue(const E_PresetValue& key, const QVariant& value)
 {
     if (isGiven(key))
-        m_presets[key] = value;
+        m_presets[placeOf(key)] = value;
 }
 
 void PresetManager::setValue(const E_PresetValue& key, const QVariant& value, const E_PresetValue& minKey,

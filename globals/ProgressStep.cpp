@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace TEKLUVA {
 
@@ -47,8 +48,8 @@ bool store(std::atomic<Field>& field, Value value)
 
 } // namespace
 
-ProgressStep::SharedText::SharedText(const QString& text)
-    : m_text(text)
+ProgressStep::SharedText::SharedText(QString text)
+    : m_text(std::move(text))
 {
 }
 
@@ -64,14 +65,14 @@ void ProgressStep::SharedText::set(const QString& text)
     m_text = text;
 }
 
-ProgressStep::ProgressStep(unsigned int id, const QString& name, E_ProgressType type, const QString& label,
-                           const QString& description, E_ProgressState state)
+ProgressStep::ProgressStep(unsigned int id, QString name, E_ProgressType type, QString label,
+                           QString description, E_ProgressState state)
     : m_id(id)
-    , m_name(name)
-    , m_label(label)
+    , m_name(std::move(name))
+    , m_label(std::move(label))
     , m_type(type)
     , m_state(state)
-    , m_description(description)
+    , m_description(std::move(description))
 {
     // Under the names that the signals are declared with, so that they can be queued.
     static const int REGISTERED = qRegisterMetaType<ProgressStep*>("ProgressStep*");

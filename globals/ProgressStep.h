@@ -52,8 +52,8 @@ public:
     };
     Q_ENUM(E_ProgressState)
 
-    ProgressStep(unsigned int id, const QString& name, E_ProgressType type, const QString& label,
-                 const QString& description, E_ProgressState state);
+    ProgressStep(unsigned int id, QString name, E_ProgressType type, QString label, QString description,
+                 E_ProgressState state);
 
     unsigned int getProgressStepId() const { return m_id; }
     QString getProgressStepName() const { return m_name; }
@@ -122,7 +122,7 @@ private:
     class SharedText
     {
     public:
-        explicit SharedText(const QString& text = QString());
+        explicit SharedText(QString text = QString());
         QString get() const;
         void set(const QString& text);
 

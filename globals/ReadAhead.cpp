@@ -28,9 +28,9 @@ auto unlessInterrupted(Call&& call)
 }
 
 /// A part of the file in memory.
-struct Window
+struct Window // NOLINT(cppcoreguidelines-pro-type-member-init)
 {
-    static constexpr qint64 SIZE = 32 * 1024;
+    static constexpr qint64 SIZE = qint64{32} * 1024;
 
     qint64 begin = 0;
     qint64 size = 0;
@@ -145,7 +145,7 @@ private:
     qint64 m_size = 0;
     qint64 m_position = 0;
     bool m_hasFailed = false;
-    int m_current = 0;
+    std::size_t m_current = 0;
     const char* m_next = nullptr; ///< the byte at the position, in the current window
     const char* m_end = nullptr;  ///< the end of that window
     std::array<Window, 2> m_windows;

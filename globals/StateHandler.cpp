@@ -94,6 +94,7 @@ ProgressStep* StateHandler::getActiveStep() const
     return m_data.getActiveProgressStep();
 }
 
+// NOLINTBEGIN(readability-make-member-function-const): the steps are what the handler holds.
 void StateHandler::setProgressStepState(const QString& name, ProgressStep::E_ProgressState state)
 {
     if (ProgressStep* step = getStepData(name))
@@ -123,6 +124,7 @@ void StateHandler::setProgressBarSteps(const QString& name, unsigned int steps)
     if (ProgressStep* step = getStepData(name))
         step->setProgressBarSteps(steps);
 }
+// NOLINTEND(readability-make-member-function-const)
 
 void StateHandler::setAbort()
 {

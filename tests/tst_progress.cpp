@@ -328,7 +328,7 @@ private Q_SLOTS:
                 }
             });
         }
-        QTRY_VERIFY(states()->wasAborted() && seen > 500);
+        QTRY_VERIFY_WITH_TIMEOUT(states()->wasAborted() && seen > 500, 60000);
         for (std::thread& worker : workers)
             worker.join();
         QCOMPARE(join(states()->getAllSteps().keys()), "0 1 2"_q);

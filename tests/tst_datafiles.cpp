@@ -394,7 +394,7 @@ private Q_SLOTS:
         QVERIFY(!creator.packData(nullptr, "n"_q, "x") && !creator.packFile(nullptr, "in/good"_q));
         QVERIFY(!creator.createArchivFromFiles({"in/good"_q, "in/large"_q}, SUBJECT, PASSWORD,
                                                [](int entry) { return entry == 0; }));
-        for (const rlim_t room : {0, 20, 100, 40000}) {
+        for (const rlim_t room : {0U, 20U, 100U, 40000U}) {
             const FullDisk disk(room);
             QVERIFY(!packs({"in/good"_q, "in/large"_q}));
         }

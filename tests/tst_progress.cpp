@@ -288,8 +288,8 @@ private Q_SLOTS:
         QThread thread;
         Listener listener;
         listener.moveToThread(&thread);
-        states()->connect(states(), SIGNAL(statusMessage(QString, E_StateType, int)), &listener,
-                          SLOT(takeMessage(QString, E_StateType, int)));
+        connect(states(), SIGNAL(statusMessage(QString, E_StateType, int)), &listener,
+                SLOT(takeMessage(QString, E_StateType, int)));
         connect(states(), SIGNAL(createNewProgressStepRequested(ProgressStep*, bool)), &listener,
                 SLOT(takeStep(ProgressStep*)));
         addStep("a"_q);
@@ -323,7 +323,7 @@ private Q_SLOTS:
                 addStep(name, ProgressStep::E_PRT_TRANSFER, ProgressStep::E_PS_RUNNING);
                 for (int i = 0; !states()->wasAborted(); ++i) {
                     states()->setProgressStepText(name, QString::number(i));
-                    step(name)->handleProgressState(i, 2 * i);
+                    step(name)->handleProgressState(i, i + i);
                     states()->setProgressStepDescription(QString::number(i % 3), name);
                 }
             });

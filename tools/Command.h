@@ -26,7 +26,7 @@ struct Option
 struct Command
 {
     const char* words; ///< what is typed, "presets show"
-    /// One word for each, "FILE"; one in brackets may be left out.
+    /// One word for each, "FILE"; one in brackets may be left out, and "..." behind the last means several.
     const char* arguments;
     const char* summary;
     std::vector<Option> options;
@@ -45,6 +45,19 @@ const std::vector<Option>& commonOptions();
 int showPresets(const QCommandLineParser& line);
 int checkPresets(const QCommandLineParser& line);
 int buildPresets(const QCommandLineParser& line);
+/// @}
+
+/// \name DataCommands.cpp
+/// @{
+int encryptData(const QCommandLineParser& line);
+int decryptData(const QCommandLineParser& line);
+/// @}
+
+/// \name ArchiveCommands.cpp
+/// @{
+int listData(const QCommandLineParser& line);
+int extractData(const QCommandLineParser& line);
+int packData(const QCommandLineParser& line);
 /// @}
 
 /// \name PathCommands.cpp

@@ -1,17 +1,16 @@
 #include "FullDisk.h"
-#include "TestData.h"
-#include "TestHome.h"
+#include "OtherPrograms.h"
 #include "TestLog.h"
 
 #include "globals/DataFileCreator.h"
 #include "globals/DataFileReader.h"
 
-#include <QProcess>
 #include <QRegularExpression>
 
 #include <sys/stat.h>
 
 using namespace TEKLUVA;
+using namespace OtherPrograms;
 
 namespace {
 
@@ -51,17 +50,6 @@ bool makeFile(const QString& name, const QByteArray& content)
 bool makeSubject(const QByteArray& content)
 {
     return makeFile(SUBJECT, content);
-}
-
-/// What a program writes for \p input; an error text when it fails.
-QByteArray outputOf(const QString& program, const QStringList& arguments, const QByteArray& input = {})
-{
-    QProcess process;
-    process.start(program, arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    const bool isGood = process.waitForFinished() && process.exitCode() == 0;
-    return isGood ? process.readAllStandardOutput() : program.toUtf8() + " fails";
 }
 
 /// All that lies in the working folder.
@@ -322,9 +310,7 @@ private Q_SLOTS:
             const QByteArray plain = QByteArray("Two lines\n\0", 11).repeated(size).left(size);
             const QByteArray block = DataFileCreator().encryptData(plain, password);
             QCOMPARE(block.size(), 17 + (size + 15) / 16 * 16);
-            QCOMPARE(outputOf(TestData::path("open-block"_q),
-                              {TestData::field("password"), TestData::field("split")}, block),
-                     plain);
+            QCOMPARE(openBlock(block, bytes, TestData::field("split").toInt()), plain);
             QCOMPARE(DataFileReader(QString(), password).decryptData(block) == plain, canBeRead || size == 0);
             QVERIFY(DataFileCreator().encryptData(plain, password).mid(1, 16) != block.mid(1, 16));
         }

@@ -1,46 +1,19 @@
 #include "TestData.h"
 #include "TestHome.h"
 #include "TestPassword.h"
+#include "ToolRun.h"
 
 #include <QDirIterator>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
+
+using namespace OtherPrograms;
+using namespace ToolRun;
 
 namespace {
 
 const QString FILE_NAME = "ä.txt"_q;
-
-struct Result
-{
-    int exitCode;
-    QString answer;
-    QString report;
-};
-
-/// Runs the real program, in a locale that does not know UTF-8.
-Result run(const QStringList& arguments, const QString& outputFile = QString())
-{
-    QProcess process;
-    auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("LC_ALL"_q, "C"_q);
-    process.setProcessEnvironment(environment);
-    if (!outputFile.isEmpty())
-        process.setStandardOutputFile(outputFile);
-    process.start(QStringLiteral(GLOBALSCTL), arguments);
-    if (!process.waitForFinished(20000) || process.exitStatus() != QProcess::NormalExit)
-        return {-1, QString(), "hangs or crashed"_q};
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
-}
-
-void write(const QString& name, const QByteArray& bytes)
-{
-    QFile file(name);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), qint64(bytes.size()));
-}
 
 /// The content of a file protected by the script that the example shows, which uses openssl.
 QByteArray protectedContent(const QByteArray& plain, const char* password = GLOBALS_PRESET_PASSWORD)
@@ -54,13 +27,6 @@ QByteArray protectedContent(const QByteArray& plain, const char* password = GLOB
 QJsonArray arrayFrom(const QStringList& arguments)
 {
     return QJsonDocument::fromJson(run(arguments).answer.toUtf8()).array();
-}
-
-/// The arguments of the current row, where "" is an empty one.
-QStringList arguments()
-{
-    QStringList words = TestData::field("arguments").split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    return words.replaceInStrings("\"\""_q, QString());
 }
 
 /// The lines that the current row has in \p column, where "@" is \p name.
@@ -109,6 +75,14 @@ private Q_SLOTS:
     {
         QString content = TestData::field("content");
         content.replace("\\n"_q, "\n"_q).replace("\\r"_q, "\r"_q).replace("\\t"_q, "\t"_q);
+        QFile::remove("built"_q);
+        write(FILE_NAME, content.toUtf8());
+        const Result build = run({"presets"_q, "build"_q, FILE_NAME, "built"_q});
+        QCOMPARE(build.exitCode, TestData::field("exitCode").toInt());
+        QCOMPARE(QFile::exists("built"_q), build.exitCode == 0);
+        const QByteArray built = TestData::contentOf("built"_q);
+        QVERIFY(built.isEmpty() || openBlock(built, GLOBALS_PRESET_PASSWORD, 10) == content.toUtf8());
+        QCOMPARE(run({"presets"_q, "build"_q, "built"_q, "again"_q}).exitCode, 1);
         for (const QByteArray& bytes : {content.toUtf8(), protectedContent(content.toUtf8())}) {
             write(FILE_NAME, bytes);
             const Result result = run(arguments() << FILE_NAME);

@@ -1,6 +1,7 @@
 #include "tools/ApplicationFolders.h"
 
-#include "globals/Exception.h"
+#include "tools/Failure.h"
+
 #include "globals/PathRegistry.h"
 
 #include <QCommandLineParser>
@@ -23,9 +24,7 @@ QString settingsFileOf(const QCommandLineParser& line)
     // Described, because asking the configuration manager would make the folder.
     QFile file(describePaths()[E_PT_SETTINGS - 1].path + QStringLiteral("settings.ini"));
     if (file.exists() && !file.open(QIODevice::ReadOnly)) {
-        const QString reason =
-            QStringLiteral("File %1 cannot be read: %2").arg(file.fileName(), file.errorString());
-        throw Exception(E_ET_MISSING_DATA, reason.toStdString(), true);
+        throw Failure(QStringLiteral("File %1 cannot be read: %2").arg(file.fileName(), file.errorString()));
     }
     return file.fileName();
 }

@@ -10,6 +10,7 @@ enum ExitCode : int {
     Done = 0,
     Failed = 1,
     WrongUsage = 2,
+    Interrupted = 128, ///< plus the number of the signal
 };
 
 /// An option of a command, "--name" or "--name VALUE".
@@ -24,8 +25,9 @@ struct Option
 /// A subcommand, as the dispatcher runs it and as help, manual and completion describe it.
 struct Command
 {
-    const char* words;     ///< what is typed, "presets show"
-    const char* arguments; ///< one word for each, "FILE"; one in brackets may be left out
+    const char* words; ///< what is typed, "presets show"
+    /// One word for each, "FILE"; one in brackets may be left out, and "..." behind the last means several.
+    const char* arguments;
     const char* summary;
     std::vector<Option> options;
     /// Gets the options and as many arguments as fit, and answers the exit code. May throw.
@@ -45,6 +47,20 @@ std::vector<Option> optionsOf(const Command& command);
 /// @{
 int showPresets(const QCommandLineParser& line);
 int checkPresets(const QCommandLineParser& line);
+int buildPresets(const QCommandLineParser& line);
+/// @}
+
+/// \name DataCommands.cpp
+/// @{
+int encryptData(const QCommandLineParser& line);
+int decryptData(const QCommandLineParser& line);
+/// @}
+
+/// \name ArchiveCommands.cpp
+/// @{
+int listData(const QCommandLineParser& line);
+int extractData(const QCommandLineParser& line);
+int packData(const QCommandLineParser& line);
 /// @}
 
 /// \name PathCommands.cpp

@@ -100,9 +100,11 @@ bool answerCommon(const QCommandLineParser& line, const QString& help)
 /// What is wrong with the number of arguments; empty for nothing.
 QString misfit(const QStringList& expected, const QStringList& given)
 {
-    if (given.size() > expected.size())
+    const QString several = QStringLiteral("...");
+    const bool hasEnd = expected.isEmpty() || !expected.last().contains(several);
+    if (hasEnd && given.size() > expected.size())
         return QStringLiteral("unexpected argument \"%1\"").arg(given[expected.size()]);
-    const QString missing = expected.value(given.size());
+    const QString missing = expected.value(given.size()).remove(several);
     if (!missing.isEmpty() && !missing.startsWith(QLatin1Char('[')))
         return missing + QStringLiteral(" is missing");
     return QString();

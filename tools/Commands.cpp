@@ -14,6 +14,13 @@ constexpr Option TO = {"to", "The unit to convert to", "UNIT", "cm"};
 constexpr Option DIMENSION = {"dimension",
                               "linear, squared (only m² and sq ft) or cubic (only m³ and cubic feet)",
                               "DIMENSION", "linear"};
+constexpr Option PASSWORD_ENV = {"password-env", "The password is the value of this environment variable",
+                                 "NAME"};
+constexpr Option PASSWORD_FILE = {
+    "password-file", "The password is the first line of this file; - is the standard input", "FILE"};
+constexpr Option ASK_PASSWORD = {"ask-password", "Ask for the password on the terminal"};
+constexpr Option FOLDER = {"to", "Where to write the entries", "FOLDER", "."};
+constexpr Option FORCE = {"force", "Replace files that exist already"};
 
 } // namespace
 
@@ -26,6 +33,36 @@ const std::vector<Command>& commands()
          {CHANGED, JSON},
          &showPresets},
         {"presets check", "FILE", "Check the lines of a preset file, protected or plain", {}, &checkPresets},
+        {"presets build",
+         "TEXT TARGET",
+         "Check a plain preset file and write it as a protected one",
+         {},
+         &buildPresets},
+        {"data encrypt",
+         "FILE TARGET",
+         "Write the content of FILE as one protected block; asks for a password that no option tells",
+         {PASSWORD_ENV, PASSWORD_FILE, ASK_PASSWORD},
+         &encryptData},
+        {"data decrypt",
+         "FILE TARGET",
+         "Write the content of a protected block; a wrong password gives bytes without meaning",
+         {PASSWORD_ENV, PASSWORD_FILE, ASK_PASSWORD},
+         &decryptData},
+        {"data list",
+         "ARCHIVE",
+         "Show the entries of an archive and their sizes in bytes as stored",
+         {JSON},
+         &listData},
+        {"data extract",
+         "ARCHIVE [NAME...]",
+         "Write all entries of an archive, or those named; without a password they are taken as they are",
+         {FOLDER, FORCE, PASSWORD_ENV, PASSWORD_FILE, ASK_PASSWORD},
+         &extractData},
+        {"data pack",
+         "ARCHIVE FILE...",
+         "Write a new archive of files, without their folders; with a password each is a protected block",
+         {PASSWORD_ENV, PASSWORD_FILE, ASK_PASSWORD},
+         &packData},
         {"paths",
          "",
          "Show where the application keeps its files, and why there",

@@ -23,9 +23,31 @@ void write(std::FILE* stream, const QString& text)
     static_cast<void>(std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stream));
 }
 
+bool isControl(QChar c)
+{
+    return c.category() == QChar::Other_Control;
+}
+
+bool isUpperControl(QChar c)
+{
+    return isControl(c) && c >= QLatin1Char('\x7f');
+}
+
+/// \p text with the characters for which \p isBad holds as \p escape, in which "%1" is a number of so many
+/// hexadecimal \p digits.
+QString withEscapes(const QString& text, bool (*isBad)(QChar), const QString& escape, int digits)
+{
+    QString shown;
+    for (const QChar c : text)
+        shown += isBad(c) ? escape.arg(c.unicode(), digits, 16, QLatin1Char('0')) : QString(c);
+    return shown;
+}
+
 QString textOf(const QJsonDocument& document)
 {
-    return QString::fromUtf8(document.toJson(QJsonDocument::Indented)).trimmed();
+    // Qt leaves the upper control characters of names as they are.
+    const QString text = QString::fromUtf8(document.toJson(QJsonDocument::Indented)).trimmed();
+    return withEscapes(text, &isUpperControl, QStringLiteral("\\u%1"), 4);
 }
 
 QVector<int> columnWidths(const QList<QStringList>& rows)
@@ -81,7 +103,12 @@ void report(const QString& text)
 
 void complain(const QString& message)
 {
-    report(QStringLiteral("globalsctl: ") + message);
+    report(QStringLiteral("globalsctl: ") + printable(message));
+}
+
+QString printable(const QString& text)
+{
+    return withEscapes(text, &isControl, QStringLiteral("\\x%1"), 2);
 }
 
 QString aligned(const QList<QStringList>& rows)

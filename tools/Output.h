@@ -24,8 +24,11 @@ void answer(const QJsonObject& object);
 
 /// Writes \p text and a line end beside the answer.
 void report(const QString& text);
-/// The same behind the name of the program.
+/// The same behind the name of the program, and printable.
 void complain(const QString& message);
+
+/// \p text with control characters as escapes, "\x1b": names from files must not steer the terminal.
+QString printable(const QString& text);
 
 /// Lines with the cells of \p rows in columns two blanks apart.
 QString aligned(const QList<QStringList>& rows);

@@ -1,4 +1,6 @@
 #include "tools/Command.h"
+#include "tools/Failure.h"
+#include "tools/Files.h"
 #include "tools/Output.h"
 #include "tools/PresetFile.h"
 #include "tools/PresetTypes.h"
@@ -88,6 +90,24 @@ int checkPresets(const QCommandLineParser& line)
     answer(QStringLiteral("%1: good, %2 set")
                .arg(path, file.presetCount() == 1 ? QStringLiteral("1 preset")
                                                   : QStringLiteral("%1 presets").arg(file.presetCount())));
+    return Done;
+}
+
+int buildPresets(const QCommandLineParser& line)
+{
+    const QString path = line.positionalArguments().value(0);
+    const QString target = line.positionalArguments().value(1);
+    const PresetFile file(path);
+    for (const QString& remark : file.report())
+        report(remark);
+    if (file.hasFaults())
+        return Failed;
+    if (!file.isPlain())
+        throw Failure(QStringLiteral("File %1 is protected already").arg(path));
+    requireReplaceable(target, {path});
+    const QByteArray block = PresetManager::protectedContent(file.bytes());
+    requireWhole(block, file.bytes());
+    writeTarget(target, block);
     return Done;
 }
 

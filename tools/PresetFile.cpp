@@ -1,11 +1,11 @@
 #include "tools/PresetFile.h"
 
+#include "tools/Failure.h"
+#include "tools/Files.h"
 #include "tools/PresetTypes.h"
 
 #include "globals/Exception.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QTextCodec>
 
 #include <algorithm>
@@ -18,33 +18,6 @@ namespace {
 
 /// A preset file has about a hundred lines; what is larger was named by mistake.
 constexpr qint64 LARGEST_FILE = 1 << 20;
-
-/// A protected file is a pad count, an initialisation vector and whole blocks of the cipher.
-constexpr int BLOCK_SIZE = 16;
-constexpr int HEADER_SIZE = 1 + BLOCK_SIZE;
-
-[[noreturn]] void refuse(const QString& reason)
-{
-    throw Exception(E_ET_MISSING_DATA, reason.toStdString(), true);
-}
-
-QByteArray contentOf(const QString& path)
-{
-    const QFileInfo info(path);
-    if (!info.exists())
-        refuse(QStringLiteral("File %1 is missing").arg(path));
-    // A pipe or a device might never end.
-    if (!info.isFile())
-        refuse(QStringLiteral("%1 is not a regular file").arg(path));
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        refuse(QStringLiteral("File %1 cannot be read: %2").arg(path, file.errorString()));
-    }
-    QByteArray content = file.read(LARGEST_FILE + 1);
-    if (content.size() > LARGEST_FILE)
-        refuse(QStringLiteral("File %1 is too large for a preset file").arg(path));
-    return content;
-}
 
 bool isUnprintable(QChar c)
 {
@@ -63,32 +36,23 @@ bool isUtf8(const QByteArray& bytes)
     return state.invalidChars == 0 && state.remainingChars == 0;
 }
 
-/// Whether \p bytes have the form of a protected file. Plain text may have it, too, by chance.
-bool hasProtectedForm(const QByteArray& bytes)
+/// Whether \p bytes are the readable text of a preset file and not a protected one.
+bool isText(const QByteArray& bytes)
 {
-    const int size = bytes.size() - HEADER_SIZE;
-    if (size < 0 || size % BLOCK_SIZE != 0)
-        return false;
-    const int padCount = static_cast<uchar>(bytes[0]);
-    return padCount < BLOCK_SIZE && padCount <= size;
+    return isReadable(QString::fromUtf8(bytes.constData(), bytes.size()))
+           && (isUtf8(bytes) || !hasProtectedForm(bytes));
 }
 
-/// The text of the file \p path, decrypted where need be.
-QString textOf(const QString& path)
+/// The text of the protected file \p path, which has \p bytes.
+QString decryptedText(const QString& path, const QByteArray& bytes)
 {
-    const QByteArray bytes = contentOf(path);
-    QString plain = QString::fromUtf8(bytes.constData(), bytes.size());
-    const bool isProtected = hasProtectedForm(bytes) && !(isUtf8(bytes) && isReadable(plain));
-    if (!isProtected && isReadable(plain))
-        return plain;
     QString text = PresetManager::textOfFile(path); // throws for an archive
-    if (!isProtected) {
-        refuse(
+    if (!hasProtectedForm(bytes)) {
+        throw Failure(
             QStringLiteral("File %1 is damaged: neither a protected preset file nor plain text").arg(path));
     }
-    if (!isReadable(text)) {
-        refuse(QStringLiteral("File %1 is damaged, or protected with another password").arg(path));
-    }
+    if (!isReadable(text))
+        throw Failure(QStringLiteral("File %1 is damaged, or protected with another password").arg(path));
     return text;
 }
 
@@ -96,8 +60,11 @@ QString textOf(const QString& path)
 
 PresetFile::PresetFile(const QString& path)
     : m_path(path)
+    , m_bytes(contentOf(path, LARGEST_FILE))
+    , m_isPlain(isText(m_bytes))
 {
-    const QString text = textOf(path);
+    const QString text =
+        m_isPlain ? QString::fromUtf8(m_bytes.constData(), m_bytes.size()) : decryptedText(path, m_bytes);
     installBuiltIn();
     readLines(text);
     noteWithoutEffect();

@@ -12,14 +12,17 @@ namespace globalsctl {
 class PresetFile
 {
 public:
-    /// Installs the built-in presets and reads the file over them. Throws TEKLUVA::Exception for a file that
-    /// cannot be read at all; faulty lines are for report().
+    /// Installs the built-in presets and reads the file over them. Throws Failure or TEKLUVA::Exception
+    /// for a file that cannot be read at all; faulty lines are for report().
     explicit PresetFile(const QString& path);
 
     bool hasFaults() const { return m_hasFaults; }
     /// What is to be said of the lines, in their order: "FILE:LINE: error: MESSAGE", or "note" for what is
     /// allowed but may surprise.
     QStringList report() const;
+    /// Whether the file is the plain text, and then what it holds.
+    bool isPlain() const { return m_isPlain; }
+    const QByteArray& bytes() const { return m_bytes; }
     /// How many presets the file sets.
     int presetCount() const { return m_written.size(); }
     /// The value of \p preset before the file was read.
@@ -43,6 +46,8 @@ private:
     void addNote(int line, const QString& message);
 
     const QString m_path;
+    const QByteArray m_bytes;
+    const bool m_isPlain;
     bool m_hasFaults = false;
     QMap<int, QStringList> m_remarks; ///< by line
     QMap<TEKLUVA::E_PresetValue, TEKLUVA::PresetDescription> m_descriptions;

@@ -1,5 +1,6 @@
 #include "tools/Command.h"
 #include "tools/CommandLine.h"
+#include "tools/Failure.h"
 #include "tools/Output.h"
 
 #include "globals/Exception.h"
@@ -16,6 +17,11 @@ int runGuarded(const QStringList& arguments)
 {
     try {
         return globalsctl::runCommandLine(arguments);
+    } catch (const globalsctl::Failure& e) {
+        if (e.exitCode() == globalsctl::WrongUsage)
+            return globalsctl::complainOfUsage(e.reason());
+        globalsctl::complain(e.reason());
+        return e.exitCode();
     } catch (const TEKLUVA::Exception& e) {
         globalsctl::complain(QString::fromUtf8(e.getDescription()));
     } catch (const std::exception& e) {

@@ -1,9 +1,12 @@
 #include "Process.h"
 
+#include <algorithm>
+#include <chrono>
 #include <fcntl.h>
+#include <fstream>
 #include <spawn.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -28,9 +31,8 @@ private:
     posix_spawn_file_actions_t m_actions{};
 };
 
-} // namespace
-
-Bench::ProcessResult Bench::run(const std::vector<std::string>& command)
+/// 0 when it cannot be started.
+pid_t start(const std::vector<std::string>& command)
 {
     std::vector<std::string> words = command;
     std::vector<char*> arguments;
@@ -40,13 +42,50 @@ Bench::ProcessResult Bench::run(const std::vector<std::string>& command)
 
     const Silence silence;
     pid_t child = 0;
-    if (posix_spawnp(&child, arguments[0], silence.get(), nullptr, arguments.data(), environ) != 0)
-        return {};
-    int status = 0;
-    struct rusage usage = {};
-    if (wait4(child, &status, 0, &usage) != child)
-        return {};
+    const int error = posix_spawnp(&child, arguments[0], silence.get(), nullptr, arguments.data(), environ);
+    return error == 0 ? child : 0;
+}
+
+bool isSuccess(int status)
+{
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+/// 0 for a process that has ended.
+double peakOf(pid_t process)
+{
     constexpr double KIBIBYTES = 1024;
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-union-access): so glibc declares its record
-    return {WIFEXITED(status) && WEXITSTATUS(status) == 0, static_cast<double>(usage.ru_maxrss) / KIBIBYTES};
+    std::ifstream file("/proc/" + std::to_string(process) + "/status");
+    std::string word;
+    while (file >> word) {
+        double peak = 0;
+        if (word == "VmHWM:" && file >> peak)
+            return peak / KIBIBYTES;
+    }
+    return 0;
+}
+
+} // namespace
+
+Bench::ProcessResult Bench::run(const std::vector<std::string>& command)
+{
+    const pid_t child = start(command);
+    int status = 0;
+    const bool hasEnded = child != 0 && waitpid(child, &status, 0) == child;
+    return {hasEnded && isSuccess(status), 0};
+}
+
+Bench::ProcessResult Bench::runWatched(const std::vector<std::string>& command)
+{
+    const pid_t child = start(command);
+    if (child == 0)
+        return {};
+    ProcessResult result;
+    int status = 0;
+    while (waitpid(child, &status, WNOHANG) == 0) {
+        result.peakMebibytes = std::max(result.peakMebibytes, peakOf(child));
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    result.isDone = isSuccess(status);
+    return result;
 }

@@ -226,14 +226,13 @@ bool Log::openFile()
     return m_file->open(mode | QIODevice::Unbuffered);
 }
 
-std::string Log::formatLine(const LogEntry& entry)
+const std::string& Log::formatLine(const LogEntry& entry)
 {
-    const std::string& stamp = formatTimeStamp(entry.m_time);
-    const char* label = labelOf(entry.m_level);
-    std::string line;
-    line.reserve(std::char_traits<char>::length(label) + stamp.size() + entry.m_message.size() + 4);
-    line.append(label).append(stamp).append("  ").append(entry.m_message).append("\r\n");
-    return line;
+    constexpr std::size_t LONGEST_KEPT = 4096;
+    if (m_line.capacity() > LONGEST_KEPT)
+        m_line = std::string();
+    m_line.assign(labelOf(entry.m_level)).append(formatTimeStamp(entry.m_time)).append("  ");
+    return m_line.append(entry.m_message).append("\r\n");
 }
 
 const std::string& Log::formatTimeStamp(qint64 milliseconds)

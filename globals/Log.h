@@ -88,7 +88,8 @@ private:
     /// Whether the calling thread is inside an operation of this log, in a receiver of contentChanged().
     bool isHeldHere() const;
     bool openFile();
-    std::string formatLine(const LogEntry& entry);
+    /// The line, in memory that the next one takes again.
+    const std::string& formatLine(const LogEntry& entry);
     const std::string& formatTimeStamp(qint64 milliseconds);
 
     /// Serialises logMessage(), resetLog() and setLogName(). Taken before the registry's lock, never after
@@ -107,6 +108,7 @@ private:
     /// The time stamp last written and its second since the epoch, kept because most lines share their second
     /// with the line before, and a time zone costs more than the rest of a line.
     std::string m_stamp;
+    std::string m_line;
     qint64 m_stampSecond = std::numeric_limits<qint64>::min();
 };
 

@@ -130,10 +130,9 @@ QString PresetManager::textOfFile(const QString& path)
     if (!QFile::exists(path))
         fail(E_ET_MISSING_DATA, QStringLiteral("File %1 is missing").arg(path));
     const DataFileReader reader(path, presetPassword());
-    if (reader.isArchiv()) {
-        fail(E_ET_FATAL, QStringLiteral("File %1 is an archive but single file was expected").arg(path));
-    }
     const QByteArray content = reader.getFileContent();
+    if (content.isEmpty() && reader.isArchiv())
+        fail(E_ET_FATAL, QStringLiteral("File %1 is an archive but single file was expected").arg(path));
     return QString::fromUtf8(content.constData(), content.size()); // a zero byte does not end it
 }
 

@@ -1,0 +1,8 @@
+#pragma once
+
+class QDialog;
+class QWidget;
+
+/// Shows the process that the state handler tells of, each step with a bar, and opens when one begins. Knows
+/// nothing of the work; whoever does closes the dialog with accept().
+QDialog* makeProgressDialog(QWidget* parent);

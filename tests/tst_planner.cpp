@@ -52,7 +52,7 @@ private Q_SLOTS:
         QVERIFY(find<QLabel>("1,234 m"_q) && find<QLabel>("123,4 cm"_q) && find<QLabel>("4,442 m²"_q));
         QTest::keyClick(field<QComboBox>("&Construction"_q), Qt::Key_Down);
         QCOMPARE(length->text(), "48,58 in"_q);
-        QVERIFY(find<QLabel>("123,4 cm"_q)); // only what is shown was rounded
+        QVERIFY(find<QLabel>("11,55 m³"_q)); // not of the rounded sides
     }
 
     void endsTheWorkOnRequest()

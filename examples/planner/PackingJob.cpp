@@ -27,7 +27,8 @@ QByteArray contentOf(int file)
 bool goOn(const char* step, int files)
 {
     auto* states = StateHandler::getInstance();
-    states->setProgressStepState(QLatin1String(step), ProgressStep::E_PS_RUNNING); // finishes the one before
+    const auto state = files < PACKED_FILES ? ProgressStep::E_PS_RUNNING : ProgressStep::E_PS_FINISHED;
+    states->setProgressStepState(QLatin1String(step), state); // a start also finishes the step before
     states->setCurrentProgressBarStep(QLatin1String(step), static_cast<unsigned int>(files));
     return !states->wasAborted();
 }

@@ -13,7 +13,7 @@ Panel::Panel(const char* title)
     translate(this, "title", title);
 }
 
-void Panel::translate(QObject* object, const char* name, const char* text)
+void Panel::translate(QObject* object, const char* name, const char* text) const
 {
     const auto set = [object, name, text] { object->setProperty(name, tr(text)); };
     set();

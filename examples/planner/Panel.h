@@ -19,7 +19,7 @@ public:
     explicit Panel(const char* title);
 
     /// Sets the property \p name of \p object now and whenever the user has chosen another language.
-    void translate(QObject* object, const char* name, const char* text);
+    void translate(QObject* object, const char* name, const char* text) const;
     /// A label that also leads the keyboard to \p buddy.
     QLabel* makeLabel(const char* text, QWidget* buddy = nullptr);
     /// A table that fills the panel.

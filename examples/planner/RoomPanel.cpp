@@ -40,9 +40,6 @@ constexpr UseRow USES[] = {
      &Units::setPrefferedArrangementUnit, &Units::arrangementMeasurementUnitChanged},
 };
 
-/// Length, width and height in cm.
-using Room = std::array<double, std::size(SIDES)>;
-
 constexpr std::pair<const char*, E_MeasurementDimension> VALUES[] = {
     {QT_TRANSLATE_NOOP("Panel", "Wall"), E_MD_LINEAR},
     {QT_TRANSLATE_NOOP("Panel", "Floor area"), E_MD_SQUARED},
@@ -62,7 +59,8 @@ private:
     void showSides();
 
     Units* m_units = Units::getInstance();
-    Room m_room = {420, 360, PresetManager::getPreset(E_PV_ROOM_HEIGHT).toDouble()};
+    /// In cm, by SIDES.
+    std::array<double, 3> m_room = {420, 360, PresetManager::getPreset(E_PV_ROOM_HEIGHT).toDouble()};
     std::array<QDoubleSpinBox*, std::size(SIDES)> m_sides{};
     std::vector<std::function<void()>> m_showValues;
     QGridLayout* m_grid = new QGridLayout(this);
@@ -114,7 +112,7 @@ void RoomPanel::addUse(const UseRow& use, int column)
     for (const auto& row : VALUES) {
         auto* label = new QLabel;
         m_grid->addWidget(label, VALUES_ROW + row.second, column);
-        m_showValues.push_back([this, label, &use, dimension = row.second] {
+        m_showValues.emplace_back([this, label, &use, dimension = row.second] {
             // A length is one side, an area the product of two, and a volume of three.
             const double value =
                 std::accumulate(m_room.begin(), m_room.begin() + dimension, 1.0, std::multiplies<>());

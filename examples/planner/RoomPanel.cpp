@@ -101,8 +101,9 @@ void RoomPanel::addUse(const UseRow& use, int column)
     box->setCurrentIndex(box->findData((m_units->*use.get)()));
     m_grid->addWidget(makeLabel(use.text, box), VALUES_ROW - 1, column);
     m_grid->addWidget(box, VALUES_ROW, column);
-    connect(box, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            [this, box, &use] { (m_units->*use.set)(E_MeasurementUnit(box->currentData().toInt())); });
+    connect(box, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this, box, &use] {
+        std::invoke(use.set, m_units, E_MeasurementUnit(box->currentData().toInt()));
+    });
     connect(m_units, use.changed, this, [this, box] {
         showSides();
         report(Panel::tr("Values are shown in %1 now.").arg(box->currentText()), E_ST_INFORMATION);

@@ -1,0 +1,6 @@
+#pragma once
+
+class QWidget;
+
+/// Shows the light of a lamp by its colour temperature.
+QWidget* makeColourPanel();

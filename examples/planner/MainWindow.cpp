@@ -1,0 +1,80 @@
+#include "MainWindow.h"
+
+#include "ColourPanel.h"
+#include "LogPanel.h"
+#include "Panel.h"
+#include "PresetsPanel.h"
+#include "RoomPanel.h"
+#include "StartPanel.h"
+#include "WorkPanel.h"
+
+#include "globals/ConfigManager.h"
+#include "globals/Exception.h"
+#include "globals/LogManager.h"
+#include "globals/PresetManager.h"
+#include "globals/StateHandler.h"
+
+#include <QtWidgets>
+
+using namespace TEKLUVA;
+
+namespace {
+
+constexpr int SIGN_OF_LIFE = 10000; ///< milliseconds between two
+
+/// The built-in values stay in force without a file.
+void readPresets()
+{
+    try {
+        PresetManager::getInstance()->init();
+        Panel::report(Panel::tr("The presets were read."), E_ST_INFORMATION);
+    } catch (const Exception& e) {
+        if (e.getExceptionType() != E_ET_MISSING_DATA)
+            throw;
+        Panel::report(Panel::tr("\"presets.dat\" is missing; the built-in presets are in force."),
+                      E_ST_WARNING);
+    }
+}
+
+void addPanels(QGridLayout* grid)
+{
+    grid->addWidget(makeRoomPanel(), 1, 0);
+    grid->addWidget(makeColourPanel(), 2, 0);
+    grid->addWidget(makeWorkPanel(), 3, 0);
+    grid->addWidget(makePresetsPanel(), 1, 1, 3, 1);
+    grid->addWidget(makeLogPanel(LogManager::getInstance()->getActiveLog()), 4, 0, 1, 2);
+    grid->setColumnStretch(1, 1);
+    grid->setRowStretch(4, 1);
+}
+
+void recordRun(QObject* window)
+{
+    ConfigManager* config = ConfigManager::getInstance();
+    auto* life = new QTimer(window);
+    QObject::connect(life, &QTimer::timeout, config, &ConfigManager::updateLifeTime);
+    life->start(SIGN_OF_LIFE);
+    QObject::connect(qApp, &QGuiApplication::lastWindowClosed, window,
+                     [config] { config->setRuntimeState(E_RS_CLOSING); });
+    config->setRuntimeState(E_RS_STARTED);
+}
+
+} // namespace
+
+std::unique_ptr<QMainWindow> makeMainWindow()
+{
+    auto window = std::make_unique<QMainWindow>();
+    window->setCentralWidget(new QWidget);
+    window->resize(1100, 700);
+    auto* grid = new QGridLayout(window->centralWidget());
+    grid->addWidget(makeStartPanel(), 0, 0, 1, 2);
+    ConfigManager::getInstance()->setRuntimeState(E_RS_INITIALIZING);
+    auto* status = new QLabel; // of its own: the state handler and not the status bar clears the message
+    window->statusBar()->addWidget(status, 1);
+    QObject::connect(StateHandler::getInstance(), &StateHandler::statusMessage, status, &QLabel::setText);
+    readPresets();
+    addPanels(grid);
+    auto* quit = new QShortcut(QKeySequence::Quit, window.get());
+    QObject::connect(quit, &QShortcut::activated, window.get(), &QWidget::close);
+    recordRun(window.get());
+    return window;
+}

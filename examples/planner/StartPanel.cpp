@@ -1,0 +1,77 @@
+#include "StartPanel.h"
+
+#include "Panel.h"
+
+#include "globals/ConfigManager.h"
+#include "globals/Translations.h"
+
+#include <QtWidgets>
+
+using namespace TEKLUVA;
+
+namespace {
+
+/// Any other state is what a crash leaves behind.
+constexpr std::pair<E_RuntimeState, const char*> VERDICTS[] = {
+    {E_RS_FIRST_START, QT_TRANSLATE_NOOP("Panel", "This is the first start.")},
+    {E_RS_SHUTDOWN, QT_TRANSLATE_NOOP("Panel", "The application was closed cleanly.")},
+    {E_RS_RESTART, QT_TRANSLATE_NOOP("Panel", "The application was closed for a restart.")},
+    {E_RS_UPDATING, QT_TRANSLATE_NOOP("Panel", "The update was interrupted.")},
+};
+
+QString verdictOn(E_RuntimeState state, const QDateTime& lifeTime)
+{
+    for (const auto& [end, text] : VERDICTS) {
+        if (end == state)
+            return Panel::tr(text);
+    }
+    const QString time = QLocale().toString(lifeTime, QLocale::ShortFormat);
+    return Panel::tr("The application crashed; it was last alive at %1.").arg(time);
+}
+
+/// Widgets get their QEvent::LanguageChange later, once for all of this.
+void speak(const QString& language, QTranslator* texts)
+{
+    QLocale::setDefault(QLocale(language));
+    QCoreApplication::removeTranslator(texts);
+    if (texts->load(QStringLiteral(":/planner/planner_%1.qm").arg(language)))
+        QCoreApplication::installTranslator(texts);
+    showLanguage(language);
+}
+
+QComboBox* makeLanguages(ConfigManager* config)
+{
+    auto* box = new QComboBox;
+
+    box->addItem(QStringLiteral("Deutsch"), QStringLiteral("de"));
+    box->addItem(QStringLiteral("English"), QStringLiteral("en"));
+    box->setCurrentIndex(box->findData(config->getPrefferedLang()));
+    auto* texts = new QTranslator(box);
+    speak(config->getPrefferedLang(), texts);
+    QObject::connect(box, QOverload<int>::of(&QComboBox::currentIndexChanged), texts, [config, box, texts] {
+        config->setPrefferedLang(box->currentData().toString());
+        speak(config->getPrefferedLang(), texts);
+    });
+    return box;
+}
+
+} // namespace
+
+QWidget* makeStartPanel()
+{
+    ConfigManager* config = ConfigManager::getInstance();
+    auto* languages = makeLanguages(config);
+    auto* panel = new Panel(QT_TRANSLATE_NOOP("Panel", "Last run"));
+    auto* verdict = new QLabel;
+
+    const auto show = [verdict, state = config->getLastRuntimeState(), time = config->getLastLifeTime()] {
+        verdict->setText(verdictOn(state, time));
+    };
+    show();
+    QObject::connect(panel, &Panel::languageChanged, verdict, show);
+    auto* layout = new QHBoxLayout(panel);
+    layout->addWidget(verdict, 1);
+    layout->addWidget(panel->makeLabel(QT_TRANSLATE_NOOP("Panel", "La&nguage"), languages));
+    layout->addWidget(languages);
+    return panel;
+}

@@ -1,0 +1,155 @@
+#include "TestData.h"
+#include "TestHome.h"
+#include "TestLog.h"
+
+#include "examples/planner/MainWindow.h"
+
+#include "globals/ConfigManager.h"
+#include "globals/PresetManager.h"
+
+#include <QtWidgets>
+
+#include <thread>
+
+using namespace TEKLUVA;
+
+class PlannerTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_config->setPrefferedLang("en"_q);
+        m_log = std::make_unique<TestLog::ActiveLog>();
+        open();
+    }
+    void cleanup()
+    {
+        m_window.reset();
+        m_log.reset();
+        m_config->clearSettings();
+        QVERIFY(QDir(m_config->getPath(E_PT_TEMP_CACHE)).isEmpty()); // the work leaves nothing behind
+    }
+
+    void tellsHowTheLastRunEnded_data() { TestData::addRows("planner-verdicts.txt", {"state", "verdict"}); }
+    void tellsHowTheLastRunEnded()
+    {
+        m_config->setRuntimeState(E_RuntimeState(TestData::field("state").toInt()));
+        open();
+        QVERIFY(find<QLabel>(TestData::field("verdict")));
+        QCOMPARE(m_config->getLastRuntimeState(), E_RS_STARTED);
+    }
+
+    void showsTheRoomInTheChosenUnit()
+    {
+        auto* length = field<QDoubleSpinBox>("&Length"_q);
+        QTest::keyClick(field<QComboBox>("&Construction"_q), Qt::Key_Down);
+        QCOMPARE(length->text(), "4,200 m"_q);
+        QVERIFY(find<QLabel>("Values are shown in m - Metre now."_q)); // in the status line
+        length->selectAll();
+        QTest::keyClicks(length, "1.,234"_q); // the point is no part of it
+        QVERIFY(find<QLabel>("1,234 m"_q) && find<QLabel>("123,4 cm"_q) && find<QLabel>("4,442 m²"_q));
+        QTest::keyClick(field<QComboBox>("&Construction"_q), Qt::Key_Down);
+        QCOMPARE(length->text(), "48,58 in"_q);
+        QVERIFY(find<QLabel>("11,55 m³"_q)); // not of the rounded sides
+    }
+
+    void endsTheWorkOnRequest()
+    {
+        startWork();
+        QTest::mouseClick(find<QPushButton>("A&bort"_q), Qt::LeftButton);
+        QTRY_VERIFY(find<QLabel>("The work was aborted."_q));
+        QVERIFY(!dialog()->isVisible() && bar("Total"_q)->value() < 100 && bar("Check"_q)->value() <= 0);
+    }
+
+    void doesTheWork()
+    {
+        startWork();
+        QTRY_VERIFY_WITH_TIMEOUT(find<QLabel>("Packed and checked 200 files, 52.4 MB."_q), 240000);
+        QVERIFY(!dialog()->isVisible() && bar("Total"_q)->value() == 100 && bar("Check"_q)->value() == 200);
+    }
+
+    void endsTheWorkWhenTheWindowCloses()
+    {
+        startWork();
+        QTimer::singleShot(0, m_window.get(), &QWidget::close);
+        QApplication::exec();
+        QCOMPARE(m_config->getLastRuntimeState(), E_RS_CLOSING);
+    }
+
+    void keepsTheLanguage()
+    {
+        QTest::keyClick(field<QComboBox>("La&nguage"_q), Qt::Key_Up);
+        QTRY_VERIFY(find<QLabel>("&Länge"_q) && find<QLabel>("Das ist der erste Start."_q));
+        QCOMPARE(field<QComboBox>("&Konstruieren"_q)->currentText(), "cm - Zentimeter"_q);
+        QCOMPARE(table(0)->headerItem()->text(0), "Schlüssel"_q);
+        open();
+        QVERIFY(find<QLabel>("&Länge"_q));
+    }
+
+    void showsTheColourOfLight()
+    {
+        QTest::keyClick(field<QSlider>("Colour &temperature"_q), Qt::Key_End);
+        auto* swatch = find<QLabel>("15000 K   R 172   G 194   B 255"_q);
+        QVERIFY(swatch && swatch->grab().toImage().pixel(1, 1) == 0xffacc2ff);
+    }
+
+    void showsTheLogLive()
+    {
+        const QTreeWidgetItem* first = table(1)->topLevelItem(0);
+        std::thread([this] { m_log->log().logWarningMessage("from a thread", "", 0); }).join();
+        QTRY_COMPARE(table(1)->topLevelItemCount(), 2);
+        QVERIFY(table(1)->topLevelItem(0) == first && !table(1)->findItems("Warning"_q, {}, 1).isEmpty());
+    }
+
+    void showsThePresets()
+    {
+        QCOMPARE(table(0)->topLevelItemCount(), 100);
+        QCOMPARE(table(0)->findItems("room_height"_q, Qt::MatchExactly)[0]->text(2), "260"_q);
+        const QString file = QCoreApplication::applicationDirPath() + "/presets.dat"_q;
+        delete PresetManager::getInstance();
+        QVERIFY(QFile::rename(file, file + "_"_q));
+        open();
+        QVERIFY(QFile::rename(file + "_"_q, file));
+        QCOMPARE(table(0)->findItems("room_height"_q, Qt::MatchExactly)[0]->text(2), "270"_q);
+        QVERIFY(m_log->entries().last().startsWith("4096 \"presets.dat\" is missing"_q));
+    }
+
+private:
+    void open()
+    {
+        m_window = makeMainWindow();
+        m_window->show();
+        QCoreApplication::processEvents(); // the change of the language
+    }
+    void startWork()
+    {
+        QTest::mouseClick(find<QPushButton>("&Pack"_q), Qt::LeftButton);
+        QTRY_VERIFY(dialog()->isVisible() && bar("Total"_q)->value() > 0);
+    }
+    /// The first one whose text begins so.
+    template <typename Widget>
+    Widget* find(const QString& text) const
+    {
+        const auto all = m_window->findChildren<Widget*>();
+        const auto isIt = [&text](const Widget* widget) { return widget->text().startsWith(text); };
+        const auto found = std::find_if(all.begin(), all.end(), isIt);
+        return found == all.end() ? nullptr : *found;
+    }
+    template <typename Widget>
+    Widget* field(const QString& label) const
+    {
+        return qobject_cast<Widget*>(find<QLabel>(label)->buddy());
+    }
+    QProgressBar* bar(const QString& label) const { return field<QProgressBar>(label); }
+    QTreeWidget* table(int number) const { return m_window->findChildren<QTreeWidget*>()[number]; }
+    QDialog* dialog() const { return m_window->findChild<QDialog*>(); }
+
+    ConfigManager* m_config = ConfigManager::getInstance();
+    std::unique_ptr<TestLog::ActiveLog> m_log;
+    std::unique_ptr<QMainWindow> m_window;
+};
+
+GLOBALS_TEST_MAIN(PlannerTest, QApplication)
+#include "tst_planner.moc"

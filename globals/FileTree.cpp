@@ -7,23 +7,24 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
+#include <filesystem>
+#include <optional>
 #include <unistd.h>
 
 namespace TEKLUVA::FileTree {
 
 namespace {
 
-/// All entries of a folder, hidden ones and broken links included. A list, because the folder changes
-/// meanwhile.
-QList<QFileInfo> entriesOf(const QString& folder)
+/// All entries of a folder, hidden ones and broken links included; nothing when it cannot be read to its end,
+/// which Qt's iterator takes for its end. A list, because the folder changes meanwhile.
+std::optional<QList<QFileInfo>> entriesOf(const QString& folder)
 {
+    std::error_code error;
+    std::filesystem::directory_iterator walk(QFile::encodeName(folder).toStdString(), error);
     QList<QFileInfo> entries;
-    QDirIterator walk(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    while (walk.hasNext()) {
-        walk.next();
-        entries << walk.fileInfo();
-    }
-    return entries;
+    for (; !error && walk != std::filesystem::directory_iterator(); walk.increment(error))
+        entries << QFileInfo(QFile::decodeName(walk->path().c_str()));
+    return error ? std::nullopt : std::make_optional(entries);
 }
 
 bool isRealFolder(const QFileInfo& entry)
@@ -101,8 +102,9 @@ bool copyEntry(const QFileInfo& entry, const QString& target, const CopyRules& r
 
 bool copyEntries(const QString& source, const QString& target, const CopyRules& rules)
 {
-    bool whole = true;
-    for (const QFileInfo& entry : entriesOf(source))
+    const auto entries = entriesOf(source);
+    bool whole = entries.has_value();
+    for (const QFileInfo& entry : entries.value_or(QList<QFileInfo>()))
         whole = copyEntry(entry, target + QLatin1Char('/') + entry.fileName(), rules) && whole;
     return whole;
 }
@@ -126,8 +128,9 @@ bool remove(const QString& path)
     const QString folder = QDir(path).absolutePath();
     if (QFileInfo(folder).isSymLink())
         return QFile::remove(folder);
-    bool whole = true;
-    for (const QFileInfo& entry : entriesOf(folder)) {
+    const auto entries = entriesOf(folder);
+    bool whole = entries.has_value();
+    for (const QFileInfo& entry : entries.value_or(QList<QFileInfo>())) {
         const bool removed = isRealFolder(entry) ? remove(entry.filePath()) : QFile::remove(entry.filePath());
         whole = removed && whole;
     }

@@ -99,6 +99,21 @@ struct CloseArchive
     void operator()(void* archive) const { zipClose(archive, nullptr); }
 };
 
+zlib_filefunc64_def functionsOfMinizip()
+{
+    zlib_filefunc64_def functions{};
+    fill_fopen64_filefunc(&functions);
+    return functions;
+}
+
+/// Where the file is written; notes a failure, which minizip would write into the archive as a position.
+ZPOS64_T tell(void* hasFailed, void* stream)
+{
+    const ZPOS64_T position = functionsOfMinizip().ztell64_file(nullptr, stream);
+    *static_cast<bool*>(hasFailed) |= static_cast<qint64>(position) < 0;
+    return position;
+}
+
 /// Makes sure that the content of a closed file is on disk, before its name is given to it.
 bool isOnDisk(const QByteArray& fileName)
 {
@@ -110,6 +125,8 @@ bool isOnDisk(const QByteArray& fileName)
 /// it, and what was there stays.
 class NewArchive
 {
+    Q_DISABLE_COPY(NewArchive)
+
 public:
     explicit NewArchive(const QString& path)
         : m_path(QFile::encodeName(path))
@@ -118,8 +135,11 @@ public:
     {
         const QFileInfo old(path);
         const bool mayReplace = !old.exists() || old.isFile();
+        zlib_filefunc64_def functions = functionsOfMinizip();
+        functions.opaque = &m_hasFailed;
+        functions.ztell64_file = &tell;
         if (mayReplace && m_folder.isValid())
-            m_archive.reset(zipOpen(m_newPath.constData(), APPEND_STATUS_CREATE));
+            m_archive.reset(zipOpen2_64(m_newPath.constData(), APPEND_STATUS_CREATE, nullptr, &functions));
     }
 
     /// Null when it cannot be written.
@@ -128,7 +148,7 @@ public:
     /// Puts the complete archive into its place.
     bool finish()
     {
-        return zipClose(m_archive.release(), nullptr) == ZIP_OK && isOnDisk(m_newPath)
+        return zipClose(m_archive.release(), nullptr) == ZIP_OK && !m_hasFailed && isOnDisk(m_newPath)
                && std::rename(m_newPath.constData(), m_path.constData()) == 0;
     }
 
@@ -136,6 +156,7 @@ private:
     const QByteArray m_path;
     const QTemporaryDir m_folder;
     const QByteArray m_newPath;
+    bool m_hasFailed = false; ///< before the archive, which is closed with it
     std::unique_ptr<void, CloseArchive> m_archive;
 };
 

@@ -8,6 +8,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 #include <fcntl.h>
@@ -17,17 +18,16 @@ namespace TEKLUVA::FileTree {
 
 namespace {
 
-/// All entries of a folder, hidden ones and broken links included. A list, because the folder changes
-/// meanwhile.
-QList<QFileInfo> entriesOf(const QString& folder)
+/// All entries of a folder, hidden ones and broken links included; nothing when it cannot be read to its end,
+/// which Qt's iterator takes for its end. A list, because the folder changes meanwhile.
+std::optional<QList<QFileInfo>> entriesOf(const QString& folder)
 {
+    std::error_code error;
+    std::filesystem::directory_iterator walk(QFile::encodeName(folder).toStdString(), error);
     QList<QFileInfo> entries;
-    QDirIterator walk(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    while (walk.hasNext()) {
-        walk.next();
-        entries << walk.fileInfo();
-    }
-    return entries;
+    for (; !error && walk != std::filesystem::directory_iterator(); walk.increment(error))
+        entries << QFileInfo(QFile::decodeName(walk->path().c_str()));
+    return error ? std::nullopt : std::make_optional(entries);
 }
 
 bool isRealFolder(const QFileInfo& entry)
@@ -144,10 +144,10 @@ bool copyEntry(const QFileInfo& entry, const QString& target, const CopiesInto& 
 
 bool copyEntries(const QString& source, const QString& target, Walk& walk)
 {
-    bool whole = true;
-    const QList<QFileInfo> entries = entriesOf(source); // before the new folder, which may lie among them
+    const auto entries = entriesOf(source); // before the new folder, which may lie among them
     const CopiesInto folder(target);
-    for (const QFileInfo& entry : entries)
+    bool whole = entries.has_value();
+    for (const QFileInfo& entry : entries.value_or(QList<QFileInfo>()))
         whole = copyEntry(entry, target + QLatin1Char('/') + entry.fileName(), folder, walk) && whole;
     return whole;
 }
@@ -193,8 +193,9 @@ bool remove(const QString& path)
     const QString folder = QDir(path).absolutePath();
     if (QFileInfo(folder).isSymLink())
         return QFile::remove(folder);
-    bool whole = true;
-    for (const QFileInfo& entry : entriesOf(folder)) {
+    const auto entries = entriesOf(folder);
+    bool whole = entries.has_value();
+    for (const QFileInfo& entry : entries.value_or(QList<QFileInfo>())) {
         const bool removed = isRealFolder(entry) ? remove(entry.filePath()) : QFile::remove(entry.filePath());
         whole = removed && whole;
     }

@@ -5,6 +5,8 @@
 
 #include <QMutexLocker>
 
+#include <new>
+
 namespace TEKLUVA {
 
 namespace {
@@ -19,6 +21,20 @@ QPointer<SettingsFile> storeOf(const QPointer<SettingsFile>& store, QMutex& lock
 {
     const QMutexLocker locked(&lock);
     return store;
+}
+
+/// What \p query answers about the store, under its lock. Empty without a store.
+template <typename Query>
+auto ask(const QPointer<SettingsFile>& store, QMutex& lock, Query&& query) -> decltype(query(*store))
+{
+    if (!store)
+        return {};
+    const QMutexLocker locked(&lock);
+    try {
+        return query(*store);
+    } catch (const std::bad_alloc&) {
+        return {}; // what a damaged value in the file claims to need
+    }
 }
 
 } // namespace
@@ -46,28 +62,23 @@ void Settings::openSettingsFile(const QString& path, QSettings::Format format, Q
 
 QVariant Settings::getSetting(const QString& group, const QString& key) const
 {
-    if (!m_store)
-        return QVariant();
-    const QMutexLocker lock(&m_lock);
-    m_store->refresh();
-    return m_store->valueOf(group, key);
+    return ask(m_store, m_lock, [&](SettingsFile& store) {
+        store.refresh();
+        return store.valueOf(group, key);
+    });
 }
 
 QVariantMap Settings::getSettings(const QString& group) const
 {
-    if (!m_store)
-        return QVariantMap();
-    const QMutexLocker lock(&m_lock);
-    m_store->refresh();
-    return m_store->valuesOf(group);
+    return ask(m_store, m_lock, [&](SettingsFile& store) {
+        store.refresh();
+        return store.valuesOf(group);
+    });
 }
 
 bool Settings::hasSetting(const QString& group, const QString& key) const
 {
-    if (!m_store)
-        return false;
-    const QMutexLocker lock(&m_lock);
-    return m_store->hasKey(group, key);
+    return ask(m_store, m_lock, [&](SettingsFile& store) { return store.hasKey(group, key); });
 }
 
 void Settings::setSetting(const QString& group, const QString& key, const QVariant& value)
@@ -110,26 +121,17 @@ bool Settings::hasSettingGroup(const QString& group) const
 
 QStringList Settings::getAllGroups() const
 {
-    if (!m_store)
-        return QStringList();
-    const QMutexLocker lock(&m_lock);
-    return m_store->groupsOf(QString());
+    return ask(m_store, m_lock, [](SettingsFile& store) { return store.groupsOf(QString()); });
 }
 
 QStringList Settings::getAllGroupMembers(const QString& group) const
 {
-    if (!m_store)
-        return QStringList();
-    const QMutexLocker lock(&m_lock);
-    return m_store->keysOf(group);
+    return ask(m_store, m_lock, [&group](SettingsFile& store) { return store.keysOf(group); });
 }
 
 bool Settings::hasPendingChanges() const
 {
-    if (!m_store)
-        return false;
-    const QMutexLocker lock(&m_lock);
-    return m_store->isPending();
+    return ask(m_store, m_lock, [](SettingsFile& store) { return store.isPending(); });
 }
 
 void Settings::change(const QList<SettingsChange>& changes)

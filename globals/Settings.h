@@ -18,7 +18,8 @@ struct SettingsChange;
 /// Each change is on disk when the call returns. On a disk without room the file stays whole, an error goes
 /// to the active log, and the change stays pending: it is seen by reads of this process and written with the
 /// next access that finds room. A single value is read after taking over what other processes have written;
-/// the other queries answer from memory.
+/// the other queries answer from memory. A file with a damaged value that claims more memory than there is
+/// reads as empty and stays as it is, with all changes pending.
 ///
 /// Thread-safe, except openSettingsFile(). Receivers of the active log's contentChanged() may use the store.
 ///

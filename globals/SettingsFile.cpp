@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <new>
 
 #include <sys/stat.h>
 
@@ -135,7 +136,7 @@ QVariant SettingsFile::valueOf(const QString& group, const QString& key)
     if (!m_pending.isEmpty())
         return withPending().value(fullKey(group, key));
     const GroupScope scope(*this, group);
-    return value(key);
+    return soundValue(key);
 }
 
 bool SettingsFile::hasKey(const QString& group, const QString& key)
@@ -157,7 +158,7 @@ QVariantMap SettingsFile::valuesOf(const QString& group)
     }
     const GroupScope scope(*this, group);
     for (const QString& key : childKeys())
-        values.insert(key, value(key));
+        values.insert(key, soundValue(key));
     return values;
 }
 
@@ -202,14 +203,48 @@ bool SettingsFile::writePending()
         addedBytes += SettingsGuard::sizeInFile(change.group, change.key, change.value.value_or(QVariant()));
     if (!SettingsGuard::hasRoom(fileName(), addedBytes))
         return false;
+    try {
+        if (!writeToFile())
+            return false;
+    } catch (const std::bad_alloc&) {
+        return false; // what a damaged value in the file claims to need; a destructor may be waiting for us
+    }
+    m_pending.clear();
+    return true;
+}
+
+bool SettingsFile::writeToFile()
+{
+    dropUnsound();
     for (const SettingsChange& change : m_pending)
         apply(change);
     SettingsGuard::removeAbandonedLock(fileName());
     sync();
-    if (status() != NoError && stillFails())
-        return false;
-    m_pending.clear();
-    return true;
+    return status() == NoError || !stillFails();
+}
+
+void SettingsFile::dropUnsound()
+{
+    sync(); // so that what others have written is looked at as well
+    const QStringList keys = allKeys();
+    Values sound;
+    for (const QString& key : keys) {
+        if (contains(key) && SettingsGuard::isSound(value(key)))
+            sound.insert(key, value(key));
+    }
+    if (sound.size() == keys.size())
+        return;
+    // All anew, because a key such as "/a//b" is read from a damaged file but can be neither asked for nor
+    // removed.
+    clear();
+    for (auto entry = sound.begin(); entry != sound.end(); ++entry)
+        setValue(entry.key(), *entry);
+}
+
+QVariant SettingsFile::soundValue(const QString& key) const
+{
+    const QVariant found = value(key);
+    return SettingsGuard::isSound(found) ? found : QVariant();
 }
 
 bool SettingsFile::stillFails() const
@@ -233,8 +268,12 @@ void SettingsFile::apply(const SettingsChange& change)
 SettingsFile::Values SettingsFile::withPending() const
 {
     Values values;
-    for (const QString& key : allKeys())
-        values.insert(key, value(key));
+    try {
+        for (const QString& key : allKeys())
+            values.insert(key, soundValue(key));
+    } catch (const std::bad_alloc&) {
+        values.clear(); // the file cannot be read
+    }
     for (const SettingsChange& change : m_pending)
         applyTo(values, change);
     return values;

@@ -69,7 +69,12 @@ private:
 
     void keepPending(const SettingsChange& change);
     bool writePending();
+    bool writeToFile();
+    /// Leaves out of the file what must not be written again, see SettingsGuard::isSound().
+    void dropUnsound();
     bool stillFails() const;
+    /// The value of \p key in the current group; invalid for one that cannot be used.
+    QVariant soundValue(const QString& key) const;
     void apply(const SettingsChange& change);
     Values withPending() const;
 

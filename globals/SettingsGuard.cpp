@@ -1,11 +1,13 @@
 #include "globals/SettingsGuard_p.h"
 
 #include <QDataStream>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
 #include <QThread>
+#include <QTimeZone>
 
 #include <cerrno>
 #include <cstdlib>
@@ -116,6 +118,14 @@ void removeAbandonedLock(const QString& settingsFile)
     QThread::msleep(50);
     if (isUnreadable(lock))
         lock.removeStaleLockFile(); // only if nobody holds it
+}
+
+bool isSound(const QVariant& value)
+{
+    if (value.userType() != QMetaType::QDateTime)
+        return true;
+    const QDateTime time = value.toDateTime();
+    return time.timeSpec() != Qt::TimeZone || time.timeZone().isValid();
 }
 
 } // namespace TEKLUVA::SettingsGuard

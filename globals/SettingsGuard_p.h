@@ -3,9 +3,9 @@
 #include <QString>
 #include <QVariant>
 
-/// Two faults of Qt's writer for INI files, measured on real machines, and what keeps our users' settings
-/// from inheriting them. Both calls belong right before a QSettings::sync() that has something
-/// to write.
+/// Faults of Qt's INI files, measured on real machines, and what keeps our users' settings from inheriting
+/// them. hasRoom() and removeAbandonedLock() belong right before a QSettings::sync() that has something to
+/// write.
 namespace TEKLUVA::SettingsGuard {
 
 /// On a full disk QSettings puts an empty or cut file in the place of the good one and reports success,
@@ -24,5 +24,9 @@ qint64 sizeInFile(const QString& group, const QString& key, const QVariant& valu
 /// itself, but one without content makes the next writer wait for half a minute. So a lock file is removed
 /// that nobody holds and that has no content.
 void removeAbandonedLock(const QString& settingsFile);
+
+/// Whether \p value, as Qt has read it, can be used. A damaged date becomes one in a time zone that is none,
+/// and whoever compares or writes it ends the process. Dates in lists are stored without a zone.
+[[nodiscard]] bool isSound(const QVariant& value);
 
 } // namespace TEKLUVA::SettingsGuard

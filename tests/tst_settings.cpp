@@ -192,6 +192,21 @@ private Q_SLOTS:
         QCOMPARE(content(), QByteArray("[G]\nk=3\n"));
     }
 
+    void aDamagedValueHarmsNobody_data() { TestData::addRows("settings-damaged.txt", {"lines", "written"}); }
+    void aDamagedValueHarmsNobody()
+    {
+        const auto text = [](const char* column) {
+            return TestData::field(column).replace("~"_q, "\n"_q).toLatin1() + '\n';
+        };
+        QVERIFY(write(FILE_NAME, text("lines")));
+        init();
+        QVERIFY(!m_settings->getSetting("G"_q, "d"_q).isValid());
+        QVERIFY(!m_settings->getSettings("G"_q).value("d"_q).isValid());
+        m_settings->setSetting("N"_q, "n"_q, 1);
+        QCOMPARE(m_settings->getSetting("N"_q, "n"_q).toInt(), 1);
+        QCOMPARE(content().replace("\n\n", "\n"), text("written"));
+    }
+
     void anAbandonedLockFileHoldsNobodyUp()
     {
         const QByteArray host = QSysInfo::machineHostName().toLocal8Bit();

@@ -16,18 +16,6 @@
 
 using namespace TEKLUVA;
 
-namespace {
-
-/// Lets a test speak to the handler as the engine does.
-class Speaker : public MessageHandler
-{
-public:
-    using MessageHandler::handleMessage;
-    using MessageHandler::MessageHandler;
-};
-
-} // namespace
-
 class SystemTest : public QObject
 {
     Q_OBJECT
@@ -40,13 +28,12 @@ private Q_SLOTS:
     void messagesBecomeEntries()
     {
         TestLog::ActiveLog active;
-        Speaker handler(nullptr);
+        MessageHandler handler(nullptr);
         const auto type = QtMsgType(TestData::field("type").toInt());
-        handler.handleMessage(type, TestData::field("description"), QUrl(), QSourceLocation());
+        handler.message(type, TestData::field("description"), QUrl(), QSourceLocation());
         QCOMPARE(active.entries().join("; "_q), TestData::field("entry"));
         LogManager::getInstance()->setActiveLog(nullptr);
-        handler.handleMessage(type, TestData::field("description"), QUrl(),
-                              QSourceLocation(QUrl("a:b"_q), 3));
+        handler.message(type, TestData::field("description"), QUrl(), QSourceLocation(QUrl("a:b"_q), 3));
         LogManager::getInstance()->restorePreviousLog();
         QVERIFY(active.entries().count() <= 1);
     }

@@ -1,0 +1,282 @@
+// What scripts/soak runs: the file operations of the library, each with what must hold behind it, whatever
+// fails.
+//
+//     soak faults [EXCEPT]   once, between the system calls access("soak-begin") and access("soak-end")
+//     soak full              with room for 0, 512, 1024, ... bytes in each file
+//     soak cycles            opens what cannot be opened, two thousand times, and looks for lost memory and
+//     files soak threads           eight threads at once soak write FILE        writes two settings that are
+//     always equal, until it is killed soak check FILE        whether they are
+
+#include "tests/FullDisk.h"
+#include "tests/TestData.h"
+#include "tests/TestHome.h"
+#include "tests/TestLog.h"
+
+#include "globals/ConfigManager.h"
+#include "globals/DataFileCreator.h"
+#include "globals/DataFileReader.h"
+#include "globals/Exception.h"
+#include "globals/PresetManager.h"
+#include "globals/StateHandler.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <thread>
+
+#include <malloc.h>
+#include <unistd.h>
+
+using namespace TEKLUVA;
+
+namespace {
+
+const QByteArray OLD(3000, 'o');
+const QByteArray NEW(9000, 'n');
+const QByteArray SETTINGS = "[G]\nk=old\n";
+const QString PASSWORD = "house-planner!"_q;
+
+bool put(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+QByteArray get(const QString& path)
+{
+    return TestData::contentOf(path);
+}
+
+/// Whether the file is the new one, or also the old one where nobody \p claims the new one.
+bool isWhole(const QString& path, const QByteArray& old, const QByteArray& fresh, bool claims)
+{
+    const QByteArray content = get(path);
+    return content == fresh || (!claims && content == old);
+}
+
+QByteArray entryOf(const QString& archive)
+{
+    return DataFileReader(archive, PASSWORD).getContentOfArchivedFile("entry");
+}
+
+bool changeSetting()
+{
+    Settings settings("settings.ini"_q, QSettings::IniFormat, nullptr);
+    settings.setSetting("G"_q, "k"_q, "new"_q);
+    return !settings.hasPendingChanges();
+}
+
+/// Wherever the log lies: its folder may be the fault.
+QString logPath = "soak.log"_q;
+
+bool logLine()
+{
+    Log log("soak", true);
+    log.logStatusMessage("new", "", 0);
+    logPath = QString::fromStdString(log.getFilePath());
+    return log.getEntry(0)->isWritten();
+}
+
+bool readPresets()
+{
+    try {
+        PresetManager::getInstance()->fillNameMap();
+        PresetManager::getInstance()->readFile("presets.dat"_q);
+        return PresetManager::getPreset(E_PV_ROOM_HEIGHT).toInt() == 260;
+    } catch (const Exception&) {
+        return false;
+    }
+}
+
+ConfigManager& config()
+{
+    return *ConfigManager::getInstance();
+}
+
+/// What is done, with the answer whether it succeeded, and what must hold behind it.
+struct Operation
+{
+    const char* name;
+    bool (*succeeds)();
+    bool (*holds)(bool claims);
+};
+
+const Operation OPERATIONS[] = {
+    {"settings", changeSetting,
+     [](bool claims) { return isWhole("settings.ini"_q, SETTINGS, "[G]\nk=new\n", claims); }},
+    {"log", logLine,
+     [](bool claims) {
+         const QByteArray line = get(logPath);
+         return claims ? line.endsWith("  new\r\n") : line.isEmpty();
+     }},
+    {"read", [] { return DataFileReader("block"_q, PASSWORD).getFileContent() == NEW; },
+     [](bool) { return true; }},
+    {"read archive", [] { return entryOf("old.zip"_q) == OLD; }, [](bool) { return true; }},
+    {"write", [] { return config().writeDataToFile("data"_q, NEW, false); },
+     [](bool claims) { return isWhole("data"_q, OLD, NEW, claims); }},
+    {"append", [] { return config().writeDataToFile("record"_q, NEW, true); },
+     [](bool claims) { return isWhole("record"_q, OLD, OLD + NEW, claims); }},
+    {"archive",
+     [] {
+         return DataFileCreator().createArchivFromData({{"entry"_q, NEW}}, "new.zip"_q, PASSWORD);
+     },
+     [](bool claims) { return entryOf("new.zip"_q) == NEW || (!claims && entryOf("new.zip"_q) == OLD); }},
+    {"copy", [] { return config().copyDirectory("from"_q, "to"_q, true, false, {}); },
+     [](bool claims) {
+         return isWhole("to/a"_q, {}, NEW, claims) && isWhole("to/sub/b"_q, {}, OLD, claims);
+     }},
+    {"presets", readPresets, [](bool) { return true; }},
+};
+
+/// The files that the operations work on, as they are before.
+bool prepare()
+{
+    const DataFileCreator creator;
+    QDir("to"_q).removeRecursively();
+    QFile::remove(logPath);
+    return QDir().mkpath("from/sub"_q) && QDir().mkpath("to"_q) && put("from/a"_q, NEW)
+           && put("from/sub/b"_q, OLD) && put("settings.ini"_q, SETTINGS) && put("data"_q, OLD)
+           && put("record"_q, OLD) && put("block"_q, creator.encryptData(NEW, PASSWORD))
+           && put("presets.dat"_q, PresetManager::protectedContent("room_height=260\n"))
+           && creator.createArchivFromData({{"entry"_q, OLD}}, "old.zip"_q, PASSWORD)
+           && creator.createArchivFromData({{"entry"_q, OLD}}, "new.zip"_q, PASSWORD);
+}
+
+/// The operation that is left out.
+std::string excepted;
+
+template <typename Fault>
+bool survives(Fault&& fault)
+{
+    bool isGood = prepare();
+    std::vector<bool> claims;
+    fault([&claims] {
+        for (const Operation& operation : OPERATIONS)
+            claims.push_back(operation.name != excepted && operation.succeeds());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    });
+    for (std::size_t i = 0; i < claims.size(); ++i) {
+        if (OPERATIONS[i].name == excepted || OPERATIONS[i].holds(claims[i]))
+            continue;
+        static_cast<void>(std::fprintf(stderr, "broken, %s: %s\n", claims[i] ? "claims success" : "fails",
+                                       OPERATIONS[i].name));
+        isGood = false;
+    }
+    static_cast<void>(std::printf("%td of %zu operations fail\n",
+                                  std::count(claims.begin(), claims.end(), false), claims.size()));
+    return isGood;
+}
+
+bool faults()
+{
+    return survives([](auto&& work) {
+        static_cast<void>(access("soak-begin", F_OK));
+        work();
+        static_cast<void>(access("soak-end", F_OK));
+    });
+}
+
+bool full()
+{
+    bool isGood = true;
+    for (rlim_t room = 0; room <= rlim_t(24) * 512; room += 512) {
+        isGood &= survives([room](auto&& work) {
+            const FullDisk disk(room);
+            work();
+        });
+    }
+    return isGood;
+}
+
+bool cycles()
+{
+    const QString nowhere = "/proc/none/file"_q;
+    using Files = std::filesystem::directory_iterator;
+    const auto used = [] {
+        const auto files = std::distance(Files("/proc/self/fd"), Files());
+        return std::make_pair(files, ssize_t(mallinfo2().uordblks));
+    };
+    if (!prepare() || !put("damaged.zip"_q, get("old.zip"_q).replace("PK\1\2", "PX\1\2")))
+        return false;
+    auto before = used();
+    for (int i = 0; i < 2000; ++i) {
+        if (i == 1000) // behind all that is made once
+            before = used();
+        for (const QString& path : {nowhere, "."_q, "damaged.zip"_q}) {
+            const DataFileReader reader(path, PASSWORD);
+            reader.getFileContent();
+            reader.getListOfArchivedFiles();
+            DataFileCreator().createArchivFromFiles({path}, nowhere, PASSWORD);
+            config().writeDataToFile(nowhere, NEW, false);
+            config().copyDirectory(path, nowhere, true, false, {});
+            Settings(nowhere, QSettings::IniFormat, nullptr).setSetting("G"_q, "k"_q, 1);
+            Log("no/where", true).logStatusMessage("lost", "", 0);
+        }
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    const auto after = used();
+    std::printf("%zd files and %zd bytes more\n", after.first - before.first, after.second - before.second);
+    return after.first <= before.first && after.second - before.second < 1000; // not a byte for each
+}
+
+bool threads()
+{
+    Settings settings("settings.ini"_q, QSettings::IniFormat, nullptr);
+    TestLog::ActiveLog active;
+    StateHandler& states = *StateHandler::getInstance();
+    states.newProcess("soak"_q, true, true);
+    std::vector<std::thread> workers;
+    for (int worker = 0; worker < 8; ++worker) {
+        workers.emplace_back([&, worker] {
+            const QString name = QString::number(worker);
+            states.addProgressStep(name, ProgressStep::E_PRT_TRANSFER, name, name, false,
+                                   ProgressStep::E_PS_RUNNING);
+            for (unsigned int i = 1; i <= 50; ++i) {
+                settings.setSetting(name, "i"_q, i);
+                active.log().logStatusMessage(name.toStdString(), "", 0);
+                states.setCurrentProgressBarStep(name, i);
+                states.setAbort();
+                static_cast<void>(states.wasAborted() && settings.getAllGroups().isEmpty());
+            }
+        });
+    }
+    for (std::thread& worker : workers)
+        worker.join();
+    return active.log().getEntryCount() == 400 && settings.getAllGroups().count() == 8;
+}
+
+bool write(const QString& path)
+{
+    Settings settings(path, QSettings::IniFormat, nullptr);
+    for (int i = 1;; ++i)
+        settings.setSettings("G"_q, {{"a"_q, i}, {"b"_q, i}, {"kept"_q, QString(2000, QLatin1Char('k'))}});
+}
+
+bool check(const QString& path)
+{
+    const QVariantMap values = Settings(path, QSettings::IniFormat, nullptr).getSettings("G"_q);
+    return values.value("a"_q) == values.value("b"_q) && values.value("kept"_q).toString().size() == 2000;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QString file = argc > 2 ? QFileInfo(QString::fromLocal8Bit(argv[2])).absoluteFilePath() : QString();
+    const std::map<std::string, std::function<bool()>> parts = {
+        {"faults", faults},
+        {"full", full},
+        {"cycles", cycles},
+        {"threads", threads},
+        {"write", [&file] { return write(file); }},
+        {"check", [&file] { return check(file); }},
+    };
+    excepted = argc > 2 ? argv[2] : "";
+    const TestHome::Home home;
+    const QCoreApplication application(argc, argv);
+    TestHome::nameApplication();
+    const auto part = parts.find(argc > 1 ? argv[1] : "");
+    return part != parts.end() && part->second() ? 0 : 1;
+}

@@ -12,6 +12,7 @@
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
 
+// NOLINTNEXTLINE(readability-non-const-parameter): Qt and libFuzzer write to it
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
 {
     static const TestHome::Home home;

@@ -9,7 +9,7 @@ using namespace TEKLUVA;
 namespace {
 
 /// What an entry may claim, so that a run is not spent on the making of large buffers.
-constexpr quint64 LARGEST_ENTRY = 1024 * 1024;
+constexpr quint64 LARGEST_ENTRY = 1 << 20;
 
 } // namespace
 

@@ -14,7 +14,8 @@ void fuzz(const QByteArray& input)
     const ConfigManager& config = *ConfigManager::getInstance();
     for (const quint16 depth : {quint16(1), quint16(4), quint16(65535)}) {
         const auto result = config.compareVersion(first, second, depth);
-        const auto swapped = config.compareVersion(second, first, depth);
+        const auto swapped =
+            config.compareVersion(second, first, depth); // NOLINT(readability-suspicious-call-argument)
         require((result == E_VC_LOWER) == (swapped == E_VC_HIGHER));
         require((result == E_VC_EQUAL) == (swapped == E_VC_EQUAL));
     }

@@ -203,7 +203,7 @@ private Q_SLOTS:
         QVERIFY(!m_settings->getSetting("G"_q, "d"_q).isValid());
         QVERIFY(!m_settings->getSettings("G"_q).value("d"_q).isValid());
         m_settings->setSetting("N"_q, "n"_q, 1);
-        QCOMPARE(m_settings->getSetting("N"_q, "n"_q).toInt(), 1);
+        QCOMPARE(m_settings->getSettings("N"_q).value("n"_q).toInt(), 1);
         QCOMPARE(content().replace("\n\n", "\n"), text("written"));
     }
 

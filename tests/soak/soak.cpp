@@ -127,6 +127,8 @@ const Operation OPERATIONS[] = {
      [](bool claims) {
          return isWhole("to/a"_q, {}, NEW, claims) && isWhole("to/sub/b"_q, {}, OLD, claims);
      }},
+    {"move", [] { return config().copyDirectory("away"_q, "to"_q, true, true, {}); },
+     [](bool claims) { return get("to/c"_q) == NEW || (!claims && get("away/c"_q) == NEW); }},
     {"presets", readPresets, [](bool) { return true; }},
 };
 
@@ -136,9 +138,10 @@ bool prepare()
     const DataFileCreator creator;
     QDir("to"_q).removeRecursively();
     QFile::remove(logPath);
-    return QDir().mkpath("from/sub"_q) && QDir().mkpath("to"_q) && put("from/a"_q, NEW)
-           && put("from/sub/b"_q, OLD) && put("settings.ini"_q, SETTINGS) && put("data"_q, OLD)
-           && put("record"_q, OLD) && put("block"_q, creator.encryptData(NEW, PASSWORD))
+    return QDir().mkpath("from/sub"_q) && QDir().mkpath("to"_q) && QDir().mkpath("away"_q)
+           && put("away/c"_q, NEW) && put("from/a"_q, NEW) && put("from/sub/b"_q, OLD)
+           && put("settings.ini"_q, SETTINGS) && put("data"_q, OLD) && put("record"_q, OLD)
+           && put("block"_q, creator.encryptData(NEW, PASSWORD))
            && put("presets.dat"_q, PresetManager::protectedContent("room_height=260\n"))
            && creator.createArchivFromData({{"entry"_q, OLD}}, "old.zip"_q, PASSWORD)
            && creator.createArchivFromData({{"entry"_q, OLD}}, "new.zip"_q, PASSWORD);

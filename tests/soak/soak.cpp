@@ -1,11 +1,18 @@
 // What scripts/soak runs: the file operations of the library, each with what must hold behind it, whatever
 // fails.
 //
-//     soak faults [EXCEPT]   once, between the system calls access("soak-begin") and access("soak-end")
-//     soak full              with room for 0, 512, 1024, ... bytes in each file
-//     soak cycles            opens what cannot be opened, two thousand times, and looks for lost memory and
-//     files soak threads           eight threads at once soak write FILE        writes two settings that are
-//     always equal, until it is killed soak check FILE        whether they are
+//     soak faults [EXCEPT]
+//         once, between the system calls access("soak-begin") and access("soak-end")
+//     soak full
+//         with room for 0, 512, 1024, ... bytes in each file
+//     soak cycles
+//         opens what cannot be opened, two thousand times, and looks for lost memory and files
+//     soak threads
+//         eight threads at once
+//     soak write FILE
+//         writes two settings that are always equal, until it is killed
+//     soak check FILE
+//         whether they are
 
 #include "tests/FullDisk.h"
 #include "tests/TestData.h"

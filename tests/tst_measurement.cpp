@@ -7,11 +7,11 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTranslator>
 
 #include <cmath>
-#include <random>
 
 using namespace TEKLUVA;
 
@@ -121,9 +121,9 @@ private Q_SLOTS:
 
     void writesTheDigitsOfQt()
     {
-        std::mt19937_64 random(1);
+        QRandomGenerator random(1);
         for (int i = 0; i < 100000; ++i) {
-            const double quarters = double(qint64(random() % 2000001) - 1000000) / 4; // halves of a decimal
+            const double quarters = random.bounded(-1000000, 1000001) / 4.0; // halves of a decimal
             const double nearHalf = quarters / 25 + 0.05;
             for (const double value :
                  {quarters, nearHalf, std::nextafter(nearHalf, 0), nearHalf * 1e11, -0.0}) {

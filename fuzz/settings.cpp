@@ -9,8 +9,8 @@ using namespace TEKLUVA;
 /// A settings file that somebody has edited, and a write to it.
 void fuzz(const QByteArray& input)
 {
-    // Qt ends the process itself when it reads a pen or a bitmap from damaged bytes. We store none.
-    if (input.contains("@Variant("))
+    // Qt ends the process itself when it reads a pen or a bitmap from damaged bytes. We store dates only.
+    if (input.contains("@Variant(") || input.count("@DateTime(") != input.count(R"(@DateTime(\0\0\0\x10\0)"))
         return;
     // Another name each time, because Qt remembers what it has read.
     static int number = 0;

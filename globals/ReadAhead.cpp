@@ -132,7 +132,6 @@ private:
     {
         // From a multiple of its size, because the directory is looked for from the end backwards.
         window.begin = m_position - m_position % Window::SIZE;
-        window.size = 0;
         const auto size = static_cast<std::size_t>(std::min(Window::SIZE, m_size - window.begin));
         const auto count =
             unlessInterrupted([&] { return pread(m_descriptor, window.bytes.data(), size, window.begin); });

@@ -226,8 +226,11 @@ private Q_SLOTS:
         QTRY_COMPARE(messages.size(), 3);
         QVERIFY2(clock.elapsed() >= 55, QByteArray::number(clock.elapsed()));
         QCOMPARE(messages[2], QVariantList({QString(), QVariant::fromValue(E_ST_NONE), 1}));
+        states()->newStatusMessage("short"_q, E_ST_ERROR, 60);
+        states()->clear(); // with its time
+        states()->newStatusMessage("stays"_q, E_ST_ERROR, 0);
         QTest::qWait(80);
-        QCOMPARE(messages.size(), 3);
+        QCOMPARE(messages.size(), 6);
     }
 
     void hearsAClickOnlyWhereThereIsAButton()

@@ -82,10 +82,12 @@ struct Walk
     QStringList copied; ///< sources that are to be removed
 };
 
+/// Broken links included.
 bool exists(const QString& path)
 {
-    const QFileInfo info(path);
-    return info.exists() || info.isSymLink();
+    std::error_code error;
+    const std::filesystem::path entry(QFile::encodeName(path).toStdString());
+    return std::filesystem::exists(std::filesystem::symlink_status(entry, error));
 }
 
 bool copyFile(const QString& source, const QString& target, const CopiesInto& folder, Walk& walk)

@@ -39,11 +39,15 @@ bool isPercentage(ProgressStep::E_ProgressType type)
     return type == ProgressStep::E_PRT_PERCENT || type == ProgressStep::E_PRT_PERCENT_ALT;
 }
 
-/// Stores \p value; false when it was there already.
+/// Stores \p value; false when it was there already. Only one thread at a time does so, which is why this need
+/// not be one operation.
 template <typename Field, typename Value>
 bool store(std::atomic<Field>& field, Value value)
 {
-    return field.exchange(value) != value;
+    if (field.load(std::memory_order_relaxed) == value)
+        return false;
+    field.store(value, std::memory_order_release);
+    return true;
 }
 
 } // namespace

@@ -39,8 +39,8 @@ bool isPercentage(ProgressStep::E_ProgressType type)
     return type == ProgressStep::E_PRT_PERCENT || type == ProgressStep::E_PRT_PERCENT_ALT;
 }
 
-/// Stores \p value; false when it was there already. Only one thread at a time does so, which is why this need
-/// not be one operation.
+/// Stores \p value; false when it was there already. Only one thread at a time does so, which is why this
+/// need not be one operation.
 template <typename Field, typename Value>
 bool store(std::atomic<Field>& field, Value value)
 {

@@ -10,29 +10,41 @@
 #include <filesystem>
 #include <optional>
 #include <system_error>
+#include <vector>
 
 #include <fcntl.h>
 #include <unistd.h>
 
 namespace TEKLUVA::FileTree {
 
+namespace fs = std::filesystem;
+
 namespace {
+
+fs::path nativePath(const QString& path)
+{
+    return QFile::encodeName(path).toStdString();
+}
+
+using Entries = std::vector<fs::directory_entry>;
 
 /// All entries of a folder, hidden ones and broken links included; nothing when it cannot be read to its end,
 /// which Qt's iterator takes for its end. A list, because the folder changes meanwhile.
-std::optional<QList<QFileInfo>> entriesOf(const QString& folder)
+std::optional<Entries> entriesOf(const fs::path& folder)
 {
     std::error_code error;
-    std::filesystem::directory_iterator walk(QFile::encodeName(folder).toStdString(), error);
-    QList<QFileInfo> entries;
-    for (; !error && walk != std::filesystem::directory_iterator(); walk.increment(error))
-        entries << QFileInfo(QFile::decodeName(walk->path().c_str()));
+    fs::directory_iterator walk(folder, error);
+    Entries entries;
+    for (; !error && walk != fs::directory_iterator(); walk.increment(error))
+        entries.push_back(*walk);
     return error ? std::nullopt : std::make_optional(entries);
 }
 
-bool isRealFolder(const QFileInfo& entry)
+/// Known from reading the folder above: no look at the entry itself.
+bool isRealFolder(const fs::directory_entry& entry)
 {
-    return entry.isDir() && !entry.isSymLink();
+    std::error_code error;
+    return !entry.is_symlink(error) && entry.is_directory(error);
 }
 
 /// Makes whole copies in one folder: each is written under another name, in a folder of its own, until it is
@@ -51,7 +63,7 @@ public:
     {
         std::error_code error;
         return m_beside.isValid()
-               && place(std::filesystem::copy_file(encoded(source), encoded(m_copy), error), target);
+               && place(fs::copy_file(nativePath(source), nativePath(m_copy), error), target);
     }
 
     /// The older file stays until the new one is on disk.
@@ -61,11 +73,10 @@ public:
     }
 
 private:
-    static std::string encoded(const QString& path) { return QFile::encodeName(path).toStdString(); }
-
     bool place(bool isCopied, const QString& target) const
     {
-        const bool isPlaced = isCopied && std::rename(encoded(m_copy).c_str(), encoded(target).c_str()) == 0;
+        const bool isPlaced =
+            isCopied && std::rename(nativePath(m_copy).c_str(), nativePath(target).c_str()) == 0;
         if (!isPlaced)
             QFile::remove(m_copy); // the next copy would find what there is of this one
         return isPlaced;
@@ -86,8 +97,7 @@ struct Walk
 bool exists(const QString& path)
 {
     std::error_code error;
-    const std::filesystem::path entry(QFile::encodeName(path).toStdString());
-    return std::filesystem::exists(std::filesystem::symlink_status(entry, error));
+    return fs::exists(fs::symlink_status(nativePath(path), error));
 }
 
 bool copyFile(const QString& source, const QString& target, const CopiesInto& folder, Walk& walk)
@@ -146,12 +156,29 @@ bool copyEntry(const QFileInfo& entry, const QString& target, const CopiesInto& 
 
 bool copyEntries(const QString& source, const QString& target, Walk& walk)
 {
-    const auto entries = entriesOf(source); // before the new folder, which may lie among them
+    const auto entries = entriesOf(nativePath(source)); // before the new folder, which may lie among them
     const CopiesInto folder(target);
     bool whole = entries.has_value();
-    for (const QFileInfo& entry : entries.value_or(QList<QFileInfo>()))
+    for (const fs::directory_entry& found : entries.value_or(Entries())) {
+        const QFileInfo entry(QFile::decodeName(found.path().c_str()));
         whole = copyEntry(entry, target + QLatin1Char('/') + entry.fileName(), folder, walk) && whole;
+    }
     return whole;
+}
+
+bool removeFolder(const fs::path& folder)
+{
+    const auto entries = entriesOf(folder);
+    if (!entries)
+        return false; // and what is no folder stays
+    bool whole = true;
+    std::error_code error;
+    for (const fs::directory_entry& entry : *entries) {
+        const bool isRemoved =
+            isRealFolder(entry) ? removeFolder(entry.path()) : fs::remove(entry.path(), error);
+        whole = isRemoved && whole;
+    }
+    return fs::remove(folder, error) && whole;
 }
 
 bool removeAll(const QStringList& files)
@@ -195,13 +222,7 @@ bool remove(const QString& path)
     const QString folder = QDir(path).absolutePath();
     if (QFileInfo(folder).isSymLink())
         return QFile::remove(folder);
-    const auto entries = entriesOf(folder);
-    bool whole = entries.has_value();
-    for (const QFileInfo& entry : entries.value_or(QList<QFileInfo>())) {
-        const bool removed = isRealFolder(entry) ? remove(entry.filePath()) : QFile::remove(entry.filePath());
-        whole = removed && whole;
-    }
-    return QDir().rmdir(folder) && whole;
+    return removeFolder(nativePath(folder));
 }
 
 qint64 size(const QString& path)

@@ -91,7 +91,8 @@ std::optional<QByteArray> contentOf(const QString& path)
     auto content = allocate(static_cast<quint64>(file.size()));
     if (!content || file.read(content->data(), content->size()) != content->size())
         return std::nullopt;
-    return content;
+    char more = 0; // a file that grows, or one of the system's that has no size
+    return file.read(&more, 1) > 0 ? std::nullopt : content;
 }
 
 struct CloseArchive

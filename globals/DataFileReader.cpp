@@ -4,7 +4,6 @@
 #include "globals/ReadAhead_p.h"
 
 #include <cryptopp/aes.h>
-#include <cryptopp/modes.h>
 #include <unzip.h>
 
 #include <QFile>
@@ -191,10 +190,15 @@ QByteArray decryptBlock(const QByteArray& block, const QByteArray& password)
 
     const auto* bytes = reinterpret_cast<const CryptoPP::byte*>(block.constData());
     const CryptoPP::SecByteBlock key = deriveKey(password, password.size() / 2);
-    CryptoPP::CBC_Mode<CryptoPP::AES>::Decryption cipher(key, key.size(), bytes + PAD_COUNT_SIZE);
+    const CryptoPP::AES::Decryption cipher(key, key.size());
     QByteArray plain = newBuffer(size);
-    cipher.ProcessData(reinterpret_cast<CryptoPP::byte*>(plain.data()), bytes + HEADER_SIZE,
-                       static_cast<std::size_t>(size));
+    // CBC: to each decrypted block the cipher text before it is added, and before the first one lies the
+    // initialisation vector. Not CBC_Mode, which goes through the blocks backwards, against the processor's
+    // prefetching.
+    cipher.AdvancedProcessBlocks(bytes + HEADER_SIZE, bytes + PAD_COUNT_SIZE,
+                                 reinterpret_cast<CryptoPP::byte*>(plain.data()),
+                                 static_cast<std::size_t>(size),
+                                 CryptoPP::BlockTransformation::BT_AllowParallel);
     plain.truncate(size - padding);
     return plain;
 }

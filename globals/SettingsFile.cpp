@@ -227,13 +227,17 @@ void SettingsFile::dropUnsound()
 {
     sync(); // so that what others have written is looked at as well
     const QStringList keys = allKeys();
+    const auto isUsable = [this](const QString& key) {
+        const QVariant found = value(key);
+        return (found.isValid() || contains(key)) && SettingsGuard::isSound(found);
+    };
+    if (std::all_of(keys.begin(), keys.end(), isUsable))
+        return;
     Values sound;
     for (const QString& key : keys) {
-        if (contains(key) && SettingsGuard::isSound(value(key)))
+        if (isUsable(key))
             sound.insert(key, value(key));
     }
-    if (sound.size() == keys.size())
-        return;
     // All anew, because a key such as "/a//b" is read from a damaged file but can be neither asked for nor
     // removed.
     clear();

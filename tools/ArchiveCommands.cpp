@@ -126,7 +126,7 @@ private:
 };
 
 /// False when an entry was left out; the others are written.
-bool extract(const Archive& archive, const Selection& selection, const Extraction& extraction)
+bool extract(const Archive& archive, const Selection& selection, Extraction& extraction)
 {
     EntryWork work(QStringLiteral("Extracting"), selection.count());
     bool isWhole = true;
@@ -176,7 +176,7 @@ int extractData(const QCommandLineParser& line)
     const PasswordSource password(line, PasswordNeed::Optional);
     const Archive archive(line.positionalArguments().first(), password.read(PasswordUse::Reading));
     const Selection selection(archive, line.positionalArguments().mid(1));
-    const Extraction extraction(line.value(QStringLiteral("to")), line.isSet(QStringLiteral("force")));
+    Extraction extraction(line.value(QStringLiteral("to")), line.isSet(QStringLiteral("force")));
     const bool isWhole = extract(archive, selection, extraction);
     const int exitCode = archive.exitCode();
     return isWhole && selection.isWhole() ? exitCode : Failed;

@@ -71,18 +71,14 @@ Extraction::Extraction(const QString& folder, bool replaces)
         throw Failure(QStringLiteral("folder %1 could not be made").arg(folder));
 }
 
-QString Extraction::extract(const TEKLUVA::ArchivedFile& entry) const
+QString Extraction::extract(const TEKLUVA::ArchivedFile& entry)
 {
     if (QString fault = faultOf(entry.name); !fault.isEmpty())
         return fault;
     const fs::path place = m_folder / entry.name;
     const fs::path folder = place.parent_path(); // of "a/", which is a folder, it is "a"
-    if (!isInside(folder))
-        return QStringLiteral("would lie outside of the folder, through a link");
-    std::error_code error;
-    fs::create_directories(folder, error);
-    if (!fs::is_directory(folder, error))
-        return QStringLiteral("has a folder that could not be made");
+    if (QString fault = faultOfFolder(folder); !fault.isEmpty())
+        return fault;
     if (!place.has_filename())
         return {};
     if (QString obstacle = obstacleAt(place); !obstacle.isEmpty())
@@ -90,6 +86,20 @@ QString Extraction::extract(const TEKLUVA::ArchivedFile& entry) const
     const auto content = entry.content();
     return content ? write(place, *content)
                    : QStringLiteral("could not be read: it is damaged, or the password is wrong");
+}
+
+QString Extraction::faultOfFolder(const fs::path& folder)
+{
+    if (folder.native() == m_lastFolder)
+        return {}; // most entries lie beside the one before, and to look again costs half of the time
+    if (!isInside(folder))
+        return QStringLiteral("would lie outside of the folder, through a link");
+    std::error_code error;
+    fs::create_directories(folder, error);
+    if (!fs::is_directory(folder, error))
+        return QStringLiteral("has a folder that could not be made");
+    m_lastFolder = folder.native();
+    return {};
 }
 
 bool Extraction::isInside(const fs::path& folder) const

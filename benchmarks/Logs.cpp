@@ -8,6 +8,9 @@
 
 #include <QFile>
 
+#include <memory>
+#include <vector>
+
 using namespace TEKLUVA;
 
 namespace {
@@ -54,6 +57,17 @@ void logWithThem(benchmark::State& state)
     });
 }
 
+/// What the line costs whoever has to keep it as well, as the library does.
+void logWithThemAndKeep(benchmark::State& state)
+{
+    std::vector<std::unique_ptr<LogEntry>> kept;
+    Bench::measure(state, [&kept] {
+        theirLog().info(MESSAGE);
+        kept.push_back(std::make_unique<LogEntry>(E_LL_INFO, MESSAGE));
+        return 0;
+    });
+}
+
 /// What an entry takes in memory beside the bytes of its text.
 void measureEntry(benchmark::State& state)
 {
@@ -87,5 +101,6 @@ void Bench::addLogs()
     theirLog();
     addSide("ours", &logWithUs);
     addSide("spdlog", &logWithThem);
+    benchmark::RegisterBenchmark("write one log line/1 thread/spdlog with kept entries", &logWithThemAndKeep);
     benchmark::RegisterBenchmark("keep a log entry/100,000 entries/ours", &measureEntry)->Iterations(1);
 }

@@ -2,6 +2,7 @@
 
 #include "globals/ActiveLog_p.h"
 #include "globals/SettingsFile_p.h"
+#include "globals/SettingsGuard_p.h"
 
 #include <QMutexLocker>
 
@@ -15,6 +16,22 @@ namespace {
 bool isEmptyKey(const QString& key)
 {
     return key.count(QLatin1Char('/')) == key.size();
+}
+
+/// Without what must not be stored, which is logged.
+QList<SettingsChange> soundOnes(const QList<SettingsChange>& changes)
+{
+    QList<SettingsChange> sound;
+    for (const SettingsChange& change : changes) {
+        if (!change.value || SettingsGuard::isSound(*change.value))
+            sound << change;
+        else
+            logError(
+                QStringLiteral(
+                    "The setting %1 in the group %2 has a time in an unknown time zone. It was not stored.")
+                    .arg(change.key, change.group));
+    }
+    return sound;
 }
 
 QPointer<SettingsFile> storeOf(const QPointer<SettingsFile>& store, QMutex& lock)
@@ -138,11 +155,12 @@ void Settings::change(const QList<SettingsChange>& changes)
 {
     if (!m_store)
         return;
+    const QList<SettingsChange> sound = soundOnes(changes);
     bool written = false;
     QString file;
     {
         const QMutexLocker lock(&m_lock);
-        written = m_store->change(changes);
+        written = m_store->change(sound);
         file = m_store->fileName();
     }
     // Reported after the lock is free, because whoever shows the log may ask for settings.

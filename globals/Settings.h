@@ -47,6 +47,7 @@ public:
     bool hasSetting(const QString& group, const QString& key) const;
     /// The values of all keys of \p group itself, as they stand in the file at one moment.
     QVariantMap getSettings(const QString& group) const;
+    /// A time in a zone that the system does not know, alone or in a list or map, is not stored but logged.
     void setSetting(const QString& group, const QString& key, const QVariant& value);
     /// Sets several keys of \p group in one write, so that a file never holds some of them without the
     /// others. An invalid value removes its key.

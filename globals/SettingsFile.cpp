@@ -123,12 +123,7 @@ void SettingsFile::refresh()
         writePending();
         return;
     }
-    // Taken before the sync: a change during it is seen the next time.
-    const FileStamp stamp = stampOf(m_path);
-    if (stamp == m_seen)
-        return;
-    m_seen = stamp;
-    sync();
+    static_cast<void>(reload()); // a file that cannot be read leaves the values as they are
 }
 
 QVariant SettingsFile::valueOf(const QString& group, const QString& key)
@@ -213,8 +208,29 @@ bool SettingsFile::writePending()
     return true;
 }
 
+bool SettingsFile::reload()
+{
+    // Taken before the sync: a change during it is seen the next time.
+    const FileStamp stamp = stampOf(m_path);
+    if (stamp == m_seen)
+        return true;
+    const auto content = SettingsGuard::contentOf(fileName());
+    if (!content)
+        return false;
+    sync();
+    if (allKeys().isEmpty() && SettingsGuard::hasKeys(*content)) {
+        // What we could read, Qt could not, for a moment, and it believes that it has.
+        SettingsGuard::makeNewer(fileName());
+        sync();
+    }
+    m_seen = stamp;
+    return true;
+}
+
 bool SettingsFile::writeToFile()
 {
+    if (!reload())
+        return false;
     dropUnsound();
     for (const SettingsChange& change : m_pending)
         apply(change);
@@ -225,7 +241,6 @@ bool SettingsFile::writeToFile()
 
 void SettingsFile::dropUnsound()
 {
-    sync(); // so that what others have written is looked at as well
     const QStringList keys = allKeys();
     const auto isUsable = [this](const QString& key) {
         const QVariant found = value(key);

@@ -69,6 +69,8 @@ private:
 
     void keepPending(const SettingsChange& change);
     bool writePending();
+    /// Lets QSettings take over what has changed in the file; false for one that cannot be read.
+    bool reload();
     bool writeToFile();
     /// Leaves out of the file what must not be written again, see SettingsGuard::isSound().
     void dropUnsound();

@@ -14,6 +14,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace TEKLUVA::SettingsGuard {
@@ -89,6 +90,17 @@ bool isUnreadable(const QLockFile& lock)
     return !lock.getLockInfo(&process, &host, &application);
 }
 
+bool isSoundTime(const QDateTime& time)
+{
+    return time.timeSpec() != Qt::TimeZone || time.timeZone().isValid();
+}
+
+template <typename Values>
+bool areSound(const Values& values)
+{
+    return std::all_of(values.begin(), values.end(), &isSound);
+}
+
 /// Where Qt writes: a settings file that is a link is replaced where the link leads.
 QString placeOf(const QString& settingsFile)
 {
@@ -136,10 +148,46 @@ void removeAbandonedLock(const QString& settingsFile)
 
 bool isSound(const QVariant& value)
 {
-    if (value.userType() != QMetaType::QDateTime)
+    switch (value.userType()) {
+    case QMetaType::QDateTime:
+        return isSoundTime(value.toDateTime());
+    case QMetaType::QVariantList:
+        return areSound(value.toList());
+    case QMetaType::QVariantMap:
+        return areSound(value.toMap());
+    case QMetaType::QVariantHash:
+        return areSound(value.toHash());
+    default:
         return true;
-    const QDateTime time = value.toDateTime();
-    return time.timeSpec() != Qt::TimeZone || time.timeZone().isValid();
+    }
+}
+
+std::optional<QByteArray> contentOf(const QString& settingsFile)
+{
+    const QFileInfo info(settingsFile);
+    if (!info.exists())
+        return QByteArray();
+    QFile file(settingsFile);
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    QByteArray content = file.readAll();
+    if (file.error() != QFile::NoError)
+        return std::nullopt;
+    return content;
+}
+
+bool hasKeys(const QByteArray& content)
+{
+    const QList<QByteArray> lines = content.split('\n');
+    return std::any_of(lines.begin(), lines.end(), [](const QByteArray& line) {
+        const QByteArray text = line.trimmed();
+        return text.indexOf('=') > 0 && text[0] != ';' && text[0] != '#';
+    });
+}
+
+void makeNewer(const QString& settingsFile)
+{
+    ::utimensat(AT_FDCWD, QFile::encodeName(settingsFile).constData(), nullptr, 0);
 }
 
 } // namespace TEKLUVA::SettingsGuard

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QVariant>
+
+#include <optional>
 
 /// Faults of Qt's INI files, measured on real machines, and what keeps our users' settings from inheriting
 /// them. hasRoom() and removeAbandonedLock() belong right before a QSettings::sync() that has something to
@@ -25,8 +28,19 @@ qint64 sizeInFile(const QString& group, const QString& key, const QVariant& valu
 /// that nobody holds and that has no content.
 void removeAbandonedLock(const QString& settingsFile);
 
-/// Whether \p value, as Qt has read it, can be used. A damaged date becomes one in a time zone that is none,
-/// and whoever compares or writes it ends the process. Dates in lists are stored without a zone.
+/// Whether \p value can be used. A date that is damaged in the file becomes one in a time zone that is none,
+/// as does one in a zone that the system does not know, and whoever compares or writes it ends the process.
+/// So does a list or map that holds it.
 [[nodiscard]] bool isSound(const QVariant& value);
+
+/// The bytes of the file, none where there is none. Nothing when it cannot be read: QSettings takes such a
+/// file for an empty one, and would write it as one. Throws for want of memory.
+[[nodiscard]] std::optional<QByteArray> contentOf(const QString& settingsFile);
+
+/// Whether \p content, of a settings file, has a key.
+[[nodiscard]] bool hasKeys(const QByteArray& content);
+
+/// Makes QSettings read the file again, which it does when the file's time has changed.
+void makeNewer(const QString& settingsFile);
 
 } // namespace TEKLUVA::SettingsGuard

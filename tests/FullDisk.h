@@ -5,21 +5,36 @@
 #include <csignal>
 #include <sys/resource.h>
 
-/// A disk without room, as long as the scope lives: no file of this process can grow beyond some bytes.
-class FullDisk
+/// A lower limit of this process for one of its resources, as long as the scope lives.
+class Limit
 {
-    Q_DISABLE_COPY(FullDisk)
+    Q_DISABLE_COPY(Limit)
 
 public:
-    explicit FullDisk(rlim_t bytes)
+    Limit(__rlimit_resource resource, rlim_t value)
+        : m_resource(resource)
     {
-        static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit = {bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
+        getrlimit(m_resource, &m_before);
+        const rlimit limit = {value, m_before.rlim_max};
+        setrlimit(m_resource, &limit);
     }
-    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &m_before); }
+    ~Limit() { setrlimit(m_resource, &m_before); }
 
 private:
+    const __rlimit_resource m_resource;
     rlimit m_before{};
+};
+
+/// A disk without room: no file of this process can grow beyond some bytes.
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t bytes)
+        : m_limit(RLIMIT_FSIZE, bytes)
+    {
+        static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+    }
+
+private:
+    const Limit m_limit;
 };

@@ -7,6 +7,7 @@
 
 #include <QElapsedTimer>
 #include <QLockFile>
+#include <QTimeZone>
 
 #include <memory>
 #include <thread>
@@ -205,6 +206,33 @@ private Q_SLOTS:
         m_settings->setSetting("N"_q, "n"_q, 1);
         QCOMPARE(m_settings->getSettings("N"_q).value("n"_q).toInt(), 1);
         QCOMPARE(content().replace("\n\n", "\n"), text("written"));
+    }
+
+    void aFileThatCannotBeReadForAMomentLosesNothing()
+    {
+        m_settings->setSetting("G"_q, "old"_q, 1);
+        QVERIFY(write(FILE_NAME, "[G]\nold=1\nnew=2\n"));
+        {
+            const Limit noFiles(RLIMIT_NOFILE, 3);
+            QCOMPARE(m_settings->getSetting("G"_q, "old"_q).toInt(), 1);
+            m_settings->setSetting("G"_q, "own"_q, 3);
+            QVERIFY(m_settings->hasPendingChanges());
+        }
+        QCOMPARE(m_settings->getSetting("G"_q, "new"_q).toInt(), 2);
+        QCOMPARE(content(), QByteArray("[G]\nnew=2\nold=1\nown=3\n"));
+    }
+
+    void aTimeInAnUnknownZoneIsNotStored()
+    {
+        const QDateTime time(QDate(2026, 1, 2), QTime(3, 4), QTimeZone("No/Where"));
+        for (const QVariant& value :
+             {QVariant(time), QVariant(QVariantList{time}), QVariant(QVariantMap{{"t"_q, time}}),
+              QVariant(QVariantHash{{"t"_q, time}})}) {
+            TestLog::ActiveLog active;
+            m_settings->setSettings("G"_q, {{"time"_q, value}, {"other"_q, 1}});
+            QCOMPARE(active.log().getEntryCount(), 1U);
+            QCOMPARE(content(), QByteArray("[G]\nother=1\n"));
+        }
     }
 
     void anAbandonedLockFileHoldsNobodyUp()

@@ -42,7 +42,7 @@ namespace {
 
 const QByteArray OLD(3000, 'o');
 const QByteArray NEW(9000, 'n');
-const QByteArray SETTINGS = "[G]\nk=old\n";
+const QByteArray SETTINGS = "[A]\nother=1\n\n[G]\nk=old\n";
 const QString PASSWORD = "house-planner!"_q;
 
 bool put(const QString& path, const QByteArray& content)
@@ -112,7 +112,7 @@ struct Operation
 
 const Operation OPERATIONS[] = {
     {"settings", changeSetting,
-     [](bool claims) { return isWhole("settings.ini"_q, SETTINGS, "[G]\nk=new\n", claims); }},
+     [](bool claims) { return isWhole("settings.ini"_q, SETTINGS, "[A]\nother=1\n\n[G]\nk=new\n", claims); }},
     {"log", logLine,
      [](bool claims) {
          const QByteArray line = get(logPath);

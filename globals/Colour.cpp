@@ -55,6 +55,14 @@ void toRgb(const colourSystem& system, const Vector& colour, float& r, float& g,
     b = component(cross(red, green), white, colour);
 }
 
+/// Below this the transfer curve of Rec. 709 is a straight line.
+constexpr double REC709_LINEAR_BELOW = 0.018;
+
+double rec709Curve(double c)
+{
+    return 1.099 * std::pow(c, 0.45) - 0.099;
+}
+
 /// The chromaticity of a spectrum, whose \p intensityAt is called for the wavelengths in rising order.
 template <typename Intensity>
 Vector chromaticityOf(Intensity intensityAt)
@@ -80,12 +88,14 @@ double metres(double nanometres)
 /// The part of Planck's law that does not depend on the temperature.
 double emissionFactor(double wavelength)
 {
-    return 3.74183e-16 * std::pow(metres(wavelength), -5.0);
+    constexpr double FIRST_RADIATION = 3.74183e-16; // W m^2, 2 pi h c^2
+    return FIRST_RADIATION * std::pow(metres(wavelength), -5.0);
 }
 
 double emission(double factor, double wavelength)
 {
-    return factor / (std::exp(0.014388 / (metres(wavelength) * _bbTemp)) - 1);
+    constexpr double SECOND_RADIATION = 0.014388; // m K, h c / k
+    return factor / (std::exp(SECOND_RADIATION / (metres(wavelength) * _bbTemp)) - 1);
 }
 
 using EmissionFactors = std::array<double, std::size(cie_colour_match)>;
@@ -134,6 +144,12 @@ void xy_to_upvp(const double& x, const double& y, double& up, double& vp)
     const double divisor = -2 * x + 12 * y + 3;
     up = 4 * x / divisor;
     vp = 9 * y / divisor;
+}
+
+void xyz_to_rgb(const colourSystem* cs, const float& xc, const float& yc, const float& zc, float& r, float& g,
+                float& b)
+{
+    toRgb(*cs, {xc, yc, zc}, r, g, b);
 }
 
 void xyz_to_rgb(colourSystem* cs, const float& xc, const float& yc, const float& zc, float& r, float& g,
@@ -190,13 +206,12 @@ void temperaturToColor(const double& kelvin, float& r, float& g, float& b)
 
 void gamma_correct(const colourSystem* cs, double& c)
 {
-    constexpr double LINEAR_BELOW = 0.018;
     if (cs->gamma != 0)
         c = std::pow(c, 1 / cs->gamma);
-    else if (c < LINEAR_BELOW)
-        c = c * (1.099 * std::pow(LINEAR_BELOW, 0.45) - 0.099) / LINEAR_BELOW;
+    else if (c < REC709_LINEAR_BELOW)
+        c = c * rec709Curve(REC709_LINEAR_BELOW) / REC709_LINEAR_BELOW;
     else
-        c = 1.099 * std::pow(c, 0.45) - 0.099;
+        c = rec709Curve(c);
 }
 
 void gamma_correct_rgb(const colourSystem* cs, double& r, double& g, double& b)

@@ -57,7 +57,10 @@ GLOBALS_EXPORT void xy_to_upvp(const double& x, const double& y, double& up, dou
 /// @}
 
 /// The chromaticity \p xc, \p yc, \p zc as linear RGB of \p cs, scaled so that the system's white has three
-/// equal components. Computed in single precision. \p cs is only read.
+/// equal components. Computed in single precision. \p cs is only read; the second form is for the colour
+/// systems of an application that are not constant.
+GLOBALS_EXPORT void xyz_to_rgb(const colourSystem* cs, const float& xc, const float& yc, const float& zc,
+                               float& r, float& g, float& b);
 GLOBALS_EXPORT void xyz_to_rgb(colourSystem* cs, const float& xc, const float& yc, const float& zc, float& r,
                                float& g, float& b);
 
@@ -81,8 +84,9 @@ GLOBALS_EXPORT void spectrum_to_xyz(double (*spec_intens)(const double&), float&
 [[nodiscard]] GLOBALS_EXPORT double bb_spectrum(const double& wavelength);
 
 /// The colour of a black body of \p kelvin, in linear RGB of Rec709system, with 1 for the greatest component.
-/// Warm light has a blue below 0. Below some 150 kelvin, and far above all stars, single precision knows no
-/// light or too much of it, and the components are not numbers. Leaves \p kelvin in _bbTemp.
+/// Below some 1900 kelvin blue is below 0, and in the weakest glow green is. Below some 150 kelvin, and far
+/// above all stars, single precision knows no light or too much of it, and the components are not numbers.
+/// Leaves \p kelvin in _bbTemp.
 GLOBALS_EXPORT void temperaturToColor(const double& kelvin, float& r, float& g, float& b);
 
 /// \name From linear light to what a screen of the colour system is sent, for one component or three

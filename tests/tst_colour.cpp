@@ -10,8 +10,8 @@ using namespace TEKLUVA;
 
 namespace {
 
-colourSystem systems[] = {NTSCsystem, EBUsystem,    SMPTEsystem, HDTVsystem,
-                          CIEsystem,  Rec709system, AdobeRGB98,  AppleRGB};
+const colourSystem systems[] = {NTSCsystem, EBUsystem,    SMPTEsystem, HDTVsystem,
+                                CIEsystem,  Rec709system, AdobeRGB98,  AppleRGB};
 
 double line(const double& wavelength)
 {
@@ -25,6 +25,11 @@ const QHash<QString, void (*)(double of, float* c)> FUNCTIONS = {
     {"body"_q, [](double, float* c) { spectrum_to_xyz(&bb_spectrum, c[0], c[1], c[2]); }},
     {"temperature"_q, [](double of, float* c) { temperaturToColor(of, c[0], c[1], c[2]); }},
     {"xyz"_q, [](double of, float* c) { xyz_to_rgb(&systems[int(of)], c[0], c[1], c[2], c[0], c[1], c[2]); }},
+    {"own xyz"_q,
+     [](double of, float* c) {
+         colourSystem own = systems[int(of)];
+         xyz_to_rgb(&own, c[0], c[1], c[2], c[0], c[1], c[2]);
+     }},
     {"white"_q, [](double of, float* c) { c[0] = float(systems[int(of)].whiteTemperature); }},
     {"to hsv"_q, [](double, float* c) { RGBtoHSV(c[0], c[1], c[2], c[0], c[1], c[2]); }},
     {"to rgb"_q, [](double, float* c) { HSVtoRGB(c[0], c[1], c[2], c[0], c[1], c[2]); }},

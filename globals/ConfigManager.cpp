@@ -1,5 +1,7 @@
 #include "globals/ConfigManager.h"
 
+#include "globals/SettingsKeys_p.h"
+
 #include <QCoreApplication>
 
 namespace TEKLUVA {
@@ -27,8 +29,7 @@ ConfigManager::ConfigManager()
 
     // Before the settings file exists: a missing one is how a first start is known.
     checkAndClean();
-    m_settings.openSettingsFile(getPath(E_PT_SETTINGS) + QLatin1String("settings.ini"), QSettings::IniFormat,
-                                this);
+    m_settings.openSettingsFile(getPath(E_PT_SETTINGS) + SettingsKeys::FILE_NAME, QSettings::IniFormat, this);
 }
 
 ConfigManager::~ConfigManager()

@@ -1,23 +1,16 @@
 #include "globals/ActiveLog_p.h"
 #include "globals/ConfigManager.h"
 #include "globals/PathRegistry_p.h"
+#include "globals/SettingsKeys_p.h"
 
 #include <QFileInfo>
 
 namespace TEKLUVA {
 
-namespace {
-
-QString userPaths()
-{
-    return QString::fromLatin1(USER_PATHS_GROUP);
-}
-
-} // namespace
-
 QString ConfigManager::getPath(const E_PathType& type) const
 {
-    return resolvePath(type, [this](const QString& key) { return getSetting(userPaths(), key).toString(); });
+    return resolvePath(
+        type, [this](const QString& key) { return getSetting(SettingsKeys::USER_PATHS, key).toString(); });
 }
 
 bool ConfigManager::setPath(const E_PathType& type, const QString& path)
@@ -30,7 +23,7 @@ bool ConfigManager::setPath(const E_PathType& type, const QString& path)
         return false;
     }
     // An empty path is written as well; getPath() takes an empty value for none.
-    setSetting(userPaths(), key, path);
+    setSetting(SettingsKeys::USER_PATHS, key, path);
     return true;
 }
 
@@ -40,7 +33,7 @@ void ConfigManager::resetPath(const E_PathType& type)
     if (key.isEmpty())
         logError(std::string("The given path type is not be supported to be reseted yet."));
     else
-        removeSetting(userPaths(), key);
+        removeSetting(SettingsKeys::USER_PATHS, key);
 }
 
 QString ConfigManager::getDirName(const E_PathType& type) const

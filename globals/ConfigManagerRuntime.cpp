@@ -1,8 +1,9 @@
 #include "globals/ActiveLog_p.h"
 #include "globals/ConfigManager.h"
+#include "globals/Languages_p.h"
 #include "globals/Log.h"
 #include "globals/LogManager.h"
-#include "globals/RuntimeKeys_p.h"
+#include "globals/SettingsKeys_p.h"
 
 #include <QLocale>
 
@@ -15,11 +16,6 @@ namespace {
 /// From this many seconds on a correction of the clock is worth a log of its own.
 constexpr qint64 NOTABLE_CORRECTION = 121;
 
-QString key(const char* name)
-{
-    return QString::fromLatin1(name);
-}
-
 int secondsToServer(const QDateTime& serverTime)
 {
     const qint64 seconds = QDateTime::currentDateTime().secsTo(serverTime);
@@ -30,11 +26,6 @@ int secondsToServer(const QDateTime& serverTime)
 bool isGerman(QLocale::Language language)
 {
     return language == QLocale::German || language == QLocale::SwissGerman || language == QLocale::LowGerman;
-}
-
-bool isOffered(const QString& language)
-{
-    return language == QLatin1String("en") || language == QLatin1String("de");
 }
 
 } // namespace
@@ -87,8 +78,8 @@ void ConfigManager::setRuntimeState(const E_RuntimeState& state)
         return;
     // One write for all, so that a process killed on the way leaves the old record or the new one.
     QVariantMap record = errorRecord(potentialErrorOf(state));
-    record.insert(key(RuntimeKeys::STATE), state == E_RS_FIRST_START ? QVariant() : word);
-    m_settings.setSettings(key(RuntimeKeys::APPLICATION), record);
+    record.insert(SettingsKeys::STATE, state == E_RS_FIRST_START ? QVariant() : word);
+    m_settings.setSettings(SettingsKeys::APPLICATION, record);
 }
 
 E_RuntimeState ConfigManager::getLastRuntimeState() const
@@ -98,7 +89,7 @@ E_RuntimeState ConfigManager::getLastRuntimeState() const
 
 void ConfigManager::setPotentialError(const unsigned int& code)
 {
-    m_settings.setSettings(key(RuntimeKeys::APPLICATION), errorRecord(code));
+    m_settings.setSettings(SettingsKeys::APPLICATION, errorRecord(code));
 }
 
 unsigned int ConfigManager::getLastPotentialError() const
@@ -108,7 +99,7 @@ unsigned int ConfigManager::getLastPotentialError() const
 
 void ConfigManager::updateLifeTime()
 {
-    m_settings.setSettings(key(RuntimeKeys::APPLICATION), lifeTimeRecord());
+    m_settings.setSettings(SettingsKeys::APPLICATION, lifeTimeRecord());
 }
 
 QDateTime ConfigManager::getLastLifeTime() const
@@ -120,25 +111,25 @@ QDateTime ConfigManager::getLastLifeTime() const
 
 LastRun ConfigManager::lastRun() const
 {
-    return lastRunFrom(m_settings.getSettings(key(RuntimeKeys::APPLICATION)));
+    return lastRunFrom(m_settings.getSettings(SettingsKeys::APPLICATION));
 }
 
 QVariantMap ConfigManager::lifeTimeRecord() const
 {
-    return {{key(RuntimeKeys::LIFE_TIME), getCurrentServerTime()},
-            {key(RuntimeKeys::TIME_SYNC), m_data.getServerTimeState()}};
+    return {{SettingsKeys::LIFE_TIME, getCurrentServerTime()},
+            {SettingsKeys::TIME_SYNC, m_data.getServerTimeState()}};
 }
 
 QVariantMap ConfigManager::errorRecord(unsigned int code) const
 {
     QVariantMap record = lifeTimeRecord();
-    record.insert(key(RuntimeKeys::ERROR_CODE), code);
+    record.insert(SettingsKeys::ERROR_CODE, code);
     return record;
 }
 
 QString ConfigManager::getPrefferedLang() const
 {
-    QString stored = getSetting(key(RuntimeKeys::LOCALE), key(RuntimeKeys::LANGUAGE)).toString();
+    QString stored = getSetting(SettingsKeys::LOCALE, SettingsKeys::LANGUAGE).toString();
     if (isOffered(stored))
         return stored;
     return isGerman(QLocale::system().language()) ? QStringLiteral("de") : QStringLiteral("en");
@@ -146,7 +137,7 @@ QString ConfigManager::getPrefferedLang() const
 
 void ConfigManager::setPrefferedLang(const QString& language)
 {
-    setSetting(key(RuntimeKeys::LOCALE), key(RuntimeKeys::LANGUAGE), language);
+    setSetting(SettingsKeys::LOCALE, SettingsKeys::LANGUAGE, language);
 }
 
 bool ConfigManager::getAutosaveSessionState() const
@@ -156,7 +147,7 @@ bool ConfigManager::getAutosaveSessionState() const
 
 void ConfigManager::setAutosaveSessionState(const bool& active)
 {
-    setSetting(key(RuntimeKeys::APPLICATION), key(RuntimeKeys::AUTO_SAVE), active);
+    setSetting(SettingsKeys::APPLICATION, SettingsKeys::AUTO_SAVE, active);
 }
 
 } // namespace TEKLUVA

@@ -1,6 +1,6 @@
 #include "globals/ConfigManager.h"
 #include "globals/FileTree_p.h"
-#include "globals/RuntimeKeys_p.h"
+#include "globals/SettingsKeys_p.h"
 
 #include <QDir>
 #include <QFile>
@@ -117,7 +117,7 @@ void ConfigManager::handleQtVersionChanged()
             m_settings.removeSettingGroup(group);
     }
     for (const QString& key : listIn(__app_keys_to_remove))
-        m_settings.removeSetting(QString::fromLatin1(RuntimeKeys::APPLICATION), key);
+        m_settings.removeSetting(SettingsKeys::APPLICATION, key);
 }
 
 void ConfigManager::checkAndClean()

@@ -1,6 +1,6 @@
 #include "globals/LastRun.h"
 
-#include "globals/RuntimeKeys_p.h"
+#include "globals/SettingsKeys_p.h"
 
 #include <algorithm>
 
@@ -48,16 +48,14 @@ E_RuntimeState stateOf(const QString& word)
 
 LastRun lastRunFrom(const QVariantMap& applicationSettings)
 {
-    const auto value = [&applicationSettings](const char* key) {
-        return applicationSettings.value(QString::fromLatin1(key));
-    };
+    const auto value = [&applicationSettings](QLatin1String key) { return applicationSettings.value(key); };
     LastRun run;
-    run.word = value(RuntimeKeys::STATE).toString();
-    run.state = value(RuntimeKeys::STATE).isValid() ? stateOf(run.word) : E_RS_FIRST_START;
-    run.potentialError = value(RuntimeKeys::ERROR_CODE).toUInt();
-    run.lifeTime = value(RuntimeKeys::LIFE_TIME).toDateTime();
-    run.isServerTime = value(RuntimeKeys::TIME_SYNC).toBool();
-    run.isAutoSaveSession = value(RuntimeKeys::AUTO_SAVE).toBool();
+    run.word = value(SettingsKeys::STATE).toString();
+    run.state = value(SettingsKeys::STATE).isValid() ? stateOf(run.word) : E_RS_FIRST_START;
+    run.potentialError = value(SettingsKeys::ERROR_CODE).toUInt();
+    run.lifeTime = value(SettingsKeys::LIFE_TIME).toDateTime();
+    run.isServerTime = value(SettingsKeys::TIME_SYNC).toBool();
+    run.isAutoSaveSession = value(SettingsKeys::AUTO_SAVE).toBool();
     return run;
 }
 

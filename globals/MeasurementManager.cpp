@@ -2,6 +2,7 @@
 
 #include "globals/ConfigManager.h"
 #include "globals/DecimalText_p.h"
+#include "globals/SettingsKeys_p.h"
 
 #include <QComboBox>
 #include <QCoreApplication>
@@ -121,25 +122,10 @@ constexpr ChoiceRow CHOICES[] = {
     {E_MU_INCH, QT_TRANSLATE_NOOP("QObject", "in - Zoll (US/GB)")},
 };
 
-QString settingsGroup()
-{
-    return QStringLiteral("Locale");
-}
-
-QString constructionKey()
-{
-    return QStringLiteral("const_unit");
-}
-
-QString arrangementKey()
-{
-    return QStringLiteral("arrange_unit");
-}
-
 /// An absent value reads as an empty text, which is no abbreviation.
 E_MeasurementUnit storedUnit(const MeasurementManager& manager, const QString& key)
 {
-    const QVariant stored = ConfigManager::getInstance()->getSetting(settingsGroup(), key);
+    const QVariant stored = ConfigManager::getInstance()->getSetting(SettingsKeys::LOCALE, key);
     return manager.getMeasurementFromAbbrevation(stored.toString()).second;
 }
 
@@ -148,7 +134,7 @@ bool storeUnit(const MeasurementManager& manager, const QString& key, E_Measurem
 {
     if (storedUnit(manager, key) == unit)
         return false;
-    ConfigManager::getInstance()->setSetting(settingsGroup(), key,
+    ConfigManager::getInstance()->setSetting(SettingsKeys::LOCALE, key,
                                              manager.getLinearMeasurementUnitAbbrevation(unit));
     return true;
 }
@@ -244,34 +230,34 @@ double MeasurementManager::getMeasurementUnitStep(E_MeasurementDimension dimensi
 
 E_MeasurementUnit MeasurementManager::getPrefferedConstructionUnit() const
 {
-    return storedUnit(*this, constructionKey());
+    return storedUnit(*this, SettingsKeys::CONSTRUCTION_UNIT);
 }
 
 E_MeasurementUnit MeasurementManager::getPrefferedArrangementUnit() const
 {
-    return storedUnit(*this, arrangementKey());
+    return storedUnit(*this, SettingsKeys::ARRANGEMENT_UNIT);
 }
 
 void MeasurementManager::setPrefferedConstructionUnit(const E_MeasurementUnit& unit)
 {
-    if (storeUnit(*this, constructionKey(), unit))
+    if (storeUnit(*this, SettingsKeys::CONSTRUCTION_UNIT, unit))
         Q_EMIT constructionMeasurementUnitChanged();
 }
 
 void MeasurementManager::setPrefferedArrangementUnit(const E_MeasurementUnit& unit)
 {
-    if (storeUnit(*this, arrangementKey(), unit))
+    if (storeUnit(*this, SettingsKeys::ARRANGEMENT_UNIT, unit))
         Q_EMIT arrangementMeasurementUnitChanged();
 }
 
 void MeasurementManager::resetPrefferedConstructionUnit()
 {
-    ConfigManager::getInstance()->removeSetting(settingsGroup(), constructionKey());
+    ConfigManager::getInstance()->removeSetting(SettingsKeys::LOCALE, SettingsKeys::CONSTRUCTION_UNIT);
 }
 
 void MeasurementManager::resetPrefferedArrangementUnit()
 {
-    ConfigManager::getInstance()->removeSetting(settingsGroup(), arrangementKey());
+    ConfigManager::getInstance()->removeSetting(SettingsKeys::LOCALE, SettingsKeys::ARRANGEMENT_UNIT);
 }
 
 QString MeasurementManager::getMeasurementUnitName(E_MeasurementDimension dimension,

@@ -3,6 +3,7 @@
 #include "globals/ActiveLog_p.h"
 #include "globals/PathRegistry_p.h"
 #include "globals/Settings.h"
+#include "globals/SettingsKeys_p.h"
 #include "globals/StandardLocations_p.h"
 
 #include <QCoreApplication>
@@ -338,11 +339,12 @@ QString fixedDirName(E_PathType type)
 QList<PathDescription> describePaths()
 {
     const PathOverrides none = [](const QString&) { return QString(); };
-    const QString settingsFile = Walk(none, false).to(*rowOf(E_PT_SETTINGS)) + QLatin1String("/settings.ini");
+    const QString settingsFile =
+        Walk(none, false).to(*rowOf(E_PT_SETTINGS)) + QLatin1Char('/') + SettingsKeys::FILE_NAME;
     QObject owner; // deletes the store with this scope, also in a thread without an event loop
     const Settings settings(settingsFile, QSettings::IniFormat, &owner);
     const PathOverrides overrides = [&settings](const QString& key) {
-        return settings.getSetting(QString::fromLatin1(USER_PATHS_GROUP), key).toString();
+        return settings.getSetting(SettingsKeys::USER_PATHS, key).toString();
     };
     const Walk walk(overrides, false);
     QList<PathDescription> descriptions;

@@ -8,10 +8,7 @@
 
 namespace TEKLUVA {
 
-/// The settings group and, per path type, the key under which users override a folder.
-inline constexpr const char* USER_PATHS_GROUP = "User_Pathes";
-
-/// Answers the value of a key in USER_PATHS_GROUP, empty when it is not set.
+/// Answers the value of a key in the group SettingsKeys::USER_PATHS, empty when it is not set.
 using PathOverrides = std::function<QString(const QString& key)>;
 
 /// Walks to the folder of \p type, making what is missing on the way. Each step that fails logs its error,

@@ -1,5 +1,7 @@
 #include "globals/Translations.h"
 
+#include "globals/Languages_p.h"
+
 #include <QCoreApplication>
 #include <QPointer>
 #include <QTranslator>
@@ -16,6 +18,8 @@ namespace TEKLUVA {
 bool showLanguage(const QString& language)
 {
     static QPointer<QTranslator> shown; // belongs to the application object
+    if (!isOffered(language))
+        return false; // QTranslator takes any name that begins like one of its files
     initGlobalsResources();
     auto next = std::make_unique<QTranslator>();
     if (!next->load(QStringLiteral(":/globals/translations/globals_%1.qm").arg(language)))

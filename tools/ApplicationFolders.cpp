@@ -3,6 +3,7 @@
 #include "tools/Failure.h"
 
 #include "globals/PathRegistry.h"
+#include "globals/SettingsKeys_p.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -22,7 +23,7 @@ QString settingsFileOf(const QCommandLineParser& line)
 {
     lookAtFoldersOf(line);
     // Described, because asking the configuration manager would make the folder.
-    QFile file(describePaths()[E_PT_SETTINGS - 1].path + QStringLiteral("settings.ini"));
+    QFile file(describePaths()[E_PT_SETTINGS - 1].path + SettingsKeys::FILE_NAME);
     if (file.exists() && !file.open(QIODevice::ReadOnly)) {
         throw Failure(QStringLiteral("File %1 cannot be read: %2").arg(file.fileName(), file.errorString()));
     }

@@ -4,6 +4,7 @@
 
 #include "globals/LastRun.h"
 #include "globals/Settings.h"
+#include "globals/SettingsKeys_p.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -59,7 +60,7 @@ Record recordIn(const QString& file)
 {
     const Settings settings(file, QSettings::IniFormat, QCoreApplication::instance());
     // Read at one moment: the application may be writing the next record.
-    return {file, lastRunFrom(settings.getSettings(QStringLiteral("Application")))};
+    return {file, lastRunFrom(settings.getSettings(SettingsKeys::APPLICATION))};
 }
 
 QString lastAlive(const LastRun& run)

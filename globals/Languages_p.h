@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+namespace TEKLUVA {
+
+/// Whether there are texts in \p language.
+inline bool isOffered(const QString& language)
+{
+    return language == QLatin1String("en") || language == QLatin1String("de");
+}
+
+} // namespace TEKLUVA

@@ -94,7 +94,6 @@ void Log::logMessage(E_LogLevel level, std::string message, std::string /*locati
     const Hold hold(*this);
     auto created = std::make_unique<LogEntry>(level, std::move(message));
     LogEntry* entry = created.get();
-    moveToMainThread(entry);
     {
         const QMutexLocker view(&m_viewMutex);
         m_entries.push_back(std::move(created));

@@ -1,6 +1,7 @@
 #include "globals/LogEntry.h"
 
 #include "globals/ConfigManager.h"
+#include "globals/MainThread_p.h"
 
 namespace TEKLUVA {
 
@@ -9,6 +10,7 @@ LogEntry::LogEntry(E_LogLevel level, std::string message)
     , m_time(ConfigManager::getInstance()->getCurrentServerMSecs())
     , m_level(level)
 {
+    moveToMainThread(this);
 }
 
 E_LogLevel LogEntry::getLevel() const

@@ -195,10 +195,9 @@ QByteArray decryptBlock(const QByteArray& block, const QByteArray& password)
     // CBC: to each decrypted block the cipher text before it is added, and before the first one lies the
     // initialisation vector. Not CBC_Mode, which goes through the blocks backwards, against the processor's
     // prefetching.
-    cipher.AdvancedProcessBlocks(bytes + HEADER_SIZE, bytes + PAD_COUNT_SIZE,
-                                 reinterpret_cast<CryptoPP::byte*>(plain.data()),
-                                 static_cast<std::size_t>(size),
-                                 CryptoPP::BlockTransformation::BT_AllowParallel);
+    cipher.AdvancedProcessBlocks(
+        bytes + HEADER_SIZE, bytes + PAD_COUNT_SIZE, reinterpret_cast<CryptoPP::byte*>(plain.data()),
+        static_cast<std::size_t>(size), CryptoPP::BlockTransformation::BT_AllowParallel);
     plain.truncate(size - padding);
     return plain;
 }

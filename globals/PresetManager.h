@@ -32,9 +32,10 @@ struct PresetDescription
 };
 
 /// The tunable constants of the application: built-in defaults, overridden by the protected file
-/// "presets.dat". Every write keeps minima, maxima and the values between them consistent. A minimum is only
-/// ever raised and a maximum only ever lowered, so that a preset file can narrow the built-in range and never
-/// widen it.
+/// "presets.dat". A value is clamped to its bounds when it is written. A bound takes its partner along, where
+/// it has one, and of the values between them those of the navigation; the others stay as they were written.
+/// A minimum is only ever raised and a maximum only ever lowered, so that a preset file can narrow the
+/// built-in range and never widen it.
 ///
 ///     PresetManager::getInstance()->init();                       // throws Exception for a bad file
 ///     const double height = PresetManager::getPreset(E_PV_ROOM_HEIGHT).toDouble();
@@ -55,11 +56,12 @@ public:
     /// \name Start-up
     /// @{
 
-    /// Installs the defaults and reads "presets.dat" in the application's folder. Throws Exception: type 3
-    /// when the file is missing, type 2 when it is an archive or holds a malformed line or an unknown key;
-    /// the presets before that line stay in force. Content that cannot be read is no lines, with a warning.
+    /// Installs the defaults and reads "presets.dat" in the application's folder. Throws Exception:
+    /// E_ET_FILE_MISSING_ERROR, or E_ET_IMPORT_ERROR when the file is an archive or holds a malformed line or
+    /// an unknown key; the presets before that line stay in force. Content that cannot be read is no lines,
+    /// with a warning.
     void init();
-    /// The pieces of init(), for other files and for text. Each throws as init() does.
+    /// The pieces of init(), for other files and for text. Those that read throw as init() does.
     void fillNameMap();
     void setInitialPresets();
     void readFile(const QString& path);

@@ -29,8 +29,8 @@ void fitIntoBox(PresetManager& presets, const NavigationValues& dependents)
     }
 }
 
-/// Lifts \p key when the room's ceiling has come too close. A plain write: as a maximum it would only go
-/// down.
+/// Lifts \p key when the room's ceiling would lie more than the space above it. A plain write: as a maximum
+/// it would only go down.
 void keepAbove(PresetManager& presets, E_PresetValue key, const QVariant& ceiling)
 {
     if (PresetManager::hasPreset(key) && ceiling.toFloat() > number(key) + SPACE_ABOVE_ROOM)

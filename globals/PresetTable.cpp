@@ -44,7 +44,8 @@ constexpr PresetConstraint maximum(E_PresetValue minimum, const NavigationValues
 
 constexpr PresetConstraint roomCeiling()
 {
-    return {&writeRoomCeiling, "only lowered, keeps max_cube_y and sat_nav_y 50 above it"};
+    return {&writeRoomCeiling,
+            "only lowered; more than max_cube_y or sat_nav_y + 50: lifts that one to 50 above it"};
 }
 
 constexpr PresetConstraint boxTop(E_PresetValue minimum, const NavigationValues& dependents)

@@ -84,7 +84,7 @@ ProgressStep::ProgressStep(unsigned int id, QString name, E_ProgressType type, Q
 }
 
 /// Runs \p change, which tells whether there is something to announce, under the lock. A step that ignores
-/// changes is left before locking, so that a receiver of its last signal may still call any setter.
+/// changes is left before locking, so that a receiver of its last signal may still call what is ignored.
 template <typename Change>
 void ProgressStep::change(Change&& change)
 {

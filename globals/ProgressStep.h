@@ -25,8 +25,9 @@ namespace TEKLUVA {
 ///
 /// Thread-safe: one thread may change a step while others read it, until StateHandler deletes it. The signals
 /// are emitted in the thread that makes the change and while the step is locked, so that they come in the
-/// order of the changes: a receiver connected directly may read the step but must not change it, unless it
-/// is finished or blocked, when changes are ignored. Receivers in other threads get queued copies.
+/// order of the changes: a receiver connected directly may read the step but must not change it. (A finished
+/// step ignores changes, even there; but setVisible() and setProgressStepBlocked() would wait for ever.)
+/// Receivers in other threads get queued copies.
 class GLOBALS_EXPORT ProgressStep : public QObject
 {
     Q_OBJECT

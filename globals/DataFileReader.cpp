@@ -82,23 +82,30 @@ std::string wholeName(const Archive& archive, const EntryInfo& entry)
     return name.substr(0, name.find('\0')); // a zero byte ends it, here as everywhere
 }
 
-/// Makes one entry after the other the current one, until \p visit answers false for it. The result is
-/// UNZ_OK then, UNZ_END_OF_LIST_OF_FILE behind the last entry, and another code for a damaged archive.
+enum class Walked {
+    Whole, ///< or until it was stopped
+    NoFirstEntry,
+    Damaged,
+};
+
+/// Makes one entry after the other the current one, until \p visit answers false for it.
 template <typename Visit>
-int walk(const Archive& archive, Visit&& visit)
+Walked walk(const Archive& archive, Visit&& visit)
 {
+    if (unzGoToFirstFile(archive.get()) != UNZ_OK)
+        return Walked::NoFirstEntry;
     // minizip takes the largest count of a plain archive, 65535, for unknown, and would walk off its end.
     const ZPOS64_T count = entryCount(archive);
-    int result = unzGoToFirstFile(archive.get());
+    int result = UNZ_OK;
     for (ZPOS64_T seen = 1; result == UNZ_OK; ++seen) {
         const auto entry = currentEntry(archive);
         if (!entry)
-            return UNZ_BADZIPFILE;
+            return Walked::Damaged;
         if (!visit(*entry))
-            return UNZ_OK;
+            return Walked::Whole;
         result = seen == count ? UNZ_END_OF_LIST_OF_FILE : unzGoToNextFile(archive.get());
     }
-    return result;
+    return result == UNZ_END_OF_LIST_OF_FILE ? Walked::Whole : Walked::Damaged;
 }
 
 /// Makes the entry \p name the current one. Not unzLocateFile(), which reads past its buffer at a name of 256
@@ -130,18 +137,15 @@ Archive openOrLog(const QByteArray& fileName)
 template <typename Visit>
 bool walkOrLog(const Archive& archive, const QByteArray& fileName, Visit&& visit)
 {
-    bool isEmpty = true;
-    const int result = walk(archive, [&isEmpty, &visit](const EntryInfo& entry) {
-        isEmpty = false;
-        return visit(entry);
-    });
-    if (result == UNZ_OK || result == UNZ_END_OF_LIST_OF_FILE)
-        return true;
+    const Walked walked = walk(archive, visit);
     const std::string file = fileName.toStdString();
-    logError(isEmpty ? "The archiv " + file + " seems to be empty. Could not go to first file."
-                     : "Could not get the info of the current file in the archiv " + file
-                           + ". Proberbly the archiv is currupted.");
-    return false;
+    if (walked == Walked::NoFirstEntry)
+        logError("The archiv " + file + " seems to be empty. Could not go to first file.");
+    if (walked == Walked::Damaged) {
+        logError("Could not get the info of the current file in the archiv " + file
+                 + ". Proberbly the archiv is currupted.");
+    }
+    return walked == Walked::Whole;
 }
 
 enum class Checksum {
@@ -235,7 +239,8 @@ QByteArray DataFileReader::getFileContent() const
         QFile file(getFilename());
         if (!file.open(QIODevice::ReadOnly))
             return {};
-        return decrypted(file.readAll());
+        const QByteArray content = file.readAll();
+        return file.error() == QFile::NoError ? decrypted(content) : QByteArray();
     });
 }
 

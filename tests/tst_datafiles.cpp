@@ -21,6 +21,7 @@ const QString SUBJECT = "subject"_q;
 // Places in the headers of a zip archive.
 constexpr int CENTRAL_METHOD = 10;
 constexpr int CENTRAL_SIZE = 24;
+constexpr int CENTRAL_NAME_SIZE = 28;
 constexpr int LOCAL_METHOD = 8;
 constexpr int LOCAL_SIZE = 22;
 
@@ -209,6 +210,8 @@ private Q_SLOTS:
         row("no such entry", TestData::content("protected.zip"), NOTHING, NOT_LOCATED);
         row("entry in another case", QByteArray(small).replace("first", "First"), NOTHING, NOT_LOCATED);
         row("first header of the directory damaged", patched(small, first, "PX"), NO_FIRST, NOT_LOCATED);
+        row("name of the first entry longer than the archive",
+            patched(small, first + CENTRAL_NAME_SIZE, "\x60\xea"), NO_INFO, NOT_LOCATED);
         row("second header of the directory damaged", patched(small, second, "PX"), NO_INFO, NOTHING);
         row("header of the entry damaged", patched(small, 0, "PX"), NOTHING, NOT_OPENED);
         row("unknown method", lying(small, LOCAL_METHOD, CENTRAL_METHOD, "\x63"), NOTHING, NOT_OPENED);

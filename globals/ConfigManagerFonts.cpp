@@ -1,6 +1,6 @@
 #include "globals/ActiveLog_p.h"
 #include "globals/ConfigManager.h"
-#include "globals/MeasurementManager.h"
+#include "globals/MeasurementFont_p.h"
 
 #include <QFontDatabase>
 
@@ -52,8 +52,7 @@ QFont ConfigManager::getFont(const E_FontType& type, const int& size) const
     constexpr int DEFAULT_SIZE = 8;
     const bool isMeasurement = type == E_FT_MEASUREMENT;
     const int points = isMeasurement ? size : DEFAULT_SIZE;
-    QFont font = isMeasurement ? QFontDatabase().font(MeasurementManager::getMeasurementFontName(),
-                                                      QStringLiteral("Normal"), points)
+    QFont font = isMeasurement ? QFontDatabase().font(MEASUREMENT_FONT, QStringLiteral("Normal"), points)
                                : QFontDatabase().font(QString(), QString(), points);
     // For a family that it lacks the database answers the application's font, in that one's size.
     font.setPointSize(points);

@@ -2,6 +2,7 @@
 
 #include "globals/ConfigManager.h"
 #include "globals/DecimalText_p.h"
+#include "globals/MeasurementFont_p.h"
 #include "globals/SettingsKeys_p.h"
 
 #include <QComboBox>
@@ -333,7 +334,7 @@ QString MeasurementManager::createFeetMeasurementString(double value, bool /*wit
 
 QString MeasurementManager::getMeasurementFontName()
 {
-    return QStringLiteral("OpenSansSemibold");
+    return MEASUREMENT_FONT;
 }
 
 void MeasurementManager::fillMeasurementComboBox(QComboBox* box) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "globals/ActiveLog_p.h"
+#include "globals/DataBlock_p.h"
 #include "globals/Exception.h"
 
 #include <cryptopp/cryptlib.h>
@@ -11,21 +12,10 @@
 #include <optional>
 
 /// What the reading and the writing side of protected data files have in common.
-///
-/// A protected data block is
-///
-///     offset  size      field
-///     0       1         pad count p, 0 to 15: zero bytes appended to the plain text before encryption
-///     1       16        initialisation vector
-///     17      16 * k    AES-256-CBC cipher text of plain text and padding
-///
-/// without magic number, length or checksum.
 namespace TEKLUVA::DataFileFormat {
 
-inline constexpr int BLOCK_SIZE = 16;
-inline constexpr int PAD_COUNT_SIZE = 1;
-inline constexpr int HEADER_SIZE = PAD_COUNT_SIZE + BLOCK_SIZE;
-inline constexpr int MAX_PAD_COUNT = BLOCK_SIZE - 1;
+using namespace DataBlock;
+
 inline constexpr int KEY_SIZE = 32;
 
 /// The AES key of \p password, UTF-8 bytes, cut in two before byte \p split: the SHA-1 digest of the second
@@ -61,7 +51,7 @@ auto withoutExceptions(Operation&& operation) noexcept -> decltype(operation())
     } catch (const std::exception& e) {
         logCaught(e.what());
     } catch (...) {
-        logError(std::string("Catched an unknown exception while opening a data file."));
+        logError("Catched an unknown exception while opening a data file.");
     }
     return decltype(operation())();
 }

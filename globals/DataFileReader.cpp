@@ -183,18 +183,13 @@ std::optional<QByteArray> unpackOrLog(const Archive& archive, const QByteArray& 
 /// Throws for a block that cannot be decrypted.
 QByteArray decryptBlock(const QByteArray& block, const QByteArray& password)
 {
-    if (block.size() < HEADER_SIZE)
-        throw std::length_error("The data block is shorter than its header.");
-    const int size = block.size() - HEADER_SIZE;
-    if (size % BLOCK_SIZE != 0)
-        throw std::length_error("The data block does not end with a whole block of the cipher.");
-    const int padding = static_cast<unsigned char>(block[0]);
-    if (padding > MAX_PAD_COUNT || padding > size)
-        throw std::out_of_range("The data block has an invalid pad count.");
+    if (const char* fault = faultOf(block))
+        throw std::length_error(fault);
 
     const auto* bytes = reinterpret_cast<const CryptoPP::byte*>(block.constData());
     const CryptoPP::SecByteBlock key = deriveKey(password, password.size() / 2);
     const CryptoPP::AES::Decryption cipher(key, key.size());
+    const int size = block.size() - HEADER_SIZE;
     QByteArray plain = newBuffer(size);
     // CBC: to each decrypted block the cipher text before it is added, and before the first one lies the
     // initialisation vector. Not CBC_Mode, which goes through the blocks backwards, against the processor's
@@ -202,7 +197,7 @@ QByteArray decryptBlock(const QByteArray& block, const QByteArray& password)
     cipher.AdvancedProcessBlocks(
         bytes + HEADER_SIZE, bytes + PAD_COUNT_SIZE, reinterpret_cast<CryptoPP::byte*>(plain.data()),
         static_cast<std::size_t>(size), CryptoPP::BlockTransformation::BT_AllowParallel);
-    plain.truncate(size - padding);
+    plain.truncate(size - block[0]);
     return plain;
 }
 

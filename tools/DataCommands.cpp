@@ -3,6 +3,7 @@
 #include "tools/Files.h"
 #include "tools/Password.h"
 
+#include "globals/DataBlock_p.h"
 #include "globals/DataFileCreator.h"
 #include "globals/DataFileReader.h"
 
@@ -34,7 +35,7 @@ QByteArray decrypted(const QString& path, const QByteArray& content, const QStri
     const DataFileReader reader(path, password);
     if (reader.isArchiv())
         throw Failure(QStringLiteral("%1 is an archive; use \"data extract\"").arg(path));
-    if (!hasProtectedForm(content))
+    if (DataBlock::faultOf(content))
         throw Failure(QStringLiteral("File %1 is damaged: it is no protected block").arg(path));
     return reader.decryptData(content);
 }

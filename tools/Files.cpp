@@ -4,6 +4,8 @@
 #include "tools/Interruption.h"
 #include "tools/NewFile.h"
 
+#include "globals/DataBlock_p.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -12,10 +14,6 @@
 namespace globalsctl {
 
 namespace {
-
-/// A protected block is a pad count, an initialisation vector and whole blocks of the cipher.
-constexpr int BLOCK_SIZE = 16;
-constexpr int HEADER_SIZE = 1 + BLOCK_SIZE;
 
 void openForReading(QFile& file, qint64 largest)
 {
@@ -79,17 +77,8 @@ void writeTarget(const QString& target, const QByteArray& content)
 
 void requireWhole(const QByteArray& block, const QByteArray& plain)
 {
-    if (block.size() < HEADER_SIZE + plain.size())
+    if (block.size() < TEKLUVA::DataBlock::HEADER_SIZE + plain.size())
         throw Failure(QStringLiteral("there is not enough memory to encrypt %1 bytes").arg(plain.size()));
-}
-
-bool hasProtectedForm(const QByteArray& bytes)
-{
-    const int size = bytes.size() - HEADER_SIZE;
-    if (size < 0 || size % BLOCK_SIZE != 0)
-        return false;
-    const int padCount = static_cast<uchar>(bytes[0]);
-    return padCount < BLOCK_SIZE && padCount <= size;
 }
 
 } // namespace globalsctl

@@ -29,7 +29,4 @@ void writeTarget(const QString& target, const QByteArray& content);
 /// Refuses a \p block without the cipher text of \p plain, for which there was no memory.
 void requireWhole(const QByteArray& block, const QByteArray& plain);
 
-/// Whether \p bytes have the form of a protected data block. Other content may have it, too, by chance.
-bool hasProtectedForm(const QByteArray& bytes);
-
 } // namespace globalsctl

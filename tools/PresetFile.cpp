@@ -4,6 +4,7 @@
 #include "tools/Files.h"
 #include "tools/PresetTypes.h"
 
+#include "globals/DataBlock_p.h"
 #include "globals/Exception.h"
 
 #include <QTextCodec>
@@ -40,14 +41,14 @@ bool isUtf8(const QByteArray& bytes)
 bool isText(const QByteArray& bytes)
 {
     return isReadable(QString::fromUtf8(bytes.constData(), bytes.size()))
-           && (isUtf8(bytes) || !hasProtectedForm(bytes));
+           && (isUtf8(bytes) || DataBlock::faultOf(bytes));
 }
 
 /// The text of the protected file \p path, which has \p bytes.
 QString decryptedText(const QString& path, const QByteArray& bytes)
 {
     QString text = PresetManager::textOfFile(path); // throws for an archive
-    if (!hasProtectedForm(bytes)) {
+    if (DataBlock::faultOf(bytes)) {
         throw Failure(
             QStringLiteral("File %1 is damaged: neither a protected preset file nor plain text").arg(path));
     }

@@ -1,5 +1,7 @@
 #include "globals/ReadAhead_p.h"
 
+#include "globals/Descriptor_p.h"
+
 #include <QtGlobal>
 
 #include <algorithm>
@@ -55,13 +57,9 @@ public:
         struct stat status
         {
         };
-        m_isFile = m_descriptor >= 0 && fstat(m_descriptor, &status) == 0 && S_ISREG(status.st_mode);
+        m_isFile =
+            m_descriptor.isOpen() && fstat(m_descriptor.get(), &status) == 0 && S_ISREG(status.st_mode);
         m_size = status.st_size;
-    }
-    ~ReadAhead()
-    {
-        if (m_descriptor >= 0)
-            ::close(m_descriptor);
     }
 
     /// False for a file that is not there, and for a folder, pipe or device, which might never end.
@@ -133,13 +131,13 @@ private:
         // From a multiple of its size, because the directory is looked for from the end backwards.
         window.begin = m_position - m_position % Window::SIZE;
         const auto size = static_cast<std::size_t>(std::min(Window::SIZE, m_size - window.begin));
-        const auto count =
-            unlessInterrupted([&] { return pread(m_descriptor, window.bytes.data(), size, window.begin); });
+        const auto count = unlessInterrupted(
+            [&] { return pread(m_descriptor.get(), window.bytes.data(), size, window.begin); });
         m_hasFailed |= count < 0;
         window.size = std::max<qint64>(count, 0);
     }
 
-    const int m_descriptor;
+    const Descriptor m_descriptor;
     bool m_isFile = false;
     qint64 m_size = 0;
     qint64 m_position = 0;

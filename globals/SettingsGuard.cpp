@@ -1,5 +1,7 @@
 #include "globals/SettingsGuard_p.h"
 
+#include "globals/Descriptor_p.h"
+
 #include <QDataStream>
 #include <QDateTime>
 #include <QDir>
@@ -26,26 +28,6 @@ namespace {
 constexpr qint64 MOST_BYTES_PER_BYTE = 4;
 /// A new section head, line ends and the file system's own block.
 constexpr qint64 MARGIN = 8192;
-
-class FileDescriptor
-{
-    Q_DISABLE_COPY(FileDescriptor)
-
-public:
-    explicit FileDescriptor(int descriptor)
-        : m_descriptor(descriptor)
-    {
-    }
-    ~FileDescriptor()
-    {
-        if (m_descriptor >= 0)
-            ::close(m_descriptor);
-    }
-    operator int() const { return m_descriptor; }
-
-private:
-    const int m_descriptor;
-};
 
 /// A file in \p folder that has no name, so that nothing is left behind whatever happens.
 int openUnnamed(const QString& folder)
@@ -77,7 +59,8 @@ int fill(int file, qint64 size)
     return 0;
 }
 
-bool saysFull(int error)
+/// An error of the disk itself, too: to write is what ruins the file then.
+bool forbidsWriting(int error)
 {
     return error == ENOSPC || error == EDQUOT || error == EFBIG || error == EIO;
 }
@@ -118,10 +101,10 @@ bool hasRoom(const QString& settingsFile, qint64 addedBytes)
     const QFileInfo info(placeOf(settingsFile));
     const QString folder = info.absolutePath();
     QDir().mkpath(folder);
-    const FileDescriptor file(openUnnamed(folder));
-    if (file < 0)
-        return !saysFull(errno);
-    return !saysFull(fill(file, MOST_BYTES_PER_BYTE * info.size() + addedBytes + MARGIN));
+    const Descriptor file(openUnnamed(folder));
+    if (!file.isOpen())
+        return !forbidsWriting(errno);
+    return !forbidsWriting(fill(file.get(), MOST_BYTES_PER_BYTE * info.size() + addedBytes + MARGIN));
 }
 
 qint64 sizeInFile(const QString& group, const QString& key, const QVariant& value)

@@ -16,8 +16,9 @@ namespace TEKLUVA::SettingsGuard {
 /// and given back before Qt writes. Somebody else may still fill the disk in between; that gap is some
 /// microseconds wide.
 ///
-/// \p addedBytes is what the changes take at most, see sizeInFile(). In doubt the answer is yes: other
-/// failures, such as a folder that may not be written, are met by Qt without harm to the file.
+/// \p addedBytes is what the changes take at most, see sizeInFile(). The answer is no for a full and for a
+/// failing disk; in doubt it is yes: other failures, such as a folder that may not be written, are met by Qt
+/// without harm to the file.
 [[nodiscard]] bool hasRoom(const QString& settingsFile, qint64 addedBytes);
 
 /// The most bytes that \p group, \p key and \p value can take in the file.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/Descriptor.h"
+#include "globals/Descriptor_p.h"
 
 #include <QSocketNotifier>
 
@@ -38,8 +38,8 @@ private:
     explicit Interruption(const std::array<int, 2>& pipe);
     void requestAbort();
 
-    const Descriptor m_readEnd;
-    const Descriptor m_writeEnd;
+    const TEKLUVA::Descriptor m_readEnd;
+    const TEKLUVA::Descriptor m_writeEnd;
     QSocketNotifier m_notifier;
     std::array<struct sigaction, SIGNALS.size()> m_before{};
     int m_signal = 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/Descriptor.h"
+#include "globals/Descriptor_p.h"
 
 #include <QByteArray>
 #include <QString>
@@ -42,7 +42,7 @@ private:
 
     const QByteArray m_path;
     const QByteArray m_newPath;
-    Descriptor m_file;
+    TEKLUVA::Descriptor m_file;
     bool m_isToRemove;
     QString m_error;
 };

@@ -21,7 +21,7 @@ int openTerminal()
 
 bool Terminal::isThere()
 {
-    return Descriptor(openTerminal()).isOpen();
+    return TEKLUVA::Descriptor(openTerminal()).isOpen();
 }
 
 Terminal::Terminal()

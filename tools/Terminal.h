@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/Descriptor.h"
+#include "globals/Descriptor_p.h"
 #include "tools/Interruption.h"
 
 #include <QByteArray>
@@ -31,7 +31,7 @@ private:
     void waitForInput();
 
     Interruption m_interruption;
-    Descriptor m_terminal;
+    TEKLUVA::Descriptor m_terminal;
     termios m_before{};
 };
 

@@ -4,7 +4,7 @@
 
 #include <unistd.h>
 
-namespace globalsctl {
+namespace TEKLUVA {
 
 /// A file descriptor that is closed at the end of its scope; a negative one stands for none.
 class Descriptor
@@ -33,4 +33,4 @@ private:
     int m_descriptor;
 };
 
-} // namespace globalsctl
+} // namespace TEKLUVA

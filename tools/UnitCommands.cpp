@@ -29,29 +29,42 @@ constexpr DimensionRow DIMENSIONS[] = {
     {"cubic", E_MD_CUBIC},
 };
 
-std::optional<E_MeasurementDimension> dimensionOf(const QString& name)
+using Words = QList<std::pair<QString, int>>;
+
+/// The words for a dimension, and which it is.
+Words dimensions()
 {
-    for (const DimensionRow& row : DIMENSIONS) {
-        if (name == QLatin1String(row.name))
-            return row.dimension;
-    }
-    return std::nullopt;
+    Words words;
+    for (const DimensionRow& row : DIMENSIONS)
+        words.append({QString::fromLatin1(row.name), row.dimension});
+    return words;
 }
 
-std::optional<E_MeasurementUnit> unitOf(const QString& abbreviation)
+/// The words for a unit, and which it is.
+Words units()
 {
+    Words words;
     for (int unit = E_MU_MILLIMETER; unit <= E_MU_FOOT; ++unit) {
         const auto candidate = E_MeasurementUnit(unit);
-        if (MeasurementManager::getInstance()->getLinearMeasurementUnitAbbrevation(candidate) == abbreviation)
-            return candidate;
+        words.append(
+            {MeasurementManager::getInstance()->getLinearMeasurementUnitAbbrevation(candidate), unit});
     }
-    return std::nullopt;
+    return words;
 }
 
-int complainOfWord(const char* option, const QString& word, const char* expected)
+/// Which of the \p words the command line gives for \p option; a complaint and nothing for any other.
+std::optional<int> chosen(const QCommandLineParser& line, const QString& option, const Words& words)
 {
-    return complainOfUsage(QStringLiteral("units: --%1 is \"%2\", not one of %3")
-                               .arg(QString::fromLatin1(option), word, QString::fromLatin1(expected)));
+    const QString given = line.value(option);
+    QStringList known;
+    for (const auto& [word, number] : words) {
+        if (word == given)
+            return number;
+        known << word;
+    }
+    complainOfUsage(QStringLiteral("units: --%1 is \"%2\", not one of %3")
+                        .arg(option, given, known.join(QStringLiteral(", "))));
+    return std::nullopt;
 }
 
 void answerValue(const QCommandLineParser& line, double number, const QString& text)
@@ -68,29 +81,25 @@ void answerValue(const QCommandLineParser& line, double number, const QString& t
 
 int convertUnits(const QCommandLineParser& line)
 {
-    const QString words[] = {line.value(QStringLiteral("from")), line.value(QStringLiteral("to")),
-                             line.value(QStringLiteral("dimension"))};
-    const auto from = unitOf(words[0]);
-    const auto to = unitOf(words[1]);
-    const auto dimension = dimensionOf(words[2]);
-    if (!from)
-        return complainOfWord("from", words[0], "mm, cm, m, in, ft");
-    if (!to)
-        return complainOfWord("to", words[1], "mm, cm, m, in, ft");
+    const auto from = chosen(line, QStringLiteral("from"), units());
+    const auto to = from ? chosen(line, QStringLiteral("to"), units()) : std::nullopt;
+    const auto dimension = to ? chosen(line, QStringLiteral("dimension"), dimensions()) : std::nullopt;
     if (!dimension)
-        return complainOfWord("dimension", words[2], "linear, squared, cubic");
+        return WrongUsage;
 
     const QString given = line.positionalArguments().value(0);
     bool isNumber = false;
     const double value = given.toDouble(&isNumber);
     if (!isNumber || !std::isfinite(value))
         return complainOfUsage(QStringLiteral("units: VALUE is \"%1\", not a number").arg(given));
-    const MeasurementManager* units = MeasurementManager::getInstance();
-    const double internal = units->fromMeasurementUnit(*dimension, *from, value);
-    const double number = units->toMeasurementUnit(*dimension, *to, internal);
+    const MeasurementManager* manager = MeasurementManager::getInstance();
+    const auto in = E_MeasurementDimension(*dimension);
+    const auto shown = E_MeasurementUnit(*to);
+    const double internal = manager->fromMeasurementUnit(in, E_MeasurementUnit(*from), value);
+    const double number = manager->toMeasurementUnit(in, shown, internal);
     if (!std::isfinite(number))
         return complainOfUsage(QStringLiteral("units: VALUE is too large"));
-    answerValue(line, number, units->createMeasurementString(*dimension, *to, internal, true));
+    answerValue(line, number, manager->createMeasurementString(in, shown, internal, true));
     return Done;
 }
 

@@ -12,9 +12,7 @@
 #include <array>
 #include <cmath>
 
-#ifdef Q_OS_UNIX
 #include <unistd.h>
-#endif
 
 namespace globalsctl {
 
@@ -68,11 +66,7 @@ QString swatchOf(const Components& rgb)
 
 bool mayAnswerInColour()
 {
-#ifdef Q_OS_UNIX
     return qEnvironmentVariableIsEmpty("NO_COLOR") && isatty(STDOUT_FILENO) != 0;
-#else
-    return false;
-#endif
 }
 
 QString decimals(float value, int count = 3)

@@ -7,10 +7,8 @@
 
 #include <cstdio>
 
-#ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <unistd.h>
-#endif
 
 namespace globalsctl {
 
@@ -65,7 +63,6 @@ QVector<int> columnWidths(const QList<QStringList>& rows)
 
 void reserveStandardStreams()
 {
-#ifdef Q_OS_UNIX
     // Opened for reading only: writing an answer to it has to fail.
     int descriptor = 0;
     do {
@@ -73,7 +70,6 @@ void reserveStandardStreams()
     } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
     if (descriptor >= 0)
         close(descriptor);
-#endif
 }
 
 void answer(const QString& text)

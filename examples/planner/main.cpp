@@ -44,6 +44,7 @@ int main(int argc, char** argv)
         result = show();
         config->setRuntimeState(E_RS_SHUTDOWN);
     } catch (const Exception& e) {
+        config->setRuntimeState(E_RS_CRASHED);
         QMessageBox::critical(nullptr, QString::fromUtf8(e.what()), QString::fromUtf8(e.getDescription()));
     }
     delete LogManager::getInstance();

@@ -109,6 +109,7 @@ int main(int argc, char** argv)
         ConfigManager::getInstance()->setRuntimeState(E_RS_SHUTDOWN);
     } catch (const Exception& e) {
         QTextStream(stderr) << e.what() << "\n" << e.getDescription() << "\n";
+        ConfigManager::getInstance()->setRuntimeState(E_RS_CRASHED);
         result = EXIT_FAILURE;
     }
     out().flush();

@@ -15,6 +15,11 @@ void logToActive(E_LogLevel level, const std::string& message, const std::string
         log->logMessage(level, message, location, line);
 }
 
+void logError(const char* message)
+{
+    logToActive(E_LL_ERROR, message);
+}
+
 void logError(const std::string& message)
 {
     logToActive(E_LL_ERROR, message);

@@ -13,6 +13,7 @@ namespace TEKLUVA {
 void logToActive(E_LogLevel level, const std::string& message, const std::string& location = {},
                  unsigned int line = 0);
 
+void logError(const char* message);
 void logError(const std::string& message);
 void logError(const QString& message);
 void logWarning(const QString& message);

@@ -65,7 +65,8 @@ public:
     bool setPath(const E_PathType& type, const QString& path);
     /// Restores the rule for one of these four types. An error entry for other types.
     void resetPath(const E_PathType& type);
-    /// The fixed folder name of a cache or user folder, "model"; empty for the types that have none.
+    /// The fixed folder name of a cache or user folder, "model"; empty for the types that have none, whose
+    /// folder is made as by getPath().
     QString getDirName(const E_PathType& type) const;
     /// @}
 
@@ -177,8 +178,8 @@ public:
 
     /// \name Fonts
     /// The register knows the families that the application has loaded from its own files, by the id that
-    /// Qt's font database gave them. It may be used from any thread, except that removeFont() unloads; what
-    /// asks the font database belongs on the main thread of a QGuiApplication.
+    /// Qt's font database gave them. addFontFamily() and removeFont(), which unloads in the calling thread,
+    /// are for any thread; what asks the font database belongs on the main thread of a QGuiApplication.
     /// @{
     QMap<QString, QStringList> getFonts() const; ///< all families of the font database with their styles
     /// Registers \p family. False when it is registered already; it keeps its id then.

@@ -45,8 +45,8 @@ public:
     void setSystemFontMap(const QMap<QString, int>& fonts) { set(m_systemFontMap, fonts); }
     /// False when \p family has an id already, which it keeps.
     bool addFontFamily(const QString& family, int id);
-    /// Removes the families of \p id and unloads that font, on the main thread. False when there is no such
-    /// family or the font could not be unloaded.
+    /// Removes the families of \p id and unloads that font, in the calling thread. False when there is no
+    /// such family or the font could not be unloaded.
     bool removeFont(int id);
     bool hasFont(const QString& family) const;
 

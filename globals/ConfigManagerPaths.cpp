@@ -19,7 +19,7 @@ bool ConfigManager::setPath(const E_PathType& type, const QString& path)
         resetPath(type);
     const QString key = overrideKey(type);
     if (key.isEmpty()) {
-        logError(std::string("The given path type is unsupported to be changed yet."));
+        logError("The given path type is unsupported to be changed yet.");
         return false;
     }
     // An empty path is written as well; getPath() takes an empty value for none.
@@ -31,7 +31,7 @@ void ConfigManager::resetPath(const E_PathType& type)
 {
     const QString key = overrideKey(type);
     if (key.isEmpty())
-        logError(std::string("The given path type is not be supported to be reseted yet."));
+        logError("The given path type is not be supported to be reseted yet.");
     else
         removeSetting(SettingsKeys::USER_PATHS, key);
 }

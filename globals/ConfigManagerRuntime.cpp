@@ -49,7 +49,7 @@ QDateTime ConfigManager::syncToServerTime(const QDateTime& time) const
 void ConfigManager::setCurrentServerTime(const QDateTime& serverTime)
 {
     if (!serverTime.isValid()) {
-        logError(std::string("The server time is not valid."));
+        logError("The server time is not valid.");
         return;
     }
     const qint64 before = m_data.getServerTimeDiff();

@@ -58,7 +58,8 @@ public:
     /// \name Archives
     /// Write a new archive to \p archivPath. An older file there is replaced once the new one is complete and
     /// on disk; a failure leaves it as it was, and no trace of the new one. A folder, pipe or device is never
-    /// replaced. False for no entries, for an empty path, and when anything fails or \p goOn ends the work.
+    /// replaced. False for no entries, for an empty path, and when anything fails or \p goOn ends the work;
+    /// but a failure of the cipher leaves its entry without content, see encryptData().
     ///
     /// With a password each entry is a protected data block, and its name is the last part of the key or
     /// path; two of the same name become two entries. Without one, the content is stored as it is.

@@ -58,7 +58,8 @@ public:
 
     /// Visits the entries in the order of the archive, in one pass over it and with one of them at a time in
     /// memory, until \p visit answers false. False, and logged, for a file that is no archive, that has no
-    /// entries, or whose list of entries is damaged. What \p visit throws goes through to the caller.
+    /// entries, or whose list of entries is damaged. What \p visit throws goes through to the caller, and so
+    /// does std::bad_alloc when there is no memory left for a name.
     bool visitArchivedFiles(const std::function<bool(const ArchivedFile&)>& visit) const;
 
     /// The content of the entry \p name (upper and lower case differ), decrypted. Failures are logged. An

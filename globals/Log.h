@@ -20,9 +20,10 @@ namespace TEKLUVA {
 ///     LogManager::getInstance()->setActiveLog(log);
 ///     log->logStatusMessage("Started.", "", 0);
 ///
-/// Threads: logMessage() and its four shorthands, resetLog(), setLogName(), getName() and getFilePath() may
-/// be called from any thread; lines are written whole, each once. writeEntry(), clear() and getEntry() do
-/// not wait for them: call them on the main thread, and the first two while nobody else uses the log.
+/// Threads: logMessage() and its four shorthands, resetLog(), setLogName(), getName(), getFilePath() and
+/// getEntryCount() may be called from any thread; lines are written whole, each once. writeEntry(), clear()
+/// and getEntry() do not wait for them: call them on the main thread, and the first two while nobody else
+/// uses the log.
 ///
 /// Ownership: a log owns its entries and its file. The LogManager deletes the logs registered with it when it
 /// is cleared; until then whoever created a log may delete it.

@@ -255,7 +255,7 @@ private:
     void make(const QString& folder, const char* cannotCreate) const
     {
         if (m_makes && !QDir().mkpath(folder))
-            logError(std::string(cannotCreate));
+            logError(cannotCreate);
     }
 
     void descend(QDir& folder, const Folder& step) const
@@ -271,9 +271,9 @@ private:
         }
         // Looked for again, because somebody else may have made it in between.
         if (!folder.exists(name) && !folder.mkdir(name) && !folder.exists(name))
-            logError(std::string(step.cannotCreate));
+            logError(step.cannotCreate);
         if (!folder.cd(name))
-            logError(std::string(step.cannotEnter));
+            logError(step.cannotEnter);
     }
 
     const PathOverrides& m_overrides;

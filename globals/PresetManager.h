@@ -57,9 +57,9 @@ public:
     /// @{
 
     /// Installs the defaults and reads "presets.dat" in the application's folder. Throws Exception:
-    /// E_ET_FILE_MISSING_ERROR, or E_ET_IMPORT_ERROR when the file is an archive or holds a malformed line or
-    /// an unknown key; the presets before that line stay in force. Content that cannot be read is no lines,
-    /// with a warning.
+    /// E_ET_MISSING_DATA without the file, E_ET_FATAL when it is an archive or holds a malformed line or an
+    /// unknown key; the presets before that line stay in force. Content that cannot be read is no lines, with
+    /// a warning.
     void init();
     /// The pieces of init(), for other files and for text. Those that read throw as init() does.
     void fillNameMap();
@@ -69,7 +69,8 @@ public:
     void readLine(const QString& line);
     /// The decrypted text of a protected preset file.
     static QString textOfFile(const QString& path);
-    /// The content of a protected preset file with \p text, UTF-8, whose lines are not checked.
+    /// The content of a protected preset file with \p text, UTF-8, whose lines are not checked. Its first 17
+    /// bytes only when it could not be encrypted, such as for want of memory.
     static QByteArray protectedContent(const QByteArray& text);
     /// The two sides of a line KEY=VALUE; nothing for an empty line and a comment ("#").
     static std::optional<PresetLine> parseLine(const QString& line);
@@ -88,7 +89,7 @@ public:
     /// @}
 
     /// \name Checked writing
-    /// Both throw Exception type 2 for a key or number that is no preset.
+    /// Both throw Exception, E_ET_FATAL, for a key or number that is no preset.
     /// @{
     void setPreset(const QString& key, const QVariant& value);
     void setPreset(const E_PresetValue& key, const QVariant& value);
@@ -118,8 +119,8 @@ private:
 
     static PresetManager* __instance;
 
-    /// By number, from 0 to 101. An array, because presets are asked for in loops over geometry.
-    std::array<std::optional<QVariant>, 102> m_presets;
+    /// By number, from 0 on. An array, because presets are asked for in loops over geometry.
+    std::array<std::optional<QVariant>, E_PV_LIGHT_QUADRATIC_ATTENUATION + 1> m_presets;
     QHash<QString, E_PresetValue> m_values; ///< by key
 };
 

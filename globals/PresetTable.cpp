@@ -185,6 +185,8 @@ constexpr PresetTable PRESETS = {{
 /// The place of each value's row.
 constexpr auto placesByValue()
 {
+    static_assert(PRESET_COUNT + E_PV_FALLBACK == E_PV_LIGHT_QUADRATIC_ATTENUATION,
+                  "PresetManager has a place for each");
     std::array<int, PRESET_COUNT + E_PV_FALLBACK + 1> places{};
     for (int& place : places)
         place = -1;

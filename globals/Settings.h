@@ -34,7 +34,8 @@ class GLOBALS_EXPORT Settings
 public:
     Settings() = default;
     Settings(const QString& path, QSettings::Format format, QObject* parent);
-    /// Shares the other object's store but not its lock: the two do not exclude each other.
+    /// Shares the other object's store but not its lock: the two do not exclude each other. The store ends
+    /// with the first of them to end, and the other does nothing from then on.
     Settings(const Settings& other);
     Settings& operator=(const Settings&) = delete;
     ~Settings();

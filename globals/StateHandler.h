@@ -31,7 +31,7 @@ namespace TEKLUVA {
 ///
 /// Ownership: without a parent; nothing in the library destroys it. It owns the steps: they live in its
 /// thread and are deleted there after the next newProcess(). A step that is replaced by one of the same name
-/// is never deleted, and so are the last process's steps when the handler is destroyed.
+/// is never deleted, and neither are the last process's steps when the handler is destroyed.
 class GLOBALS_EXPORT StateHandler : public QObject
 {
     Q_OBJECT

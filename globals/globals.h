@@ -69,7 +69,7 @@ enum E_RuntimeState : int {
     E_RS_CRASHING = 4,     ///< the application is ending by a failure
     E_RS_SHUTDOWN = 5,     ///< a clean end
     E_RS_CRASHED = 6,      ///< ended by a failure; also the answer to a word that is none of these
-    E_RS_UPDATING = 7,     ///< ended for an update
+    E_RS_UPDATING = 7,     ///< an update had begun and did not end
     E_RS_FIRST_START = 8,  ///< nothing is recorded
     E_RS_RESTART = 9,      ///< ended to start again
 };

@@ -6,8 +6,8 @@
 
 namespace TEKLUVA {
 
-/// What a filter looks at, and how it compares. The application defines the enumerators; the library only
-/// stores the numbers.
+/// What a filter looks at, and how it compares. The application defines the enumerators, in the same words
+/// with "{ ... }" behind them; the library only stores the numbers.
 enum E_FilterType : int;
 enum E_FilterOption : int;
 

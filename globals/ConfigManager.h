@@ -156,7 +156,7 @@ public:
     qint64 getDirectoryContentSize(const QString& path) const;
     /// Makes \p path and its parents unless something exists there. False when that failed.
     bool createDirectory(const QString& path);
-    /// The whole file. \p ok tells whether it was read; a missing file is no error entry.
+    /// The whole file, below 2 GiB. \p ok tells whether it was read; a missing file is no error entry.
     QByteArray readDataFromFile(const QString& filename, bool& ok);
     /// Writes \p data, which must not be empty. A file that is not appended to is replaced when all is on
     /// disk; a failure leaves the old content as it was.

@@ -137,8 +137,7 @@ QByteArray ConfigManager::readDataFromFile(const QString& filename, bool& ok)
         failed("The filename must not be empty to write data to file.");
         return QByteArray();
     }
-    const QFileInfo info(filename);
-    if (!info.exists())
+    if (!QFileInfo::exists(filename))
         return QByteArray();
     const std::optional<QByteArray> content = contentOf(filename);
     ok = content.has_value() || failed("Could not open file to write.");
@@ -155,12 +154,16 @@ bool ConfigManager::writeDataToFile(const QString& filename, const QByteArray& d
     const qint64 before = QFileInfo(filename).size();
     if (isPipe(filename) || !file->open(append ? QIODevice::Append : QIODevice::WriteOnly))
         return failed(append ? "Could not open file to append data." : "Could not open file to write.");
-    const bool isWritten = file->write(data) == data.size();
+    const qint64 accepted = file->write(data); // some of it into the buffer
+    const bool isWritten = accepted == data.size();
     if (isWritten && finish(*file))
         return true;
-    file.reset();
-    if (append && QFileInfo(filename).size() > before)
-        QFile::resize(filename, before); // no half record behind the old ones
+    const qint64 written = qMax<qint64>(accepted, 0) - file->bytesToWrite();
+    const bool isAlone = QFileInfo(filename).size() == before + written;
+    file.reset(); // tries once more to write what is in the buffer
+    // No half record behind the old ones; but the records of other processes stay.
+    if (append && isAlone && QFileInfo(filename).size() > before)
+        QFile::resize(filename, before);
     return failed(isWritten ? "Could not flush file." : "Could not write data to file.");
 }
 

@@ -11,6 +11,8 @@
 #include <QObject>
 #include <QStringList>
 
+#include <optional>
+
 namespace TEKLUVA {
 
 /// \name Clean-up after an update
@@ -143,11 +145,11 @@ public:
     /// @{
 
     /// Copies the files of the folder \p source into the folder \p target; both must exist, and \p target not
-    /// lie in \p source. With \p recursive sub-folders as well; links to folders are copied as links. \p
-    /// suffixes (without dots) selects files, none selects all. \p removeSource removes each file that was
-    /// copied. For a file that exists the user is asked in a message box; where nobody can be asked (no
-    /// QApplication, or not its thread) it stays. False when a file could not be copied or nobody could be
-    /// asked; the walk goes on all the same.
+    /// lie in \p source. With \p recursive sub-folders as well; links to folders are copied as links if they
+    /// lead to the same folder from there, or to its copy. \p suffixes (without dots) selects files, none
+    /// selects all. \p removeSource removes each file that was copied. For a file that exists the user is
+    /// asked in a message box; where nobody can be asked (no QApplication, or not its thread) it stays. False
+    /// when something could not be copied or nobody could be asked; the walk goes on all the same.
     bool copyDirectory(const QString& source, const QString& target, bool recursive, bool removeSource,
                        const QStringList& suffixes);
     /// Deletes \p path with all in it. Links are deleted, not followed. False when something is left.
@@ -240,7 +242,7 @@ private:
     void moveData(const QString& base, const QString& old, const QString& leftover);
     void removeFilesOf(const QString& name, E_PathType type) const;
     void removeAddsOf(const QString& name, E_PathType type);
-    bool askToReplace(const QString& file) const;
+    std::optional<bool> askToReplace(const QString& file) const;
 
     static ConfigManager* __instance;
 

@@ -96,18 +96,14 @@ QString accountOf(const QString& user)
 bool ConfigManager::copyDirectory(const QString& source, const QString& target, bool recursive,
                                   bool removeSource, const QStringList& suffixes)
 {
-    bool unasked = false;
-    const auto mayReplace = [this, &unasked](const QString& file) {
-        if (canAsk())
-            return askToReplace(file);
-        unasked = true;
-        return false;
-    };
-    return FileTree::copy(source, target, {recursive, removeSource, suffixes, mayReplace}) && !unasked;
+    const auto mayReplace = [this](const QString&, const QString& file) { return askToReplace(file); };
+    return FileTree::copy(source, target, {recursive, removeSource, suffixes, mayReplace, {}});
 }
 
-bool ConfigManager::askToReplace(const QString& file) const
+std::optional<bool> ConfigManager::askToReplace(const QString& file) const
 {
+    if (!canAsk())
+        return std::nullopt;
     const QString question = tr("Die Datei %1 existiert bereits. Soll sie überschrieben werden?").arg(file);
     return QMessageBox::information(nullptr, tr("Datei überschreiben"), question,
                                     QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes)

@@ -97,7 +97,7 @@ bool ConfigManager::copyDirectory(const QString& source, const QString& target, 
                                   bool removeSource, const QStringList& suffixes)
 {
     const auto mayReplace = [this](const QString&, const QString& file) { return askToReplace(file); };
-    return FileTree::copy(source, target, {recursive, removeSource, suffixes, mayReplace, {}});
+    return FileTree::copy(source, target, {recursive, removeSource, suffixes, mayReplace, {}, {}});
 }
 
 std::optional<bool> ConfigManager::askToReplace(const QString& file) const

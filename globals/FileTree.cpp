@@ -66,7 +66,7 @@ public:
                && place(fs::copy_file(nativePath(source), nativePath(m_copy), error), target);
     }
 
-    /// The older file stays until the new one is on disk.
+    /// An older file stays until the new one is on disk.
     bool replace(const QString& source, const QString& target) const
     {
         return m_beside.isValid() && place(QFile::copy(source, m_copy), target);
@@ -221,6 +221,8 @@ bool copyEntry(const QFileInfo& entry, const QString& target, const CopiesInto& 
         return true;
     if (entry.isSymLink() && !entry.exists())
         return copyLink(entry.filePath(), target, walk);
+    if (entry.filePath() == walk.rules.leftOut)
+        return true;
     // A pipe or a device has no content to copy, and opening it might never end.
     return entry.isFile() && copyFile(entry.filePath(), target, folder, walk);
 }
@@ -278,6 +280,14 @@ bool copy(const QString& source, const QString& target, const CopyRules& rules)
     if (!rules.removeSource || walk.copied.isEmpty())
         return whole;
     return waitForDisk(target) && removeAll(walk.copied) && whole;
+}
+
+bool copyFile(const QString& source, const QString& target, const CopyRules& rules)
+{
+    const std::optional<bool> isMeant = exists(target) ? rules.mayReplace(source, target) : true;
+    if (!isMeant.value_or(false))
+        return isMeant.has_value();
+    return CopiesInto(QFileInfo(target).path()).replace(source, target);
 }
 
 bool waitForDisk(const QString& folder)

@@ -18,6 +18,8 @@ struct CopyRules
     QStringList suffixes;
     /// Asked whether the file \p target, which exists, may be replaced by \p source. No answer is a failure.
     std::function<std::optional<bool>(const QString& source, const QString& target)> mayReplace;
+    /// A source file that is not copied.
+    QString leftOut;
     /// Folders, all of them there, that will be deleted: nothing is copied into them, and no copied link may
     /// need them.
     QStringList deletedLater;
@@ -28,6 +30,9 @@ struct CopyRules
 /// removed when all is copied and on disk. A link to a folder is copied with the text it has, and only if it
 /// leads to the same folder from its new place, or to the copy of that folder.
 bool copy(const QString& source, const QString& target, const CopyRules& rules);
+
+/// Copies one file by the same rules; it is on disk before it gets its name.
+bool copyFile(const QString& source, const QString& target, const CopyRules& rules);
 
 /// Waits until all that was written to the file system of \p folder is on disk. One wait for many files takes
 /// a fraction of the time that a wait for each of them does.

@@ -11,6 +11,8 @@
 #include <QObject>
 #include <QStringList>
 
+#include <optional>
+
 namespace TEKLUVA {
 
 /// \name Clean-up after an update
@@ -126,7 +128,8 @@ public:
     /// Cleans the settings file after Qt itself was updated, see __groups_to_keep.
     void handleQtVersionChanged();
     /// Moves the user's data from the folders of older installations unless this one has a settings file.
-    /// Runs in the constructor. Silent; what cannot be copied stays, with all the rest, for the next start.
+    /// Runs in the constructor. Silent. What cannot be copied stays, with all the rest, for the next start,
+    /// and so does all when the process is killed; but once this one has written a setting nothing is moved.
     void checkAndClean();
     /// @}
 
@@ -144,11 +147,11 @@ public:
     /// @{
 
     /// Copies the files of the folder \p source into the folder \p target; both must exist, and \p target not
-    /// lie in \p source. With \p recursive sub-folders as well; links to folders are copied as links. \p
-    /// suffixes (without dots) selects files, none selects all. \p removeSource removes each file that was
-    /// copied. For a file that exists the user is asked in a message box; where nobody can be asked (no
-    /// QApplication, or not its thread) it stays. False when a file could not be copied or nobody could be
-    /// asked; the walk goes on all the same.
+    /// lie in \p source. With \p recursive sub-folders as well; links to folders are copied as links if they
+    /// lead to the same folder from there, or to its copy. \p suffixes (without dots) selects files, none
+    /// selects all. \p removeSource removes each file that was copied. For a file that exists the user is
+    /// asked in a message box; where nobody can be asked (no QApplication, or not its thread) it stays. False
+    /// when something could not be copied or nobody could be asked; the walk goes on all the same.
     bool copyDirectory(const QString& source, const QString& target, bool recursive, bool removeSource,
                        const QStringList& suffixes);
     /// Deletes \p path with all in it. Links are deleted, not followed. False when something is left.
@@ -157,10 +160,11 @@ public:
     qint64 getDirectoryContentSize(const QString& path) const;
     /// Makes \p path and its parents unless something exists there. False when that failed.
     bool createDirectory(const QString& path);
-    /// The whole file. \p ok tells whether it was read; a missing file is no error entry.
+    /// The whole file, below 2 GiB. \p ok tells whether it was read; a missing file is no error entry.
     QByteArray readDataFromFile(const QString& filename, bool& ok);
     /// Writes \p data, which must not be empty. A file that is not appended to is replaced when all is on
-    /// disk; a failure leaves the old content as it was.
+    /// disk; a failure leaves the old content as it was. But in a folder that may not be written the file
+    /// itself is overwritten, and a failure loses its old content.
     bool writeDataToFile(const QString& filename, const QByteArray& data, bool append);
     /// \p name with ".rgm", always appended.
     QString getProjectFilename(const QString& name) const;
@@ -237,10 +241,10 @@ private:
     LastRun lastRun() const;
     QVariantMap lifeTimeRecord() const;
     QVariantMap errorRecord(unsigned int code) const;
-    void moveData(const QString& base, const QString& old, const QString& leftover);
+    bool moveData(const QString& base, const QString& old, const QString& leftover);
     void removeFilesOf(const QString& name, E_PathType type) const;
     void removeAddsOf(const QString& name, E_PathType type);
-    bool askToReplace(const QString& file) const;
+    std::optional<bool> askToReplace(const QString& file) const;
 
     static ConfigManager* __instance;
 

@@ -11,7 +11,10 @@
 #include <QThread>
 
 #include <algorithm>
+#include <limits>
 #include <memory>
+#include <new>
+#include <optional>
 #include <sys/stat.h>
 
 namespace TEKLUVA {
@@ -62,6 +65,24 @@ bool finish(QFileDevice& file)
     return true;
 }
 
+/// Nothing for what is no file, cannot be read to its end, or has no room in memory.
+std::optional<QByteArray> contentOf(const QString& filename)
+{
+    // A QByteArray keeps a header and an end beside its bytes. Of a larger file readAll() would return
+    // nothing, without an error.
+    constexpr qint64 LARGEST = std::numeric_limits<int>::max() - 64;
+    QFile file(filename);
+    const bool isFile = QFileInfo(filename).isFile(); // a device might never end
+    if (!isFile || !file.open(QIODevice::ReadOnly) || file.size() > LARGEST)
+        return std::nullopt;
+    try {
+        const QByteArray content = file.readAll();
+        return file.error() == QFileDevice::NoError ? std::make_optional(content) : std::nullopt;
+    } catch (const std::bad_alloc&) {
+        return std::nullopt;
+    }
+}
+
 /// The account that an auto-save belongs to.
 QString accountOf(const QString& user)
 {
@@ -75,18 +96,14 @@ QString accountOf(const QString& user)
 bool ConfigManager::copyDirectory(const QString& source, const QString& target, bool recursive,
                                   bool removeSource, const QStringList& suffixes)
 {
-    bool unasked = false;
-    const auto mayReplace = [this, &unasked](const QString& file) {
-        if (canAsk())
-            return askToReplace(file);
-        unasked = true;
-        return false;
-    };
-    return FileTree::copy(source, target, {recursive, removeSource, suffixes, mayReplace}) && !unasked;
+    const auto mayReplace = [this](const QString&, const QString& file) { return askToReplace(file); };
+    return FileTree::copy(source, target, {recursive, removeSource, suffixes, mayReplace, {}, {}});
 }
 
-bool ConfigManager::askToReplace(const QString& file) const
+std::optional<bool> ConfigManager::askToReplace(const QString& file) const
 {
+    if (!canAsk())
+        return std::nullopt;
     const QString question = tr("Die Datei %1 existiert bereits. Soll sie überschrieben werden?").arg(file);
     return QMessageBox::information(nullptr, tr("Datei überschreiben"), question,
                                     QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes)
@@ -116,17 +133,11 @@ QByteArray ConfigManager::readDataFromFile(const QString& filename, bool& ok)
         failed("The filename must not be empty to write data to file.");
         return QByteArray();
     }
-    const QFileInfo info(filename);
-    if (!info.exists())
+    if (!QFileInfo::exists(filename))
         return QByteArray();
-    QFile file(filename);
-    if (!info.isFile() || !file.open(QIODevice::ReadOnly)) { // a device might never end
-        failed("Could not open file to write.");
-        return QByteArray();
-    }
-    const QByteArray data = file.readAll();
-    ok = file.error() == QFileDevice::NoError;
-    return ok ? data : QByteArray();
+    const std::optional<QByteArray> content = contentOf(filename);
+    ok = content.has_value() || failed("Could not open file to write.");
+    return content.value_or(QByteArray());
 }
 
 bool ConfigManager::writeDataToFile(const QString& filename, const QByteArray& data, bool append)
@@ -139,12 +150,16 @@ bool ConfigManager::writeDataToFile(const QString& filename, const QByteArray& d
     const qint64 before = QFileInfo(filename).size();
     if (isPipe(filename) || !file->open(append ? QIODevice::Append : QIODevice::WriteOnly))
         return failed(append ? "Could not open file to append data." : "Could not open file to write.");
-    const bool isWritten = file->write(data) == data.size();
+    const qint64 accepted = file->write(data); // some of it into the buffer
+    const bool isWritten = accepted == data.size();
     if (isWritten && finish(*file))
         return true;
-    file.reset();
-    if (append && QFileInfo(filename).size() > before)
-        QFile::resize(filename, before); // no half record behind the old ones
+    const qint64 written = qMax<qint64>(accepted, 0) - file->bytesToWrite();
+    const bool isAlone = QFileInfo(filename).size() == before + written;
+    file.reset(); // tries once more to write what is in the buffer
+    // No half record behind the old ones; but the records of other processes stay.
+    if (append && isAlone && QFileInfo(filename).size() > before)
+        QFile::resize(filename, before);
     return failed(isWritten ? "Could not flush file." : "Could not write data to file.");
 }
 

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <vector>
 
 namespace TEKLUVA {
 
@@ -56,6 +57,68 @@ QStringList namesIn(const QDir& folder)
 QString folderBeside(const QString& base, const char* relative)
 {
     return QDir::cleanPath(QFileInfo(base).canonicalFilePath() + QLatin1Char('/') + QLatin1String(relative));
+}
+
+/// An older installation that is there.
+struct OldFolders
+{
+    QString data;
+    QString leftover;
+};
+
+/// Those that the data in \p base is not part of.
+std::vector<OldFolders> olderInstallations(const QString& base)
+{
+    std::vector<OldFolders> found;
+    for (const OlderInstallation& older : OLDER_INSTALLATIONS) {
+        const OldFolders folders{folderBeside(base, older.data), folderBeside(base, older.leftover)};
+        if (QFileInfo(folders.data).isDir() && !FileTree::isWithin(base, folders.data))
+            found.push_back(folders);
+    }
+    return found;
+}
+
+QStringList foldersToDelete(const std::vector<OldFolders>& found, const QString& base)
+{
+    QStringList folders;
+    for (const OldFolders& older : found) {
+        for (const QString& folder : {older.data, older.leftover}) {
+            if (QFileInfo(folder).isDir() && !FileTree::isWithin(base, folder))
+                folders << folder;
+        }
+    }
+    return folders;
+}
+
+QString settingsIn(const QString& folder)
+{
+    return QDir(folder).filePath(QStringLiteral("settings.ini"));
+}
+
+/// A link is no file of its own: what it leads to may be deleted later.
+bool isCopyOf(const QString& source, const QString& target)
+{
+    constexpr qint64 PIECE = qint64{1} << 20;
+    QFile first(source);
+    QFile second(target);
+    if (QFileInfo(target).isSymLink() || !QFileInfo(target).isFile() || !first.open(QIODevice::ReadOnly)
+        || !second.open(QIODevice::ReadOnly) || first.size() != second.size())
+        return false;
+    while (!first.atEnd()) {
+        const QByteArray piece = first.read(PIECE);
+        if (piece.isEmpty() || piece != second.read(PIECE))
+            return false;
+    }
+    return true;
+}
+
+/// All but the settings file, and not what an earlier start has copied before it failed or was killed.
+bool copyData(const QString& old, const QString& base, FileTree::CopyRules rules)
+{
+    for (const char* transient : {"/cache", "/logs"})
+        FileTree::remove(old + QLatin1String(transient));
+    rules.leftOut = settingsIn(old);
+    return FileTree::copy(old, base, rules) && FileTree::waitForDisk(base);
 }
 
 /// Whether data of the user lies in \p folder that must stay: the new data, because under some names of
@@ -123,24 +186,40 @@ void ConfigManager::handleQtVersionChanged()
 void ConfigManager::checkAndClean()
 {
     const QString base = getPath(E_PT_SETTINGS);
-    if (!QFileInfo(base).isDir() || QFileInfo::exists(base + QLatin1String("settings.ini")))
+    if (!QFileInfo(base).isDir() || QFileInfo::exists(settingsIn(base)))
         return;
-    for (const OlderInstallation& older : OLDER_INSTALLATIONS)
-        moveData(base, folderBeside(base, older.data), folderBeside(base, older.leftover));
+    const std::vector<OldFolders> found = olderInstallations(base);
+    FileTree::CopyRules rules;
+    rules.recursive = true;
+    rules.mayReplace = [this](const QString& source, const QString& target) {
+        return isCopyOf(source, target) ? std::make_optional(false) : askToReplace(target);
+    };
+    rules.deletedLater = foldersToDelete(found, base);
+    std::vector<OldFolders> copied;
+    for (const OldFolders& older : found) {
+        if (copyData(older.data, base, rules))
+            copied.push_back(older);
+    }
+    // The settings file says that nothing is left to do, so it comes when all the rest is there. Until then
+    // the next start tries again.
+    bool isWhole = copied.size() == found.size();
+    for (const OldFolders& older : copied) {
+        if (isWhole || !QFileInfo::exists(settingsIn(older.data)))
+            isWhole = moveData(base, older.data, older.leftover) && isWhole;
+    }
 }
 
-void ConfigManager::moveData(const QString& base, const QString& old, const QString& leftover)
+bool ConfigManager::moveData(const QString& base, const QString& old, const QString& leftover)
 {
-    if (!QFileInfo(old).isDir() || FileTree::isWithin(base, old))
-        return;
-    for (const char* transient : {"cache/", "logs/"})
-        deleteDirectory(old + QLatin1Char('/') + QLatin1String(transient));
-    // Each step only after the one before succeeded: until all is copied and on disk the old data stays as it
-    // is.
-    const bool isMoved = copyDirectory(old, base, true, false, QStringList()) && FileTree::waitForDisk(base)
-                         && deleteDirectory(old);
-    if (isMoved && !holdsData(leftover, base))
+    const QString settings = settingsIn(old);
+    FileTree::CopyRules rules;
+    rules.mayReplace = [this](const QString&, const QString& target) { return askToReplace(target); };
+    if (QFileInfo(settings).isFile()
+        && !(FileTree::copyFile(settings, settingsIn(base), rules) && FileTree::waitForDisk(base)))
+        return false;
+    if (deleteDirectory(old) && !holdsData(leftover, base))
         deleteDirectory(leftover);
+    return true;
 }
 
 void ConfigManager::removeEnvironmentVersions(const QString& name)

@@ -6,9 +6,9 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <optional>
 #include <system_error>
 #include <vector>
 
@@ -66,7 +66,7 @@ public:
                && place(fs::copy_file(nativePath(source), nativePath(m_copy), error), target);
     }
 
-    /// The older file stays until the new one is on disk.
+    /// An older file stays until the new one is on disk.
     bool replace(const QString& source, const QString& target) const
     {
         return m_beside.isValid() && place(QFile::copy(source, m_copy), target);
@@ -86,12 +86,34 @@ private:
     const QString m_copy;
 };
 
+/// A link that was copied.
+struct Link
+{
+    QString source;
+    QString target;
+    bool isNew; ///< was not there before
+};
+
 /// What a copy of a tree has to do.
 struct Walk
 {
     const CopyRules& rules;
-    QStringList copied; ///< sources that are to be removed
+    const QString source; ///< canonical
+    const QString target;
+    QStringList copied = {}; ///< sources that are to be removed
+    std::vector<Link> links = {};
 };
+
+QString canonical(const QString& path)
+{
+    return QFileInfo(path).canonicalFilePath();
+}
+
+bool isWithinOneOf(const QString& path, const QStringList& folders)
+{
+    return std::any_of(folders.begin(), folders.end(),
+                       [&path](const QString& folder) { return isWithin(path, folder); });
+}
 
 /// Broken links included.
 bool exists(const QString& path)
@@ -103,32 +125,77 @@ bool exists(const QString& path)
 bool copyFile(const QString& source, const QString& target, const CopiesInto& folder, Walk& walk)
 {
     const bool replaces = exists(target);
-    if (replaces && !walk.rules.mayReplace(target))
-        return true;
+    const std::optional<bool> isMeant = replaces ? walk.rules.mayReplace(source, target) : true;
+    if (!isMeant.value_or(false))
+        return isMeant.has_value();
     if (!(replaces ? folder.replace(source, target) : folder.copy(source, target)))
         return false;
     walk.copied << source;
     return true;
 }
 
-/// Empty for what is no link.
-QByteArray textOfLink(const QString& path)
-{
-    QByteArray text(4096, '\0');
-    const auto length = ::readlink(QFile::encodeName(path).constData(), text.data(),
-                                   static_cast<std::size_t>(text.size() - 1));
-    return text.left(static_cast<int>(qMax<ssize_t>(length, 0)));
-}
-
-/// The link itself, with the text it has: a relative one within the folder leads to the copies.
+/// The link itself, with the text it has: a relative one within the folder leads to the copies. Whether it
+/// does can be told when they are there.
 bool copyLink(const QString& source, const QString& target, Walk& walk)
 {
-    const QByteArray text = textOfLink(source);
-    const bool isThere = !text.isEmpty() && textOfLink(target) == text;
-    if (!isThere && ::symlink(text.constData(), QFile::encodeName(target).constData()) != 0)
+    std::error_code error;
+    const fs::path text = fs::read_symlink(nativePath(source), error);
+    const bool isThere =
+        !text.empty() && fs::read_symlink(nativePath(target), error).native() == text.native();
+    if (!isThere)
+        fs::create_symlink(text, nativePath(target), error);
+    if (error)
         return false;
-    walk.copied << source;
+    walk.links.push_back({source, target, !isThere});
     return true;
+}
+
+/// Whether one of \p folders is on the way to the existing \p path, at whichever of its links: without that
+/// folder nothing would be found there.
+bool leadsThrough(const fs::path& path, const QStringList& folders)
+{
+    std::error_code error;
+    fs::path here; // has no links in it
+    for (const fs::path& name : path) {
+        const fs::path step = here / name;
+        const fs::path text = fs::read_symlink(step, error);
+        if (!text.empty() && leadsThrough(here / text, folders))
+            return true;
+        here = fs::canonical(step, error);
+        if (isWithinOneOf(QFile::decodeName(here.c_str()), folders))
+            return true;
+    }
+    return false;
+}
+
+/// Whether the copy leads where the link does, or to the copy of that, and still will when the sources are
+/// gone. One that led nowhere is as good as it was.
+bool leadsOn(const Link& link, const Walk& walk)
+{
+    const QString place = canonical(link.source);
+    if (place.isEmpty())
+        return true;
+    QStringList gone = walk.rules.deletedLater;
+    if (walk.rules.removeSource)
+        gone << walk.source;
+    const QString reached = canonical(link.target);
+    const QString copy =
+        isWithin(place, walk.source) ? canonical(walk.target + place.mid(walk.source.size())) : place;
+    return !reached.isEmpty() && (reached == place || reached == copy)
+           && !leadsThrough(nativePath(link.target), gone);
+}
+
+/// Behind all copies, so that their order does not matter. A link that leads astray is taken back.
+bool finishLinks(Walk& walk)
+{
+    const auto astray = std::stable_partition(walk.links.begin(), walk.links.end(),
+                                              [&walk](const Link& link) { return leadsOn(link, walk); });
+    std::for_each(walk.links.begin(), astray, [&walk](const Link& link) { walk.copied << link.source; });
+    std::for_each(astray, walk.links.end(), [](const Link& link) {
+        if (link.isNew)
+            QFile::remove(link.target);
+    });
+    return astray == walk.links.end();
 }
 
 bool copyEntries(const QString& source, const QString& target, Walk& walk);
@@ -139,7 +206,11 @@ bool copyFolder(const QFileInfo& entry, const QString& target, Walk& walk)
         return true;
     if (entry.isSymLink())
         return copyLink(entry.filePath(), target, walk);
-    return (QFileInfo(target).isDir() || QDir().mkdir(target)) && copyEntries(entry.filePath(), target, walk);
+    // What is there may be a link into the source, in which a copy would never end.
+    const bool isMeant = QFileInfo(target).isDir()
+                             ? !isWithinOneOf(target, QStringList(walk.source) + walk.rules.deletedLater)
+                             : QDir().mkdir(target);
+    return isMeant && copyEntries(entry.filePath(), target, walk);
 }
 
 bool copyEntry(const QFileInfo& entry, const QString& target, const CopiesInto& folder, Walk& walk)
@@ -150,12 +221,18 @@ bool copyEntry(const QFileInfo& entry, const QString& target, const CopiesInto& 
         return true;
     if (entry.isSymLink() && !entry.exists())
         return copyLink(entry.filePath(), target, walk);
+    if (entry.filePath() == walk.rules.leftOut)
+        return true;
     // A pipe or a device has no content to copy, and opening it might never end.
     return entry.isFile() && copyFile(entry.filePath(), target, folder, walk);
 }
 
 bool copyEntries(const QString& source, const QString& target, Walk& walk)
 {
+    // Also where a folder is mounted twice: each file would replace itself and then be removed as its source.
+    std::error_code error;
+    if (fs::equivalent(nativePath(source), nativePath(target), error))
+        return false;
     const auto entries = entriesOf(nativePath(source)); // before the new folder, which may lie among them
     const CopiesInto folder(target);
     bool whole = entries.has_value();
@@ -195,14 +272,22 @@ bool copy(const QString& source, const QString& target, const CopyRules& rules)
 {
     if (!QFileInfo(source).isDir() || !QFileInfo(target).isDir())
         return false;
-    // Into itself a copy would never end, and onto itself it would replace each file by nothing.
-    if (rules.recursive ? isWithin(target, source) : QFileInfo(target) == QFileInfo(source))
-        return false;
-    Walk walk{rules, {}};
-    const bool whole = copyEntries(QDir(source).absolutePath(), QDir(target).absolutePath(), walk);
+    if (rules.recursive && isWithin(target, source))
+        return false; // would never end
+    Walk walk{rules, canonical(source), QDir(target).absolutePath()};
+    bool whole = copyEntries(QDir(source).absolutePath(), walk.target, walk);
+    whole = finishLinks(walk) && whole;
     if (!rules.removeSource || walk.copied.isEmpty())
         return whole;
     return waitForDisk(target) && removeAll(walk.copied) && whole;
+}
+
+bool copyFile(const QString& source, const QString& target, const CopyRules& rules)
+{
+    const std::optional<bool> isMeant = exists(target) ? rules.mayReplace(source, target) : true;
+    if (!isMeant.value_or(false))
+        return isMeant.has_value();
+    return CopiesInto(QFileInfo(target).path()).replace(source, target);
 }
 
 bool waitForDisk(const QString& folder)
@@ -241,8 +326,7 @@ qint64 size(const QString& path)
 
 bool isWithin(const QString& path, const QString& folder)
 {
-    const QString inner = QFileInfo(path).canonicalFilePath() + QLatin1Char('/');
-    return inner.startsWith(QFileInfo(folder).canonicalFilePath() + QLatin1Char('/'));
+    return (canonical(path) + QLatin1Char('/')).startsWith(canonical(folder) + QLatin1Char('/'));
 }
 
 } // namespace TEKLUVA::FileTree

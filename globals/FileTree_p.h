@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 /// Whole folders: copied, deleted, measured. Symbolic links to folders are never followed: what lies behind
 /// them belongs to somebody else, and one that leads to a folder above would never end.
@@ -15,14 +16,23 @@ struct CopyRules
     bool removeSource = false;
     /// The suffixes of the files to copy, without dots; empty for all files.
     QStringList suffixes;
-    /// Asked whether the file of this name, which exists, may be replaced.
-    std::function<bool(const QString& target)> mayReplace;
+    /// Asked whether the file \p target, which exists, may be replaced by \p source. No answer is a failure.
+    std::function<std::optional<bool>(const QString& source, const QString& target)> mayReplace;
+    /// A source file that is not copied.
+    QString leftOut;
+    /// Folders, all of them there, that will be deleted: nothing is copied into them, and no copied link may
+    /// need them.
+    QStringList deletedLater;
 };
 
 /// Copies what is in the folder \p source into the folder \p target; both must exist. Goes on behind a
 /// failure and is false then. A copy is whole or not there at all, and so is what it replaces. Sources are
-/// removed when all is copied and on disk.
+/// removed when all is copied and on disk. A link to a folder is copied with the text it has, and only if it
+/// leads to the same folder from its new place, or to the copy of that folder.
 bool copy(const QString& source, const QString& target, const CopyRules& rules);
+
+/// Copies one file by the same rules; it is on disk before it gets its name.
+bool copyFile(const QString& source, const QString& target, const CopyRules& rules);
 
 /// Waits until all that was written to the file system of \p folder is on disk. One wait for many files takes
 /// a fraction of the time that a wait for each of them does.

@@ -19,8 +19,9 @@ using namespace TEKLUVA;
 namespace fs = std::filesystem;
 
 // The tables write what lies on the disk in one notation, with blanks between the entries:
-// "folder/file=content", "empty-folder/", "link@text-of-the-link", "pipe~". In names, contents and arguments
-// "+" is a blank and %E4 a byte; "-" alone is an empty argument.
+// "folder/file=content", "empty-folder/", "link@text-of-the-link", "pipe~", "file-of-zeros*size". In names,
+// contents and arguments "+" is a blank, %E4 a byte and HERE the folder that all is in; "-" alone is an empty
+// argument.
 
 namespace {
 
@@ -34,7 +35,8 @@ const auto freshConfig = [] { return delete config(), config(); };
 QByteArrayList wordsIn(const QString& text)
 {
     QByteArrayList words;
-    for (const QString& word : text.split(QLatin1Char(' '), Qt::SkipEmptyParts))
+    const QString there = QString(text).replace("HERE"_q, QDir::currentPath());
+    for (const QString& word : there.split(QLatin1Char(' '), Qt::SkipEmptyParts))
         words << QByteArray::fromPercentEncoding(word == "-"_q ? "" : word.toUtf8().replace('+', ' '));
     return words;
 }
@@ -49,7 +51,7 @@ void makeTree(const QString& tree)
 {
     for (const QByteArray& word : wordsIn(tree)) {
         const std::string entry = word.toStdString();
-        const std::size_t end = entry.find_first_of("=@~");
+        const std::size_t end = entry.find_first_of("=@~*");
         const char kind = end == std::string::npos ? '/' : entry[end];
         const fs::path path = fs::absolute(entry.substr(0, end));
         fs::create_directories(path.parent_path());
@@ -57,6 +59,8 @@ void makeTree(const QString& tree)
             std::ofstream(path) << entry.substr(end + 1);
         else if (kind == '@')
             fs::create_symlink(entry.substr(end + 1), path);
+        else if (kind == '*')
+            std::ofstream(path).seekp(std::stoll(entry.substr(end + 1)) - 1).put(0);
         else if (kind == '~')
             mkfifo(path.c_str(), 0600);
     }

@@ -128,8 +128,8 @@ public:
     /// Cleans the settings file after Qt itself was updated, see __groups_to_keep.
     void handleQtVersionChanged();
     /// Moves the user's data from the folders of older installations unless this one has a settings file.
-    /// Runs in the constructor. Silent. What cannot be copied stays, with all the rest, for the next start,
-    /// and so does all when the process is killed; but once this one has written a setting nothing is moved.
+    /// Runs in the constructor. Silent. A folder of which something cannot be copied stays with all that is in
+    /// it. The settings come last, so that the start after one that was killed goes on.
     void checkAndClean();
     /// @}
 
@@ -241,7 +241,7 @@ private:
     LastRun lastRun() const;
     QVariantMap lifeTimeRecord() const;
     QVariantMap errorRecord(unsigned int code) const;
-    bool moveData(const QString& base, const QString& old, const QString& leftover);
+    bool copySettings(const QString& old, const QString& base);
     void removeFilesOf(const QString& name, E_PathType type) const;
     void removeAddsOf(const QString& name, E_PathType type);
     std::optional<bool> askToReplace(const QString& file) const;

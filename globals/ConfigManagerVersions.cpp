@@ -64,6 +64,7 @@ struct OldFolders
 {
     QString data;
     QString leftover;
+    bool isCopied = false; ///< all but the settings
 };
 
 /// Those that the data in \p base is not part of.
@@ -71,7 +72,7 @@ std::vector<OldFolders> olderInstallations(const QString& base)
 {
     std::vector<OldFolders> found;
     for (const OlderInstallation& older : OLDER_INSTALLATIONS) {
-        const OldFolders folders{folderBeside(base, older.data), folderBeside(base, older.leftover)};
+        const OldFolders folders{folderBeside(base, older.data), folderBeside(base, older.leftover), false};
         if (QFileInfo(folders.data).isDir() && !FileTree::isWithin(base, folders.data))
             found.push_back(folders);
     }
@@ -92,7 +93,7 @@ QStringList foldersToDelete(const std::vector<OldFolders>& found, const QString&
 
 QString settingsIn(const QString& folder)
 {
-    return QDir(folder).filePath(QStringLiteral("settings.ini"));
+    return QDir(folder).filePath(SettingsKeys::FILE_NAME);
 }
 
 /// A link is no file of its own: what it leads to may be deleted later.
@@ -188,38 +189,32 @@ void ConfigManager::checkAndClean()
     const QString base = getPath(E_PT_SETTINGS);
     if (!QFileInfo(base).isDir() || QFileInfo::exists(settingsIn(base)))
         return;
-    const std::vector<OldFolders> found = olderInstallations(base);
+    std::vector<OldFolders> found = olderInstallations(base);
     FileTree::CopyRules rules;
     rules.recursive = true;
     rules.mayReplace = [this](const QString& source, const QString& target) {
         return isCopyOf(source, target) ? std::make_optional(false) : askToReplace(target);
     };
     rules.deletedLater = foldersToDelete(found, base);
-    std::vector<OldFolders> copied;
+    for (OldFolders& older : found)
+        older.isCopied = copyData(older.data, base, rules);
+    // With a settings file nothing is moved any more, so it comes last: a start that is killed before goes on
+    // with the next one.
     for (const OldFolders& older : found) {
-        if (copyData(older.data, base, rules))
-            copied.push_back(older);
-    }
-    // The settings file says that nothing is left to do, so it comes when all the rest is there. Until then
-    // the next start tries again.
-    bool isWhole = copied.size() == found.size();
-    for (const OldFolders& older : copied) {
-        if (isWhole || !QFileInfo::exists(settingsIn(older.data)))
-            isWhole = moveData(base, older.data, older.leftover) && isWhole;
+        const bool isWhole = copySettings(older.data, base) && older.isCopied && deleteDirectory(older.data);
+        if (isWhole && !holdsData(older.leftover, base))
+            deleteDirectory(older.leftover);
     }
 }
 
-bool ConfigManager::moveData(const QString& base, const QString& old, const QString& leftover)
+bool ConfigManager::copySettings(const QString& old, const QString& base)
 {
     const QString settings = settingsIn(old);
+    if (!QFileInfo(settings).isFile())
+        return true;
     FileTree::CopyRules rules;
     rules.mayReplace = [this](const QString&, const QString& target) { return askToReplace(target); };
-    if (QFileInfo(settings).isFile()
-        && !(FileTree::copyFile(settings, settingsIn(base), rules) && FileTree::waitForDisk(base)))
-        return false;
-    if (deleteDirectory(old) && !holdsData(leftover, base))
-        deleteDirectory(leftover);
-    return true;
+    return FileTree::copyFile(settings, settingsIn(base), rules) && FileTree::waitForDisk(base);
 }
 
 void ConfigManager::removeEnvironmentVersions(const QString& name)

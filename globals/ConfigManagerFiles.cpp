@@ -32,7 +32,7 @@ bool canAsk()
 
 bool failed(const char* message)
 {
-    logError(std::string(message));
+    logError(message);
     return false;
 }
 

@@ -1,5 +1,7 @@
 #include "globals/FileTree_p.h"
 
+#include "globals/Descriptor_p.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -292,12 +294,9 @@ bool copyFile(const QString& source, const QString& target, const CopyRules& rul
 
 bool waitForDisk(const QString& folder)
 {
-    const int descriptor = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
-        return false;
-    const bool isDone = ::syncfs(descriptor) == 0;
-    ::close(descriptor);
-    return isDone;
+    const Descriptor descriptor(
+        ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return descriptor.isOpen() && ::syncfs(descriptor.get()) == 0;
 }
 
 bool remove(const QString& path)

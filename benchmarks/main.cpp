@@ -40,7 +40,7 @@ void Bench::require(bool holds, const char* what)
 {
     if (holds)
         return;
-    std::fprintf(stderr, "Cannot go on: %s\n", what);
+    static_cast<void>(std::fprintf(stderr, "Cannot go on: %s\n", what));
     std::_Exit(EXIT_FAILURE);
 }
 

@@ -23,7 +23,7 @@ inline QByteArray content(const char* name)
 }
 
 /// Gives a test its data from a text file: a line is the row's name and a field for each of \p columns, with
-/// "|" between them. Missing fields are empty, "#" starts a comment.
+/// "|" between them. Missing fields are empty, more are refused, "#" starts a comment.
 inline void addRows(const char* file, std::initializer_list<const char*> columns)
 {
     for (const char* column : columns)
@@ -33,6 +33,8 @@ inline void addRows(const char* file, std::initializer_list<const char*> columns
         if (line.startsWith(QLatin1Char('#')))
             continue;
         const QStringList fields = line.split(QLatin1Char('|'));
+        if (fields.count() > int(columns.size()) + 1)
+            qFatal("%s has more fields than columns: %s", file, qPrintable(line));
         QTestData& row = QTest::newRow(qPrintable(fields[0].trimmed()));
         for (int i = 1; i <= int(columns.size()); ++i)
             row << fields.value(i).trimmed();

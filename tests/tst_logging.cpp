@@ -250,16 +250,18 @@ private Q_SLOTS:
             for (int i = 1; !done; ++i)
                 log.setLogName("busy " + std::to_string(i), false);
         });
-        std::thread lister([&done] {
+        std::atomic<bool> namesAreWhole{true};
+        std::thread lister([&done, &namesAreWhole] {
             while (!done) {
                 for (Log* listed : registry()->getAllLogs())
-                    QVERIFY(listed->getName().rfind("busy ", 0) == 0);
+                    namesAreWhole = namesAreWhole && listed->getName().rfind("busy ", 0) == 0;
             }
         });
         writeFrom(8, log, 200);
         done = true;
         renamer.join();
         lister.join();
+        QVERIFY(namesAreWhole);
 
         QStringList messages = messagesOf(log);
         QCOMPARE(messages.count(), 8 * 200);

@@ -28,6 +28,7 @@ digest_of_text() {
 # The AES-256 key of a password in hex digits: the password is halved, an odd byte goes to the second half; the
 # digest of the second half comes first and the digest of the first half is cut to fill 32 bytes.
 key() {
+    # shellcheck disable=SC2017 # rounded to whole bytes
     local half=$((${#1} / 4 * 2))
     local digests
     digests=$(digest_of_text "${1:half}")$(digest_of_text "${1:0:half}")

@@ -128,8 +128,8 @@ public:
     /// Cleans the settings file after Qt itself was updated, see __groups_to_keep.
     void handleQtVersionChanged();
     /// Moves the user's data from the folders of older installations unless this one has a settings file.
-    /// Runs in the constructor. Silent. A folder of which something cannot be copied stays with all that is in
-    /// it. The settings come last, so that the start after one that was killed goes on.
+    /// Runs in the constructor. Silent. A folder of which something cannot be copied stays with all that is
+    /// in it. The settings come last, so that the start after one that was killed goes on.
     void checkAndClean();
     /// @}
 

@@ -80,44 +80,46 @@ Vector chromaticityOf(Intensity intensityAt)
     return {sum.x / all, sum.y / all, sum.z / all};
 }
 
-double metres(double nanometres)
+/// What Planck's law needs of a wavelength, whatever the temperature is.
+struct Emitter
 {
-    return nanometres * 1e-9;
-}
+    double metres;
+    double factor;
+};
 
-/// The part of Planck's law that does not depend on the temperature.
-double emissionFactor(double wavelength)
+Emitter emitterAt(double nanometres)
 {
     constexpr double FIRST_RADIATION = 3.74183e-16; // W m^2, 2 pi h c^2
-    return FIRST_RADIATION * std::pow(metres(wavelength), -5.0);
+    const double metres = nanometres * 1e-9;
+    return {metres, FIRST_RADIATION * std::pow(metres, -5.0)};
 }
 
-double emission(double factor, double wavelength)
+double emission(const Emitter& emitter, double kelvin)
 {
     constexpr double SECOND_RADIATION = 0.014388; // m K, h c / k
-    return factor / (std::exp(SECOND_RADIATION / (metres(wavelength) * _bbTemp)) - 1);
+    return emitter.factor / (std::exp(SECOND_RADIATION / (emitter.metres * kelvin)) - 1);
 }
 
-using EmissionFactors = std::array<double, std::size(cie_colour_match)>;
+using Emitters = std::array<Emitter, std::size(cie_colour_match)>;
 
-EmissionFactors emissionFactors()
+Emitters emittersOfObserver()
 {
-    EmissionFactors factors = {};
+    Emitters emitters = {};
     float wavelength = CIE_FIRST_WAVELENGTH;
-    for (double& factor : factors) {
-        factor = emissionFactor(static_cast<double>(wavelength));
+    for (Emitter& emitter : emitters) {
+        emitter = emitterAt(static_cast<double>(wavelength));
         wavelength += CIE_WAVELENGTH_STEP;
     }
-    return factors;
+    return emitters;
 }
 
 /// As spectrum_to_xyz() has it for bb_spectrum(), bit for bit, but a power costs twice an exponential, and
 /// these powers are always the same.
-Vector blackBodyChromaticity()
+Vector blackBodyChromaticity(double kelvin)
 {
-    static const EmissionFactors FACTORS = emissionFactors();
-    const double* factor = FACTORS.data();
-    return chromaticityOf([&factor](double wavelength) { return emission(*factor++, wavelength); });
+    static const Emitters EMITTERS = emittersOfObserver();
+    const Emitter* emitter = EMITTERS.data();
+    return chromaticityOf([&emitter, kelvin](double) { return emission(*emitter++, kelvin); });
 }
 
 /// The sector of 60 degrees that a hue is in. Numbers below 0 wrap around, as those of an unsigned integer
@@ -194,13 +196,13 @@ void spectrum_to_xyz(double (*spec_intens)(const double&), float& x, float& y, f
 
 double bb_spectrum(const double& wavelength)
 {
-    return emission(emissionFactor(wavelength), wavelength);
+    return emission(emitterAt(wavelength), _bbTemp);
 }
 
 void temperaturToColor(const double& kelvin, float& r, float& g, float& b)
 {
     _bbTemp = kelvin;
-    toRgb(Rec709system, blackBodyChromaticity(), r, g, b);
+    toRgb(Rec709system, blackBodyChromaticity(kelvin), r, g, b);
     norm_rgb(r, g, b);
 }
 

@@ -208,6 +208,18 @@ private Q_SLOTS:
         QCOMPARE(content().replace("\n\n", "\n"), text("written"));
     }
 
+    void aChangeThatWasGivenUpDoesNotComeBack()
+    {
+        {
+            const FullDisk full(4096);
+            m_settings->setSetting("G"_q, "k"_q, QString(5000, QLatin1Char('x')));
+            init();
+        }
+        m_settings->setSetting("G"_q, "k"_q, 2);
+        processDeletions();
+        QCOMPARE(content(), QByteArray("[G]\nk=2\n"));
+    }
+
     void aFileThatCannotBeReadForAMomentLosesNothing()
     {
         m_settings->setSetting("G"_q, "old"_q, 1);
@@ -230,7 +242,8 @@ private Q_SLOTS:
               QVariant(QVariantHash{{"t"_q, time}})}) {
             TestLog::ActiveLog active;
             m_settings->setSettings("G"_q, {{"time"_q, value}, {"other"_q, 1}});
-            QCOMPARE(active.log().getEntryCount(), 1U);
+            m_settings->setSetting("G"_q, "alone"_q, value);
+            QCOMPARE(active.log().getEntryCount(), 2U);
             QCOMPARE(content(), QByteArray("[G]\nother=1\n"));
         }
     }

@@ -190,8 +190,7 @@ bool ConfigManager::existAutoSave(const QString& user) const
     // With the guest to fall back to, a guest's auto-save counts for every user.
     const auto suffixes = {"", "_1", "_2"};
     return std::any_of(suffixes.begin(), suffixes.end(), [&](const char* suffix) {
-        const QString path = getAutosaveFilepath(user + QString::fromLatin1(suffix), true);
-        return !path.isEmpty() && QFileInfo::exists(path);
+        return !getAutosaveFilepath(user + QString::fromLatin1(suffix), true).isEmpty();
     });
 }
 

@@ -11,9 +11,7 @@
 #include <QThread>
 
 #include <algorithm>
-#include <limits>
 #include <memory>
-#include <new>
 #include <optional>
 #include <sys/stat.h>
 
@@ -63,24 +61,6 @@ bool finish(QFileDevice& file)
         return whole->commit();
     file.close();
     return true;
-}
-
-/// Nothing for what is no file, cannot be read to its end, or has no room in memory.
-std::optional<QByteArray> contentOf(const QString& filename)
-{
-    // A QByteArray keeps a header and an end beside its bytes. Of a larger file readAll() would return
-    // nothing, without an error.
-    constexpr qint64 LARGEST = std::numeric_limits<int>::max() - 64;
-    QFile file(filename);
-    const bool isFile = QFileInfo(filename).isFile(); // a device might never end
-    if (!isFile || !file.open(QIODevice::ReadOnly) || file.size() > LARGEST)
-        return std::nullopt;
-    try {
-        const QByteArray content = file.readAll();
-        return file.error() == QFileDevice::NoError ? std::make_optional(content) : std::nullopt;
-    } catch (const std::bad_alloc&) {
-        return std::nullopt;
-    }
 }
 
 /// The account that an auto-save belongs to.
@@ -135,7 +115,7 @@ QByteArray ConfigManager::readDataFromFile(const QString& filename, bool& ok)
     }
     if (!QFileInfo::exists(filename))
         return QByteArray();
-    const std::optional<QByteArray> content = contentOf(filename);
+    const std::optional<QByteArray> content = FileTree::contentOf(filename);
     ok = content.has_value() || failed("Could not open file to write.");
     return content.value_or(QByteArray());
 }

@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <limits>
+#include <new>
 #include <system_error>
 #include <vector>
 
@@ -124,10 +126,16 @@ bool exists(const QString& path)
     return fs::exists(fs::symlink_status(nativePath(path), error));
 }
 
+/// Whether \p target is to be written; nothing when nobody could answer.
+std::optional<bool> mayWrite(const QString& source, const QString& target, const CopyRules& rules)
+{
+    return exists(target) ? rules.mayReplace(source, target) : true;
+}
+
 bool copyFile(const QString& source, const QString& target, const CopiesInto& folder, Walk& walk)
 {
     const bool replaces = exists(target);
-    const std::optional<bool> isMeant = replaces ? walk.rules.mayReplace(source, target) : true;
+    const std::optional<bool> isMeant = mayWrite(source, target, walk.rules);
     if (!isMeant.value_or(false))
         return isMeant.has_value();
     if (!(replaces ? folder.replace(source, target) : folder.copy(source, target)))
@@ -286,10 +294,27 @@ bool copy(const QString& source, const QString& target, const CopyRules& rules)
 
 bool copyFile(const QString& source, const QString& target, const CopyRules& rules)
 {
-    const std::optional<bool> isMeant = exists(target) ? rules.mayReplace(source, target) : true;
+    const std::optional<bool> isMeant = mayWrite(source, target, rules);
     if (!isMeant.value_or(false))
         return isMeant.has_value();
     return CopiesInto(QFileInfo(target).path()).replace(source, target);
+}
+
+std::optional<QByteArray> contentOf(const QString& path)
+{
+    // A QByteArray keeps a header and an end beside its bytes. Of a larger file readAll() would return
+    // nothing, without an error.
+    constexpr qint64 LARGEST = std::numeric_limits<int>::max() - 64;
+    QFile file(path);
+    const bool isFile = QFileInfo(path).isFile(); // a device might never end
+    if (!isFile || !file.open(QIODevice::ReadOnly) || file.size() > LARGEST)
+        return std::nullopt;
+    try {
+        const QByteArray content = file.readAll();
+        return file.error() == QFileDevice::NoError ? std::make_optional(content) : std::nullopt;
+    } catch (const std::bad_alloc&) {
+        return std::nullopt;
+    }
 }
 
 bool waitForDisk(const QString& folder)

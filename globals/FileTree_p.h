@@ -1,13 +1,14 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
 #include <functional>
 #include <optional>
 
-/// Whole folders: copied, deleted, measured. Symbolic links to folders are never followed: what lies behind
-/// them belongs to somebody else, and one that leads to a folder above would never end.
+/// Whole folders: copied, deleted, measured; and whole files. Symbolic links to folders are never followed:
+/// what lies behind them belongs to somebody else, and one that leads to a folder above would never end.
 namespace TEKLUVA::FileTree {
 
 struct CopyRules
@@ -33,6 +34,10 @@ bool copy(const QString& source, const QString& target, const CopyRules& rules);
 
 /// Copies one file by the same rules; it is on disk before it gets its name.
 bool copyFile(const QString& source, const QString& target, const CopyRules& rules);
+
+/// The whole content of a file. Nothing for what is no file, cannot be read to its end, is 2 GiB or larger,
+/// or has no room in memory.
+std::optional<QByteArray> contentOf(const QString& path);
 
 /// Waits until all that was written to the file system of \p folder is on disk. One wait for many files takes
 /// a fraction of the time that a wait for each of them does.

@@ -1,6 +1,7 @@
 #include "globals/SettingsGuard_p.h"
 
 #include "globals/Descriptor_p.h"
+#include "globals/FileTree_p.h"
 
 #include <QDataStream>
 #include <QDateTime>
@@ -147,16 +148,9 @@ bool isSound(const QVariant& value)
 
 std::optional<QByteArray> contentOf(const QString& settingsFile)
 {
-    const QFileInfo info(settingsFile);
-    if (!info.exists())
+    if (!QFileInfo::exists(settingsFile))
         return QByteArray();
-    QFile file(settingsFile);
-    if (!info.isFile() || !file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    QByteArray content = file.readAll();
-    if (file.error() != QFile::NoError)
-        return std::nullopt;
-    return content;
+    return FileTree::contentOf(settingsFile);
 }
 
 bool hasKeys(const QByteArray& content)

@@ -35,7 +35,7 @@ void removeAbandonedLock(const QString& settingsFile);
 [[nodiscard]] bool isSound(const QVariant& value);
 
 /// The bytes of the file, none where there is none. Nothing when it cannot be read: QSettings takes such a
-/// file for an empty one, and would write it as one. Throws for want of memory.
+/// file for an empty one, and would write it as one.
 [[nodiscard]] std::optional<QByteArray> contentOf(const QString& settingsFile);
 
 /// Whether \p content, of a settings file, has a key.

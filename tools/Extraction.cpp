@@ -91,7 +91,7 @@ QString Extraction::extract(const TEKLUVA::ArchivedFile& entry)
 QString Extraction::faultOfFolder(const fs::path& folder)
 {
     if (folder.native() == m_lastFolder)
-        return {}; // most entries lie beside the one before, and to look again costs half of the time
+        return {}; // most entries lie beside the one before, and to look again costs a third of the time
     if (!isInside(folder))
         return QStringLiteral("would lie outside of the folder, through a link");
     std::error_code error;

@@ -1,7 +1,7 @@
 #include "Bench.h"
 
-#include "globals/CieColourMatch_p.h"
 #include "globals/Colour.h"
+#include "globals/colour/CieColourMatch_p.h"
 
 #include <array>
 #include <cmath>

@@ -28,4 +28,4 @@ foreach(place RANGE ${last})
     string(APPEND GLOBALS_PRESET_PASSWORD_PIECES "    \"${piece_${place}}\",\n")
 endforeach()
 
-configure_file(globals/PresetPasswordPieces.h.in generated/globals/PresetPasswordPieces.h @ONLY)
+configure_file(globals/presets/PresetPasswordPieces.h.in generated/globals/presets/PresetPasswordPieces.h @ONLY)

@@ -1,7 +1,8 @@
 #include "tools/CommandLine.h"
 
-#include "tools/Command.h"
-#include "tools/Output.h"
+#include "tools/commands/Command.h"
+#include "tools/support/ExitCode.h"
+#include "tools/support/Output.h"
 
 #include <QCommandLineParser>
 #include <QStringList>

@@ -1,7 +1,7 @@
-#include "tools/Command.h"
 #include "tools/CommandLine.h"
-#include "tools/Failure.h"
-#include "tools/Output.h"
+#include "tools/commands/Command.h"
+#include "tools/support/Failure.h"
+#include "tools/support/Output.h"
 
 #include "globals/Exception.h"
 

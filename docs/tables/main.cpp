@@ -1,7 +1,7 @@
 // Prints a page with its tables filled in: each comment "<!-- table of NAME -->" is followed by the table
 // that the library itself describes. Doxygen reads the pages through this program.
 
-#include "tools/PresetTypes.h"
+#include "tools/support/PresetTypes.h"
 
 #include "globals/PathRegistry.h"
 #include "globals/PresetManager.h"

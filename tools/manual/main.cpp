@@ -3,8 +3,9 @@
 //
 //     globalsctl_manual TEMPLATE OUTPUT
 
-#include "tools/Command.h"
-#include "tools/Output.h"
+#include "tools/commands/Command.h"
+#include "tools/support/ExitCode.h"
+#include "tools/support/Output.h"
 
 #include <QFile>
 #include <QSaveFile>

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "globals/foundation/Latin1_p.h"
+
+namespace TEKLUVA {
+
+/// The family of the font that measurements are drawn in.
+inline constexpr QLatin1String MEASUREMENT_FONT = latin1("OpenSansSemibold");
+
+} // namespace TEKLUVA

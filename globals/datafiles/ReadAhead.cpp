@@ -1,0 +1,209 @@
+#include "globals/datafiles/ReadAhead_p.h"
+
+#include "globals/system/Descriptor_p.h"
+
+#include <QtGlobal>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <new>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace TEKLUVA {
+
+namespace {
+
+/// Makes a system call anew when a signal came in between.
+template <typename Call>
+auto unlessInterrupted(Call&& call)
+{
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
+
+/// A part of the file in memory.
+struct Window // NOLINT(cppcoreguidelines-pro-type-member-init)
+{
+    static constexpr qint64 SIZE = qint64{32} * 1024;
+
+    qint64 begin = 0;
+    qint64 size = 0;
+    std::array<char, SIZE> bytes; // not initialised: nothing is read behind size
+
+    bool contains(qint64 position) const { return position >= begin && position < begin + size; }
+    const char* at(qint64 position) const { return bytes.data() + (position - begin); }
+    const char* end() const { return at(begin + size); }
+};
+
+/// A file that is read in windows: one for the directory at the end of an archive and one for its entries, so
+/// that going to and fro between them costs nothing.
+class ReadAhead
+{
+    Q_DISABLE_COPY(ReadAhead)
+
+public:
+    /// Opens the file \p name, in the local encoding. Without waiting, as a pipe would have it.
+    explicit ReadAhead(const char* name)
+        : m_descriptor(unlessInterrupted([name] { return ::open(name, O_RDONLY | O_CLOEXEC | O_NONBLOCK); }))
+    {
+        struct stat status
+        {
+        };
+        m_isFile =
+            m_descriptor.isOpen() && fstat(m_descriptor.get(), &status) == 0 && S_ISREG(status.st_mode);
+        m_size = status.st_size;
+    }
+
+    /// False for a file that is not there, and for a folder, pipe or device, which might never end.
+    bool isFile() const { return m_isFile; }
+
+    bool hasFailed() const { return m_hasFailed; }
+    qint64 size() const { return m_size; }
+    qint64 position() const { return m_position; }
+
+    void moveTo(qint64 position)
+    {
+        m_position = position;
+        const Window& window = m_windows[m_current];
+        m_end = window.end();
+        m_next = window.contains(position) ? window.at(position) : m_end;
+    }
+
+    /// How many bytes there were.
+    qint64 read(char* target, qint64 size)
+    {
+        // minizip reads headers byte by byte: this is where all the time goes.
+        if (size == 1 && m_next != m_end) {
+            *target = *m_next;
+            advance(1);
+            return 1;
+        }
+        qint64 done = 0;
+        while (done < size) {
+            const qint64 part = readPart(target + done, size - done);
+            if (part <= 0)
+                break;
+            done += part;
+        }
+        return done;
+    }
+
+private:
+    void advance(qint64 size)
+    {
+        m_next += size;
+        m_position += size;
+    }
+
+    qint64 readPart(char* target, qint64 size)
+    {
+        if (m_next == m_end && !enterWindow())
+            return 0;
+        const qint64 part = std::min<qint64>(size, m_end - m_next);
+        std::memcpy(target, m_next, static_cast<std::size_t>(part));
+        advance(part);
+        return part;
+    }
+
+    /// Makes the window at the position the current one; false at the end of the file and beyond.
+    bool enterWindow()
+    {
+        if (m_position >= m_size)
+            return false; // a damaged archive may send us anywhere
+        if (!m_windows[m_current].contains(m_position))
+            m_current = 1 - m_current; // the older one
+        if (!m_windows[m_current].contains(m_position))
+            fill(m_windows[m_current]);
+        moveTo(m_position);
+        return m_next != m_end;
+    }
+
+    void fill(Window& window)
+    {
+        // From a multiple of its size, because the directory is looked for from the end backwards.
+        window.begin = m_position - m_position % Window::SIZE;
+        const auto size = static_cast<std::size_t>(std::min(Window::SIZE, m_size - window.begin));
+        const auto count = unlessInterrupted(
+            [&] { return pread(m_descriptor.get(), window.bytes.data(), size, window.begin); });
+        m_hasFailed |= count < 0;
+        window.size = std::max<qint64>(count, 0);
+    }
+
+    const Descriptor m_descriptor;
+    bool m_isFile = false;
+    qint64 m_size = 0;
+    qint64 m_position = 0;
+    bool m_hasFailed = false;
+    std::size_t m_current = 0;
+    const char* m_next = nullptr; ///< the byte at the position, in the current window
+    const char* m_end = nullptr;  ///< the end of that window
+    std::array<Window, 2> m_windows;
+};
+
+ReadAhead* fileOf(void* stream)
+{
+    return static_cast<ReadAhead*>(stream);
+}
+
+void* openFile(void* /*opaque*/, const void* name, int /*mode*/)
+{
+    // Nothing may be thrown through minizip's functions.
+    std::unique_ptr<ReadAhead> file(new (std::nothrow) ReadAhead(static_cast<const char*>(name)));
+    return file && file->isFile() ? file.release() : nullptr;
+}
+
+uLong readFile(void* /*opaque*/, void* stream, void* target, uLong size)
+{
+    return static_cast<uLong>(fileOf(stream)->read(static_cast<char*>(target), static_cast<qint64>(size)));
+}
+
+uLong writeNothing(void* /*opaque*/, void* /*stream*/, const void* /*bytes*/, uLong /*size*/)
+{
+    return 0;
+}
+
+ZPOS64_T tell(void* /*opaque*/, void* stream)
+{
+    return static_cast<ZPOS64_T>(fileOf(stream)->position());
+}
+
+long seek(void* /*opaque*/, void* stream, ZPOS64_T offset, int origin)
+{
+    ReadAhead* file = fileOf(stream);
+    qint64 start = 0;
+    if (origin != ZLIB_FILEFUNC_SEEK_SET)
+        start = origin == ZLIB_FILEFUNC_SEEK_CUR ? file->position() : file->size();
+    const qint64 position = start + static_cast<qint64>(offset);
+    if (position < 0)
+        return -1;
+    file->moveTo(position);
+    return 0;
+}
+
+int closeFile(void* /*opaque*/, void* stream)
+{
+    delete fileOf(stream);
+    return 0;
+}
+
+int hasFailed(void* /*opaque*/, void* stream)
+{
+    return fileOf(stream)->hasFailed() ? 1 : 0;
+}
+
+} // namespace
+
+zlib_filefunc64_def readAheadFunctions()
+{
+    return {&openFile, &readFile, &writeNothing, &tell, &seek, &closeFile, &hasFailed, nullptr};
+}
+
+} // namespace TEKLUVA

@@ -1,0 +1,33 @@
+#include "globals/Translations.h"
+
+#include "globals/foundation/Languages_p.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+#include <QTranslator>
+
+#include <memory>
+
+static void initGlobalsResources()
+{
+    Q_INIT_RESOURCE(translations); // must stand outside of namespaces
+}
+
+namespace TEKLUVA {
+
+bool showLanguage(const QString& language)
+{
+    static QPointer<QTranslator> shown; // belongs to the application object
+    if (!isOffered(language))
+        return false; // QTranslator takes any name that begins like one of its files
+    initGlobalsResources();
+    auto next = std::make_unique<QTranslator>();
+    if (!next->load(QStringLiteral(":/globals/translations/globals_%1.qm").arg(language)))
+        return false;
+    delete shown; // removes itself from the application
+    shown = next.release();
+    shown->setParent(QCoreApplication::instance());
+    return QCoreApplication::installTranslator(shown);
+}
+
+} // namespace TEKLUVA

@@ -1,0 +1,38 @@
+#include "globals/logs/ActiveLog_p.h"
+
+#include "globals/Log.h"
+#include "globals/LogManager.h"
+
+#include <QString>
+
+namespace TEKLUVA {
+
+void logToActive(E_LogLevel level, const std::string& message, const std::string& location, unsigned int line)
+{
+    Log* log = LogManager::getInstance()->getActiveLog();
+    // A log that shows its new entry to a receiver cannot take another one from inside.
+    if (log && !log->isHeldHere())
+        log->logMessage(level, message, location, line);
+}
+
+void logError(const char* message)
+{
+    logToActive(E_LL_ERROR, message);
+}
+
+void logError(const std::string& message)
+{
+    logToActive(E_LL_ERROR, message);
+}
+
+void logError(const QString& message)
+{
+    logToActive(E_LL_ERROR, message.toStdString());
+}
+
+void logWarning(const QString& message)
+{
+    logToActive(E_LL_WARNING, message.toStdString());
+}
+
+} // namespace TEKLUVA

@@ -1,0 +1,129 @@
+#include "tools/CommandLine.h"
+#include "tools/commands/Command.h"
+#include "tools/support/ExitCode.h"
+#include "tools/support/Output.h"
+
+#include "globals/Colour.h"
+
+#include <QCommandLineParser>
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include <unistd.h>
+
+namespace globalsctl {
+
+namespace {
+
+using Components = std::array<float, 3>;
+
+Components colourOf(double kelvin)
+{
+    Components rgb = {};
+    TEKLUVA::temperaturToColor(kelvin, rgb[0], rgb[1], rgb[2]);
+    return rgb;
+}
+
+/// What a screen can show of a colour.
+Components clamped(Components rgb)
+{
+    for (float& component : rgb)
+        component = std::clamp(component, 0.0F, 1.0F);
+    return rgb;
+}
+
+Components hsvOf(const Components& rgb)
+{
+    Components hsv = {};
+    TEKLUVA::RGBtoHSV(rgb[0], rgb[1], rgb[2], hsv[0], hsv[1], hsv[2]);
+    return hsv;
+}
+
+int byteOf(float component)
+{
+    return static_cast<int>(std::lround(component * 255));
+}
+
+QString hexOf(const Components& rgb)
+{
+    QString hex(QLatin1Char('#'));
+    for (const float component : rgb)
+        hex += QStringLiteral("%1").arg(byteOf(component), 2, 16, QLatin1Char('0'));
+    return hex;
+}
+
+QString swatchOf(const Components& rgb)
+{
+    return QStringLiteral("\033[48;2;%1;%2;%3m%4\033[0m")
+        .arg(byteOf(rgb[0]))
+        .arg(byteOf(rgb[1]))
+        .arg(byteOf(rgb[2]))
+        .arg(QString(16, QLatin1Char(' ')));
+}
+
+bool mayAnswerInColour()
+{
+    return qEnvironmentVariableIsEmpty("NO_COLOR") && isatty(STDOUT_FILENO) != 0;
+}
+
+QString decimals(float value, int count = 3)
+{
+    return QString::number(static_cast<double>(value), 'f', count);
+}
+
+/// The same three decimals as in the text; more would only show how single precision rounds.
+QJsonArray arrayOf(const Components& values)
+{
+    QJsonArray array;
+    for (const float value : values)
+        array << decimals(value).toDouble();
+    return array;
+}
+
+QString listOf(const Components& values, int countOfFirst = 3)
+{
+    return aligned({{decimals(values[0], countOfFirst), decimals(values[1]), decimals(values[2])}});
+}
+
+void answerText(const Components& rgb, const Components& shown)
+{
+    answer(aligned({{QStringLiteral("RGB"), listOf(rgb)},
+                    {QStringLiteral("hex"), hexOf(shown)},
+                    {QStringLiteral("HSV"), listOf(hsvOf(shown), 1)}}));
+    if (mayAnswerInColour())
+        answer(swatchOf(shown));
+}
+
+} // namespace
+
+int showColour(const QCommandLineParser& line)
+{
+    const QString argument = line.positionalArguments().value(0);
+    bool isNumber = false;
+    const double kelvin = argument.toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(kelvin) || kelvin <= 0)
+        return complainOfUsage(QStringLiteral("colour: \"%1\" is no temperature above 0").arg(argument));
+
+    const Components rgb = colourOf(kelvin);
+    if (!std::all_of(rgb.begin(), rgb.end(), [](float component) { return std::isfinite(component); })) {
+        complain(QStringLiteral("the light of %1 kelvins is too weak or too strong to compute its colour")
+                     .arg(argument));
+        return Failed;
+    }
+    const Components shown = clamped(rgb);
+    if (line.isSet(QStringLiteral("json"))) {
+        answer(QJsonObject{{QStringLiteral("kelvin"), kelvin},
+                           {QStringLiteral("rgb"), arrayOf(rgb)},
+                           {QStringLiteral("hex"), hexOf(shown)},
+                           {QStringLiteral("hsv"), arrayOf(hsvOf(shown))}});
+    } else {
+        answerText(rgb, shown);
+    }
+    return Done;
+}
+
+} // namespace globalsctl

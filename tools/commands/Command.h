@@ -1,0 +1,87 @@
+#pragma once
+
+#include <vector>
+
+class QCommandLineParser;
+
+namespace globalsctl {
+
+/// An option of a command, "--name" or "--name VALUE".
+struct Option
+{
+    const char* name = nullptr; ///< without dashes
+    const char* summary = nullptr;
+    const char* value = nullptr;   ///< what the value is called in help texts; null for an option without one
+    const char* initial = nullptr; ///< the value when the option is not given; null for none
+};
+
+/// A subcommand, as the dispatcher runs it and as help, manual and completion describe it.
+struct Command
+{
+    const char* words; ///< what is typed, "presets show"
+    /// One word for each, "FILE"; one in brackets may be left out, and "..." behind the last means several.
+    const char* arguments;
+    const char* summary;
+    std::vector<Option> options;
+    /// Gets the options and as many arguments as fit, and answers the exit code. May throw.
+    int (*run)(const QCommandLineParser& line);
+};
+
+/// All commands, in the order of the help text.
+const std::vector<Command>& commands();
+
+/// The options that each command has beside its own.
+const std::vector<Option>& commonOptions();
+
+/// All options that \p command takes, its own first.
+std::vector<Option> optionsOf(const Command& command);
+
+/// \name PresetCommands.cpp
+/// @{
+int showPresets(const QCommandLineParser& line);
+int checkPresets(const QCommandLineParser& line);
+int buildPresets(const QCommandLineParser& line);
+/// @}
+
+/// \name DataCommands.cpp
+/// @{
+int encryptData(const QCommandLineParser& line);
+int decryptData(const QCommandLineParser& line);
+/// @}
+
+/// \name ArchiveCommands.cpp
+/// @{
+int listData(const QCommandLineParser& line);
+int extractData(const QCommandLineParser& line);
+int packData(const QCommandLineParser& line);
+/// @}
+
+/// \name PathCommands.cpp
+/// @{
+int showPaths(const QCommandLineParser& line);
+/// @}
+
+/// \name StateCommands.cpp
+/// @{
+int showState(const QCommandLineParser& line);
+/// @}
+
+/// \name ColourCommands.cpp
+/// @{
+int showColour(const QCommandLineParser& line);
+/// @}
+
+/// \name SettingsCommands.cpp
+/// @{
+int listSettings(const QCommandLineParser& line);
+int getSetting(const QCommandLineParser& line);
+int setSetting(const QCommandLineParser& line);
+int removeSetting(const QCommandLineParser& line);
+/// @}
+
+/// \name UnitCommands.cpp
+/// @{
+int convertUnits(const QCommandLineParser& line);
+/// @}
+
+} // namespace globalsctl

@@ -1,0 +1,127 @@
+#include "tools/commands/Command.h"
+
+namespace globalsctl {
+
+namespace {
+
+constexpr Option JSON = {"json", "Answer in JSON, for programs"};
+constexpr Option CHANGED = {"changed", "Only presets whose value in force differs from the built-in one"};
+constexpr Option ORGANIZATION = {"organization", "Whose folders to look at", "NAME", "tekluva"};
+constexpr Option APPLICATION = {"application", "The application that the folders belong to", "NAME",
+                                "tekluva 3D-Planner"};
+constexpr Option FROM = {"from", "The unit of VALUE: mm, cm, m, in or ft", "UNIT", "cm"};
+constexpr Option TO = {"to", "The unit to convert to", "UNIT", "cm"};
+constexpr Option DIMENSION = {"dimension",
+                              "linear, squared (only m² and sq ft) or cubic (only m³ and cubic feet)",
+                              "DIMENSION", "linear"};
+constexpr Option PASSWORD_ENV = {"password-env", "The password is the value of this environment variable",
+                                 "NAME"};
+constexpr Option PASSWORD_FILE = {
+    "password-file", "The password is the first line of this file; - is the standard input", "FILE"};
+constexpr Option ASK_PASSWORD = {"ask-password", "Ask for the password on the terminal"};
+constexpr Option FOLDER = {"to", "Where to write the entries", "FOLDER", "."};
+constexpr Option FORCE = {"force", "Replace files that exist already"};
+
+} // namespace
+
+const std::vector<Command>& commands()
+{
+    static const std::vector<Command> COMMANDS = {
+        {"presets show",
+         "FILE",
+         "Show all presets as they are once FILE has been read",
+         {CHANGED, JSON},
+         &showPresets},
+        {"presets check", "FILE", "Check the lines of a preset file, protected or plain", {}, &checkPresets},
+        {"presets build",
+         "TEXT TARGET",
+         "Check a plain preset file and write it as a protected one",
+         {},
+         &buildPresets},
+        {"data encrypt",
+         "FILE TARGET",
+         "Write the content of FILE as one protected block; asks for a password that no option tells",
+         {PASSWORD_ENV, PASSWORD_FILE, ASK_PASSWORD},
+         &encryptData},
+        {"data decrypt",
+         "FILE TARGET",
+         "Write the content of a protected block; a wrong password gives bytes without meaning",
+         {PASSWORD_ENV, PASSWORD_FILE, ASK_PASSWORD},
+         &decryptData},
+        {"data list",
+         "ARCHIVE",
+         "Show the entries of an archive and their sizes in bytes as stored",
+         {JSON},
+         &listData},
+        {"data extract",
+         "ARCHIVE [NAME...]",
+         "Write all entries of an archive, or those named; without a password they are taken as they are",
+         {FOLDER, FORCE, PASSWORD_ENV, PASSWORD_FILE, ASK_PASSWORD},
+         &extractData},
+        {"data pack",
+         "ARCHIVE FILE...",
+         "Write a new archive of files, without their folders; with a password each is a protected block",
+         {PASSWORD_ENV, PASSWORD_FILE, ASK_PASSWORD},
+         &packData},
+        {"paths",
+         "",
+         "Show where the application keeps its files, and why there",
+         {ORGANIZATION, APPLICATION, JSON},
+         &showPaths},
+        {"state",
+         "",
+         "Show how the last run ended and when the application was last alive",
+         {ORGANIZATION, APPLICATION, JSON},
+         &showState},
+        {"settings list",
+         "[GROUP]",
+         "Show the settings of all groups, or of one",
+         {ORGANIZATION, APPLICATION, JSON},
+         &listSettings},
+        {"settings get",
+         "GROUP KEY",
+         "Show the value of a setting",
+         {ORGANIZATION, APPLICATION},
+         &getSetting},
+        {"settings set",
+         "GROUP KEY VALUE",
+         "Set a setting to the text VALUE; one like -5 needs -- before it, and options before that",
+         {ORGANIZATION, APPLICATION},
+         &setSetting},
+        {"settings remove",
+         "GROUP [KEY]",
+         "Remove a setting, or a group with all that is below it",
+         {ORGANIZATION, APPLICATION},
+         &removeSetting},
+        {"colour",
+         "KELVIN",
+         "Show the colour of a black body as linear light; the hex form is without gamma, too",
+         {JSON},
+         &showColour},
+        {"units",
+         "VALUE",
+         "Convert a measured value and show it as the application does; -5 needs -- before it, and options "
+         "before that",
+         {FROM, TO, DIMENSION, JSON},
+         &convertUnits},
+    };
+    return COMMANDS;
+}
+
+const std::vector<Option>& commonOptions()
+{
+    static const std::vector<Option> OPTIONS = {
+        {"help", "Show help and end"},
+        {"version", "Show the version and end"},
+    };
+    return OPTIONS;
+}
+
+std::vector<Option> optionsOf(const Command& command)
+{
+    std::vector<Option> options = command.options;
+    options.insert(options.end(), commonOptions().begin(), commonOptions().end());
+    return options;
+}
+
+} // namespace globalsctl

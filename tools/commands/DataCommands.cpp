@@ -1,0 +1,66 @@
+#include "tools/commands/Command.h"
+#include "tools/support/Failure.h"
+#include "tools/support/Files.h"
+#include "tools/support/Password.h"
+
+#include "globals/DataFileCreator.h"
+#include "globals/DataFileReader.h"
+#include "globals/datafiles/DataBlock_p.h"
+
+#include <QCommandLineParser>
+
+namespace globalsctl {
+
+using namespace TEKLUVA;
+
+namespace {
+
+/// One file made of another one and the password.
+struct Conversion
+{
+    PasswordUse use;
+    /// Throws Failure for a \p path whose content cannot be converted.
+    QByteArray (*convert)(const QString& path, const QByteArray& content, const QString& password);
+};
+
+QByteArray encrypted(const QString& /*path*/, const QByteArray& content, const QString& password)
+{
+    QByteArray block = DataFileCreator().encryptData(content, password);
+    requireWhole(block, content);
+    return block;
+}
+
+QByteArray decrypted(const QString& path, const QByteArray& content, const QString& password)
+{
+    const DataFileReader reader(path, password);
+    if (reader.isArchiv())
+        throw Failure(QStringLiteral("%1 is an archive; use \"data extract\"").arg(path));
+    if (DataBlock::faultOf(content))
+        throw Failure(QStringLiteral("File %1 is damaged: it is no protected block").arg(path));
+    return reader.decryptData(content);
+}
+
+int run(const QCommandLineParser& line, const Conversion& conversion)
+{
+    const QString path = line.positionalArguments().value(0);
+    const QString target = line.positionalArguments().value(1);
+    const PasswordSource password(line, PasswordNeed::Required);
+    requireReplaceable(target, {path});
+    const QByteArray content = contentOf(path);
+    writeTarget(target, conversion.convert(path, content, password.read(conversion.use)));
+    return Done;
+}
+
+} // namespace
+
+int encryptData(const QCommandLineParser& line)
+{
+    return run(line, {PasswordUse::Writing, &encrypted});
+}
+
+int decryptData(const QCommandLineParser& line)
+{
+    return run(line, {PasswordUse::Reading, &decrypted});
+}
+
+} // namespace globalsctl

@@ -1,0 +1,61 @@
+#include "tools/commands/Command.h"
+#include "tools/support/ApplicationFolders.h"
+#include "tools/support/ExitCode.h"
+#include "tools/support/Output.h"
+
+#include "globals/PathRegistry.h"
+
+#include <QCommandLineParser>
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace globalsctl {
+
+namespace {
+
+QString reasonOf(const TEKLUVA::PathDescription& path)
+{
+    return path.overridden ? QStringLiteral("set by the user: %1 in User_Pathes").arg(path.overrideKey)
+                           : path.rule;
+}
+
+QStringList rowOf(const TEKLUVA::PathDescription& path)
+{
+    const QString none = QStringLiteral("-");
+    if (path.path.isEmpty())
+        return {QString::number(path.type), path.role, none, none, none};
+    return {QString::number(path.type), path.role, path.path,
+            path.exists ? QStringLiteral("yes") : QStringLiteral("no"), reasonOf(path)};
+}
+
+QJsonObject objectOf(const TEKLUVA::PathDescription& path)
+{
+    return {{QStringLiteral("type"), path.type},
+            {QStringLiteral("role"), path.role},
+            {QStringLiteral("path"), path.path},
+            {QStringLiteral("exists"), path.exists},
+            {QStringLiteral("rule"), path.rule},
+            {QStringLiteral("overrideKey"), path.overrideKey},
+            {QStringLiteral("overridden"), path.overridden}};
+}
+
+} // namespace
+
+int showPaths(const QCommandLineParser& line)
+{
+    lookAtFoldersOf(line);
+    QJsonArray objects;
+    QList<QStringList> rows = {{QStringLiteral("TYPE"), QStringLiteral("ROLE"), QStringLiteral("PATH"),
+                                QStringLiteral("EXISTS"), QStringLiteral("WHY")}};
+    for (const TEKLUVA::PathDescription& path : TEKLUVA::describePaths()) {
+        objects << objectOf(path);
+        rows << rowOf(path);
+    }
+    if (line.isSet(QStringLiteral("json")))
+        answer(objects);
+    else
+        answer(aligned(rows));
+    return Done;
+}
+
+} // namespace globalsctl

@@ -1,0 +1,201 @@
+#include "tools/CommandLine.h"
+#include "tools/commands/Command.h"
+#include "tools/support/ApplicationFolders.h"
+#include "tools/support/ExitCode.h"
+#include "tools/support/Output.h"
+
+#include "globals/Settings.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDebug>
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace globalsctl {
+
+using namespace TEKLUVA;
+
+namespace {
+
+/// What is to be done where. Arguments left out are empty.
+struct Request
+{
+    explicit Request(const QCommandLineParser& line)
+        : file(settingsFileOf(line))
+        , settings(file, QSettings::IniFormat, QCoreApplication::instance())
+        , group(line.positionalArguments().value(0))
+        , key(line.positionalArguments().value(1))
+        , value(line.positionalArguments().value(2))
+        // Not isSet(), which warns of the commands that do not have the option.
+        , inJson(line.optionNames().contains(QStringLiteral("json")))
+    {
+    }
+
+    QString file;
+    Settings settings;
+    QString group;
+    QString key;
+    QString value;
+    bool inJson;
+};
+
+/// The store skips separators, so that "/" is as empty as "".
+bool isEmptyName(const QString& name)
+{
+    return name.count(QLatin1Char('/')) == name.size();
+}
+
+/// Runs \p command unless it is given an empty name, which the store takes for all there is: the whole group,
+/// or the whole file.
+int runNamed(const QCommandLineParser& line, int (*command)(Request& request))
+{
+    const QStringList arguments = line.positionalArguments();
+    if (!arguments.isEmpty() && isEmptyName(arguments[0]))
+        return complainOfUsage(QStringLiteral("GROUP is empty"));
+    if (arguments.size() > 1 && isEmptyName(arguments[1]))
+        return complainOfUsage(QStringLiteral("KEY is empty"));
+    Request request(line);
+    return command(request);
+}
+
+int failAsAbsent(const QString& what, const Request& request)
+{
+    complain(QStringLiteral("%1 is not in %2").arg(what, request.file));
+    return Failed;
+}
+
+int failAsGroupAbsent(const Request& request)
+{
+    return failAsAbsent(QStringLiteral("group \"%1\"").arg(request.group), request);
+}
+
+int failAsKeyAbsent(const Request& request)
+{
+    return failAsAbsent(QStringLiteral("key \"%1\" of group \"%2\"").arg(request.key, request.group),
+                        request);
+}
+
+/// To be answered after a change.
+int exitCodeOfWrite(const Request& request)
+{
+    if (!request.settings.hasPendingChanges())
+        return Done;
+    complain(QStringLiteral("%1 could not be written").arg(request.file));
+    return Failed;
+}
+
+bool hasGroup(const Request& request)
+{
+    // A group of nothing but sub-groups is there, too.
+    return request.settings.hasSettingGroup(request.group)
+           || request.settings.getAllGroups().contains(request.group);
+}
+
+QString textOf(const QVariant& value)
+{
+    if (value.userType() == QMetaType::QStringList)
+        return value.toStringList().join(QStringLiteral(", "));
+    if (value.canConvert<QString>())
+        return value.toString();
+    QString text;
+    QDebug(&text) << value;
+    return text.trimmed();
+}
+
+QJsonValue jsonOf(const QVariant& value)
+{
+    if (value.userType() == QMetaType::QStringList)
+        return QJsonArray::fromStringList(value.toStringList());
+    return textOf(value);
+}
+
+QJsonObject objectOf(const QVariantMap& values)
+{
+    QJsonObject object;
+    for (auto value = values.begin(); value != values.end(); ++value)
+        object.insert(value.key(), jsonOf(*value));
+    return object;
+}
+
+void answerLines(const QString& group, const QVariantMap& values)
+{
+    for (auto value = values.begin(); value != values.end(); ++value) {
+        // A line break in a value must not look like the next setting.
+        const QString text = textOf(*value).replace(QLatin1Char('\n'), QStringLiteral("\\n"));
+        answer(QStringLiteral("%1/%2=%3").arg(group, value.key(), text));
+    }
+}
+
+int list(Request& request)
+{
+    if (!request.group.isEmpty() && !hasGroup(request))
+        return failAsGroupAbsent(request);
+    const QStringList groups =
+        request.group.isEmpty() ? request.settings.getAllGroups() : QStringList(request.group);
+    QJsonObject object;
+    for (const QString& group : groups) {
+        const QVariantMap values = request.settings.getSettings(group);
+        if (request.inJson)
+            object.insert(group, objectOf(values));
+        else
+            answerLines(group, values);
+    }
+    if (request.inJson)
+        answer(object);
+    return Done;
+}
+
+int get(Request& request)
+{
+    // In this order, because only the first looks into the file again.
+    const QVariant value = request.settings.getSetting(request.group, request.key);
+    if (!request.settings.hasSetting(request.group, request.key))
+        return failAsKeyAbsent(request);
+    answer(textOf(value));
+    return Done;
+}
+
+int set(Request& request)
+{
+    request.settings.setSetting(request.group, request.key, request.value);
+    return exitCodeOfWrite(request);
+}
+
+int remove(Request& request)
+{
+    if (request.key.isEmpty()) {
+        if (!hasGroup(request))
+            return failAsGroupAbsent(request);
+        request.settings.removeSettingGroup(request.group);
+        return exitCodeOfWrite(request);
+    }
+    if (!request.settings.hasSetting(request.group, request.key))
+        return failAsKeyAbsent(request);
+    request.settings.removeSetting(request.group, request.key);
+    return exitCodeOfWrite(request);
+}
+
+} // namespace
+
+int listSettings(const QCommandLineParser& line)
+{
+    return runNamed(line, &list);
+}
+
+int getSetting(const QCommandLineParser& line)
+{
+    return runNamed(line, &get);
+}
+
+int setSetting(const QCommandLineParser& line)
+{
+    return runNamed(line, &set);
+}
+
+int removeSetting(const QCommandLineParser& line)
+{
+    return runNamed(line, &remove);
+}
+
+} // namespace globalsctl

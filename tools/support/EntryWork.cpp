@@ -1,0 +1,51 @@
+#include "tools/support/EntryWork.h"
+
+#include "tools/support/Output.h"
+
+#include "globals/StateHandler.h"
+
+namespace globalsctl {
+
+using namespace TEKLUVA;
+
+namespace {
+
+const auto STEP = QStringLiteral("entries");
+
+} // namespace
+
+EntryWork::EntryWork(const QString& title, int entries)
+{
+    StateHandler* states = StateHandler::getInstance();
+    states->newProcess(title, true, true);
+    states->addProgressStep(STEP, ProgressStep::E_PRT_BAR, title, QString(), false,
+                            ProgressStep::E_PS_WAITING);
+    states->setProgressBarSteps(STEP, static_cast<unsigned int>(entries));
+    states->setProgressStepState(STEP, ProgressStep::E_PS_RUNNING);
+}
+
+bool EntryWork::goOn(const QString& entry)
+{
+    StateHandler* states = StateHandler::getInstance();
+    m_isStopped = states->wasAborted();
+    if (m_isStopped)
+        return false;
+    states->setProgressStepText(STEP, entry);
+    states->setCurrentProgressBarStep(STEP, static_cast<unsigned int>(m_count));
+    ++m_count;
+    return true;
+}
+
+void EntryWork::complain(const QString& message)
+{
+    m_display.clear();
+    globalsctl::complain(message);
+}
+
+void EntryWork::throwIfStopped(const QString& consequence)
+{
+    if (m_isStopped)
+        m_interruption.check(consequence);
+}
+
+} // namespace globalsctl

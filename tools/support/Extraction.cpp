@@ -1,0 +1,125 @@
+#include "tools/support/Extraction.h"
+
+#include "tools/support/Failure.h"
+#include "tools/support/NewFile.h"
+
+#include "globals/DataFileReader.h"
+
+#include <QFile>
+
+#include <algorithm>
+
+namespace globalsctl {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* SEPARATORS = "/\\"; ///< of all systems on which archives are made
+
+bool isSeparator(char character)
+{
+    return character == '/' || character == '\\';
+}
+
+bool isAbsolute(const std::string& name)
+{
+    const bool hasDrive = name.size() > 2 && name[1] == ':' && isSeparator(name[2]);
+    return isSeparator(name[0]) || hasDrive;
+}
+
+bool leadsUpwards(const std::string& name)
+{
+    std::size_t begin = 0;
+    while (begin <= name.size()) {
+        const std::size_t end = std::min(name.find_first_of(SEPARATORS, begin), name.size());
+        if (name.compare(begin, end - begin, "..") == 0)
+            return true;
+        begin = end + 1;
+    }
+    return false;
+}
+
+/// Why no file may have the name; empty for a good one.
+QString faultOf(const std::string& name)
+{
+    if (name.empty())
+        return QStringLiteral("has no name");
+    if (isAbsolute(name))
+        return QStringLiteral("has an absolute name");
+    return leadsUpwards(name) ? QStringLiteral("has a name with \"..\"") : QString();
+}
+
+QString write(const fs::path& place, const QByteArray& content)
+{
+    NewFile file(QByteArray::fromStdString(place.native()));
+    if (file.write(content) && file.commit())
+        return {};
+    return QStringLiteral("could not be written: %1").arg(file.error());
+}
+
+} // namespace
+
+Extraction::Extraction(const QString& folder, bool replaces)
+    : m_replaces(replaces)
+{
+    const fs::path given = QFile::encodeName(folder).toStdString();
+    std::error_code error;
+    fs::create_directories(given, error);
+    m_folder = fs::canonical(given, error);
+    if (error || !fs::is_directory(m_folder, error))
+        throw Failure(QStringLiteral("folder %1 could not be made").arg(folder));
+}
+
+QString Extraction::extract(const TEKLUVA::ArchivedFile& entry)
+{
+    if (QString fault = faultOf(entry.name); !fault.isEmpty())
+        return fault;
+    const fs::path place = m_folder / entry.name;
+    const fs::path folder = place.parent_path(); // of "a/", which is a folder, it is "a"
+    if (QString fault = faultOfFolder(folder); !fault.isEmpty())
+        return fault;
+    if (!place.has_filename())
+        return {};
+    if (QString obstacle = obstacleAt(place); !obstacle.isEmpty())
+        return obstacle;
+    const auto content = entry.content();
+    return content ? write(place, *content)
+                   : QStringLiteral("could not be read: it is damaged, or the password is wrong");
+}
+
+QString Extraction::faultOfFolder(const fs::path& folder)
+{
+    if (folder.native() == m_lastFolder)
+        return {}; // most entries lie beside the one before, and to look again costs a third of the time
+    if (!isInside(folder))
+        return QStringLiteral("would lie outside of the folder, through a link");
+    std::error_code error;
+    fs::create_directories(folder, error);
+    if (!fs::is_directory(folder, error))
+        return QStringLiteral("has a folder that could not be made");
+    m_lastFolder = folder.native();
+    return {};
+}
+
+bool Extraction::isInside(const fs::path& folder) const
+{
+    std::error_code error;
+    const fs::path real = fs::weakly_canonical(folder, error);
+    return !error
+           && std::mismatch(m_folder.begin(), m_folder.end(), real.begin(), real.end()).first
+                  == m_folder.end();
+}
+
+QString Extraction::obstacleAt(const fs::path& place) const
+{
+    std::error_code error;
+    const fs::file_type type = fs::symlink_status(place, error).type();
+    if (type == fs::file_type::directory)
+        return QStringLiteral("would replace a folder");
+    if (type == fs::file_type::regular || type == fs::file_type::symlink)
+        return m_replaces ? QString() : QStringLiteral("exists already; --force replaces it");
+    return type == fs::file_type::not_found ? QString() : QStringLiteral("would replace what is no file");
+}
+
+} // namespace globalsctl

@@ -1,0 +1,122 @@
+#include "tools/support/Output.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QVector>
+
+#include <cstdio>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace globalsctl {
+
+namespace {
+
+void write(std::FILE* stream, const QString& text)
+{
+    const QByteArray line = text.toUtf8() + '\n';
+    // A failure stays with the stream until flushAnswers() asks.
+    static_cast<void>(std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stream));
+}
+
+bool isControl(QChar c)
+{
+    return c.category() == QChar::Other_Control;
+}
+
+bool isUpperControl(QChar c)
+{
+    return isControl(c) && c >= QLatin1Char('\x7f');
+}
+
+/// \p text with the characters for which \p isBad holds as \p escape, in which "%1" is a number of so many
+/// hexadecimal \p digits.
+QString withEscapes(const QString& text, bool (*isBad)(QChar), const QString& escape, int digits)
+{
+    QString shown;
+    for (const QChar c : text)
+        shown += isBad(c) ? escape.arg(c.unicode(), digits, 16, QLatin1Char('0')) : QString(c);
+    return shown;
+}
+
+QString textOf(const QJsonDocument& document)
+{
+    // Qt leaves the upper control characters of names as they are.
+    const QString text = QString::fromUtf8(document.toJson(QJsonDocument::Indented)).trimmed();
+    return withEscapes(text, &isUpperControl, QStringLiteral("\\u%1"), 4);
+}
+
+QVector<int> columnWidths(const QList<QStringList>& rows)
+{
+    QVector<int> widths;
+    for (const QStringList& row : rows) {
+        widths.resize(qMax(widths.size(), row.size()));
+        for (int column = 0; column < row.size(); ++column)
+            widths[column] = qMax(widths[column], row[column].size());
+    }
+    return widths;
+}
+
+} // namespace
+
+void reserveStandardStreams()
+{
+    // Opened for reading only: writing an answer to it has to fail.
+    int descriptor = 0;
+    do {
+        descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+    if (descriptor >= 0)
+        close(descriptor);
+}
+
+void answer(const QString& text)
+{
+    write(stdout, text);
+}
+
+void answer(const QJsonArray& array)
+{
+    answer(textOf(QJsonDocument(array)));
+}
+
+void answer(const QJsonObject& object)
+{
+    answer(textOf(QJsonDocument(object)));
+}
+
+bool flushAnswers()
+{
+    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+}
+
+void report(const QString& text)
+{
+    write(stderr, text);
+}
+
+void complain(const QString& message)
+{
+    report(QStringLiteral("globalsctl: ") + printable(message));
+}
+
+QString printable(const QString& text)
+{
+    return withEscapes(text, &isControl, QStringLiteral("\\x%1"), 2);
+}
+
+QString aligned(const QList<QStringList>& rows)
+{
+    const QVector<int> widths = columnWidths(rows);
+    QStringList lines;
+    for (QStringList row : rows) {
+        for (int column = 0; column < row.size() - 1; ++column)
+            row[column] = row[column].leftJustified(widths[column]);
+        lines << row.join(QStringLiteral("  "));
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+} // namespace globalsctl

@@ -1,0 +1,103 @@
+#include "tools/support/Password.h"
+
+#include "tools/support/Failure.h"
+#include "tools/support/Terminal.h"
+
+#include "globals/DataFileCreator.h"
+
+#include <QCommandLineParser>
+#include <QFile>
+
+namespace globalsctl {
+
+namespace {
+
+QByteArray fromEnvironment(const QString& name, PasswordUse /*use*/)
+{
+    const QByteArray variable = name.toLocal8Bit();
+    if (!qEnvironmentVariableIsSet(variable.constData()))
+        throw Failure(QStringLiteral("the environment variable %1 is not set").arg(name));
+    return qgetenv(variable.constData());
+}
+
+QByteArray fromFile(const QString& path, PasswordUse /*use*/)
+{
+    constexpr qint64 LONGEST_LINE = 4096;
+    QFile file(path);
+    const bool isStandardInput = path == QLatin1String("-");
+    const bool isOpen =
+        isStandardInput ? file.open(STDIN_FILENO, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
+    if (!isOpen)
+        throw Failure(QStringLiteral("File %1 cannot be read: %2").arg(path, file.errorString()));
+    QByteArray line = file.readLine(LONGEST_LINE);
+    if (line.size() >= LONGEST_LINE - 1)
+        throw Failure(QStringLiteral("the first line of %1 is too long for a password").arg(path));
+    if (line.endsWith('\n'))
+        line.chop(1);
+    if (line.endsWith('\r'))
+        line.chop(1);
+    return line;
+}
+
+QByteArray fromTerminal(const QString& /*value*/, PasswordUse use)
+{
+    Terminal terminal;
+    QByteArray password = terminal.ask("Password: ");
+    if (use == PasswordUse::Writing && terminal.ask("\nThe same again: ") != password)
+        throw Failure(QStringLiteral("the two passwords differ"));
+    return password;
+}
+
+struct SourceRow
+{
+    const char* option;
+    QByteArray (*read)(const QString& value, PasswordUse use);
+};
+
+constexpr SourceRow SOURCES[] = {
+    {"password-env", &fromEnvironment},
+    {"password-file", &fromFile},
+    {"ask-password", &fromTerminal},
+};
+
+} // namespace
+
+PasswordSource::PasswordSource(const QCommandLineParser& line, PasswordNeed need)
+{
+    for (const SourceRow& row : SOURCES) {
+        const QString option = QLatin1String(row.option);
+        if (!line.isSet(option))
+            continue;
+        if (m_source)
+            throw Failure(QStringLiteral("--%1 is one source of the password too many").arg(option),
+                          WrongUsage);
+        m_source = row.read;
+        m_value = line.value(option);
+    }
+    if (m_source || need == PasswordNeed::Optional)
+        return;
+    if (!Terminal::isThere())
+        throw Failure(QStringLiteral("--password-env, --password-file or --ask-password is missing"),
+                      WrongUsage);
+    m_source = &fromTerminal;
+}
+
+QString PasswordSource::read(PasswordUse use) const
+{
+    if (!m_source)
+        return {};
+    const QByteArray bytes = m_source(m_value, use);
+    // An empty one would mean: not encrypted.
+    if (bytes.isEmpty())
+        throw Failure(QStringLiteral("the password is empty"));
+    QString password = QString::fromUtf8(bytes);
+    if (password.toUtf8() != bytes)
+        throw Failure(QStringLiteral("the password is not UTF-8"));
+    if (use == PasswordUse::Writing && !TEKLUVA::DataFileCreator::canBeReadBack(password))
+        throw Failure(
+            QStringLiteral("the application could not read back what is written with this password; "
+                           "use ASCII characters only"));
+    return password;
+}
+
+} // namespace globalsctl

@@ -1,0 +1,171 @@
+#include "tools/support/PresetFile.h"
+
+#include "tools/support/Failure.h"
+#include "tools/support/Files.h"
+#include "tools/support/PresetTypes.h"
+
+#include "globals/Exception.h"
+#include "globals/datafiles/DataBlock_p.h"
+
+#include <QTextCodec>
+
+#include <algorithm>
+
+namespace globalsctl {
+
+using namespace TEKLUVA;
+
+namespace {
+
+/// A preset file has about a hundred lines; what is larger was named by mistake.
+constexpr qint64 LARGEST_FILE = 1 << 20;
+
+bool isUnprintable(QChar c)
+{
+    return c.category() == QChar::Other_Control && !QStringLiteral("\t\r\n\f").contains(c);
+}
+
+bool isReadable(const QString& text)
+{
+    return std::none_of(text.begin(), text.end(), isUnprintable);
+}
+
+bool isUtf8(const QByteArray& bytes)
+{
+    QTextCodec::ConverterState state;
+    QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
+    return state.invalidChars == 0 && state.remainingChars == 0;
+}
+
+/// Whether \p bytes are the readable text of a preset file and not a protected one.
+bool isText(const QByteArray& bytes)
+{
+    return isReadable(QString::fromUtf8(bytes.constData(), bytes.size()))
+           && (isUtf8(bytes) || DataBlock::faultOf(bytes));
+}
+
+/// The text of the protected file \p path, which has \p bytes.
+QString decryptedText(const QString& path, const QByteArray& bytes)
+{
+    QString text = PresetManager::textOfFile(path); // throws for an archive
+    if (DataBlock::faultOf(bytes)) {
+        throw Failure(
+            QStringLiteral("File %1 is damaged: neither a protected preset file nor plain text").arg(path));
+    }
+    if (!isReadable(text))
+        throw Failure(QStringLiteral("File %1 is damaged, or protected with another password").arg(path));
+    return text;
+}
+
+} // namespace
+
+PresetFile::PresetFile(const QString& path)
+    : m_path(path)
+    , m_bytes(contentOf(path, LARGEST_FILE))
+    , m_isPlain(isText(m_bytes))
+{
+    const QString text =
+        m_isPlain ? QString::fromUtf8(m_bytes.constData(), m_bytes.size()) : decryptedText(path, m_bytes);
+    installBuiltIn();
+    readLines(text);
+    noteWithoutEffect();
+}
+
+QStringList PresetFile::report() const
+{
+    QStringList lines;
+    for (auto line = m_remarks.begin(); line != m_remarks.end(); ++line) {
+        for (const QString& remark : *line)
+            lines << QStringLiteral("%1:%2: %3").arg(m_path, QString::number(line.key()), remark);
+    }
+    return lines;
+}
+
+void PresetFile::installBuiltIn()
+{
+    PresetManager& presets = *PresetManager::getInstance();
+    presets.fillNameMap();
+    presets.setInitialPresets();
+    for (const PresetDescription& description : PresetManager::describePresets()) {
+        m_descriptions.insert(description.value, description);
+        m_builtIn.insert(description.value, PresetManager::getPreset(description.value));
+    }
+}
+
+void PresetFile::readLines(const QString& text)
+{
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    for (int line = 1; line <= lines.size(); ++line) {
+        // Here and not in main, because the lines behind a fault are to be read, too.
+        try {
+            if (const auto entry = PresetManager::parseLine(lines[line - 1]))
+                readEntry(*entry, line);
+        } catch (const Exception& e) {
+            addFault(line, QString::fromUtf8(e.getDescription()));
+        }
+    }
+}
+
+void PresetFile::readEntry(const PresetLine& entry, int line)
+{
+    const E_PresetValue preset = PresetManager::getInstance()->getKey(entry.key);
+    if (!m_descriptions.contains(preset)) {
+        PresetManager::getInstance()->setPreset(entry.key, entry.value); // throws
+        return;
+    }
+    noteIfGivenBefore(preset, entry, line);
+    const PresetType& type = presetType(m_descriptions[preset].type);
+    if (type.accepts(entry.value))
+        write(preset, entry, line);
+    else
+        addFault(line, QStringLiteral("%1 wants %2, not \"%3\"")
+                           .arg(entry.key, QString::fromLatin1(type.wanted), entry.value));
+}
+
+void PresetFile::write(E_PresetValue preset, const PresetLine& entry, int line)
+{
+    PresetManager::getInstance()->setPreset(preset, entry.value);
+    const PresetDescription& description = m_descriptions[preset];
+    // Text has no bounds to be moved into: it is taken or not.
+    const bool isRefused = description.type == QLatin1String("string")
+                           && PresetManager::getPreset(preset).toString() != entry.value;
+    if (isRefused)
+        addFault(line,
+                 QStringLiteral("%1 wants %2, not \"%3\"").arg(entry.key, description.bounds, entry.value));
+    else
+        m_written.insert(preset, {line, entry.key, entry.value});
+}
+
+void PresetFile::noteIfGivenBefore(E_PresetValue preset, const PresetLine& entry, int line)
+{
+    if (m_lines.contains(preset))
+        addNote(line, QStringLiteral("%1 is given already in line %2").arg(entry.key).arg(m_lines[preset]));
+    m_lines.insert(preset, line);
+}
+
+void PresetFile::noteWithoutEffect()
+{
+    // Once all lines are read, as a later one may move a value, too.
+    for (auto written = m_written.begin(); written != m_written.end(); ++written) {
+        const PresetDescription& description = m_descriptions[written.key()];
+        const PresetType& type = presetType(description.type);
+        const QJsonValue inForce = type.normal(PresetManager::getPreset(written.key()));
+        if (type.normal(written->value) == inForce)
+            continue;
+        addNote(written->line, QStringLiteral("%1 is %2, not %3, once the file is read (%4)")
+                                   .arg(written->key, inWords(inForce), written->value, description.bounds));
+    }
+}
+
+void PresetFile::addFault(int line, const QString& message)
+{
+    m_hasFaults = true;
+    m_remarks[line] << QStringLiteral("error: ") + message;
+}
+
+void PresetFile::addNote(int line, const QString& message)
+{
+    m_remarks[line] << QStringLiteral("note: ") + message;
+}
+
+} // namespace globalsctl

@@ -1,0 +1,308 @@
+#include "globals/AtomicFile.h"
+
+#include "globals/system/System_p.h"
+
+#include <QRandomGenerator>
+
+#include <chrono>
+#include <mutex>
+#include <utility>
+
+namespace TEKLUVA {
+
+namespace fs = std::filesystem;
+
+using System::FileHandle;
+using System::FileKind;
+using System::FileStatus;
+
+namespace {
+
+constexpr const char* PREFIX = ".globals-";
+constexpr const char* SUFFIX = ".tmp";
+constexpr int DIGITS = 16;
+
+fs::path hiddenNameIn(const fs::path& folder)
+{
+    const QString number = QString::number(QRandomGenerator::global()->generate64(), 16);
+    return folder / (PREFIX + number.rightJustified(DIGITS, QLatin1Char('0')).toStdString() + SUFFIX);
+}
+
+bool isHiddenName(const std::string& name)
+{
+    const std::size_t prefix = std::char_traits<char>::length(PREFIX);
+    return name.size() == prefix + DIGITS + std::char_traits<char>::length(SUFFIX)
+           && name.compare(0, prefix, PREFIX) == 0
+           && name.compare(prefix + DIGITS, std::string::npos, SUFFIX) == 0
+           && name.find_first_not_of("0123456789abcdef", prefix) == prefix + DIGITS;
+}
+
+/// Removes what killed processes have left in \p folder. What is younger than an hour may still be written.
+void removeRemains(const fs::path& folder)
+{
+    constexpr std::chrono::hours OLD{1};
+    const auto now = fs::file_time_type::clock::now();
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        std::error_code unknown;
+        if (isHiddenName(entry->path().filename().string()) && now - entry->last_write_time(unknown) > OLD
+            && !unknown)
+            fs::remove(entry->path(), unknown);
+    }
+}
+
+/// Whether nobody has cleared \p folder for an hour, as far as this process remembers. It remembers one
+/// folder: who writes many files writes them into one folder after the other.
+bool isDueForClearing(const fs::path& folder)
+{
+    using Clock = std::chrono::steady_clock;
+    constexpr std::chrono::hours INTERVAL{1};
+    // Nothing with a destructor: files are written until the process is gone.
+    static std::mutex mutex;
+    static std::size_t lastFolder = 0;
+    static Clock::time_point lastTime;
+    const std::lock_guard<std::mutex> lock(mutex);
+    const std::size_t thisFolder = fs::hash_value(folder);
+    const auto now = Clock::now();
+    if (thisFolder == lastFolder && now - lastTime < INTERVAL)
+        return false;
+    lastFolder = thisFolder;
+    lastTime = now;
+    return true;
+}
+
+/// What the link \p path leads to, dangling or not; \p path itself when it is no link.
+fs::path resolved(fs::path path)
+{
+    constexpr int MOST_LINKS = 40; // as the system's own limit
+    std::error_code error;
+    for (int i = 0; i < MOST_LINKS && fs::is_symlink(fs::symlink_status(path, error)); ++i)
+        path = path.parent_path() / fs::read_symlink(path, error);
+    return path;
+}
+
+fs::path folderOf(const fs::path& path)
+{
+    return path.has_parent_path() ? path.parent_path() : fs::path(".");
+}
+
+} // namespace
+
+class AtomicFile::Private
+{
+public:
+    explicit Private(fs::path place, Link link);
+    ~Private();
+
+    /// Whether \p result is no error, and there was none before. Keeps the first one.
+    bool check(const std::error_code& result);
+    bool isUsable() const { return !error && !isCommitted; }
+    /// Gives the file its name and closes it.
+    std::error_code place();
+
+    FileHandle file;
+    qint64 size = 0;
+    bool isSynced = false;
+    bool isCommitted = false;
+    std::error_code error;
+
+private:
+    /// Looks at what is in the target's place.
+    void inspectTarget(Link link);
+    void open();
+    std::error_code createHidden();
+    std::error_code linkHidden();
+    template <typename Make>
+    std::error_code makeHidden(Make&& make);
+
+    const fs::path m_target;
+    const fs::path m_folder;
+    bool m_isReplacing = false;
+    quint32 m_permissions = 0; ///< of the file to be replaced; 0 for none
+    fs::path m_hidden;         ///< empty while the file has no name
+};
+
+AtomicFile::Private::Private(fs::path place, Link link)
+    : m_target(link == Link::Followed ? resolved(std::move(place)) : std::move(place))
+    , m_folder(folderOf(m_target))
+{
+    inspectTarget(link);
+    if (isUsable())
+        open();
+}
+
+AtomicFile::Private::~Private()
+{
+    std::error_code ignored;
+    if (!m_hidden.empty())
+        fs::remove(m_hidden, ignored);
+}
+
+bool AtomicFile::Private::check(const std::error_code& result)
+{
+    if (!error)
+        error = result;
+    return !error;
+}
+
+void AtomicFile::Private::inspectTarget(Link link)
+{
+    std::error_code failure;
+    if (link == Link::Replaced && fs::is_symlink(fs::symlink_status(m_target, failure))) {
+        m_isReplacing = true;
+        return;
+    }
+    const FileStatus status = System::statusOf(m_target, failure);
+    if (failure) {
+        if (failure != std::errc::no_such_file_or_directory)
+            check(failure);
+        return;
+    }
+    m_isReplacing = true;
+    m_permissions = status.permissions;
+    if (status.kind == FileKind::Folder)
+        check(std::make_error_code(std::errc::is_a_directory));
+    else if (status.kind != FileKind::Regular)
+        check(std::make_error_code(std::errc::not_supported));
+}
+
+void AtomicFile::Private::open()
+{
+    std::error_code cannotOpen;
+    file = FileHandle::createUnnamed(m_folder, cannotOpen);
+    if (cannotOpen == std::errc::not_supported || cannotOpen == std::errc::operation_not_supported
+        || cannotOpen == std::errc::is_a_directory || cannotOpen == std::errc::invalid_argument)
+        cannotOpen = createHidden();
+    if (check(cannotOpen) && m_permissions != 0)
+        static_cast<void>(file.setPermissions(m_permissions)); // not every file system has any
+}
+
+/// Tries names until \p make has made the file under one of them.
+template <typename Make>
+std::error_code AtomicFile::Private::makeHidden(Make&& make)
+{
+    constexpr int MOST_TRIES = 100;
+    if (isDueForClearing(m_folder))
+        removeRemains(m_folder);
+    std::error_code result;
+    for (int i = 0; i < MOST_TRIES; ++i) {
+        fs::path name = hiddenNameIn(m_folder);
+        result = make(name);
+        if (!result)
+            m_hidden = std::move(name);
+        if (result != std::errc::file_exists)
+            break;
+    }
+    return result;
+}
+
+std::error_code AtomicFile::Private::createHidden()
+{
+    return makeHidden([this](const fs::path& name) {
+        std::error_code result;
+        file = FileHandle::create(name, result);
+        return result;
+    });
+}
+
+std::error_code AtomicFile::Private::linkHidden()
+{
+    return makeHidden([this](const fs::path& name) { return file.linkTo(name); });
+}
+
+std::error_code AtomicFile::Private::place()
+{
+    std::error_code result;
+    if (m_hidden.empty() && !m_isReplacing) {
+        result = file.linkTo(m_target);
+        if (result != std::errc::file_exists)
+            return result ? result : file.close();
+    }
+    // A link cannot replace a file, renaming can.
+    if (m_hidden.empty())
+        result = linkHidden();
+    if (m_hidden.empty())
+        return result;
+    result = file.close();
+    if (result)
+        return result;
+    fs::rename(m_hidden, m_target, result);
+    if (!result)
+        m_hidden.clear();
+    return result;
+}
+
+AtomicFile::AtomicFile(const fs::path& target, Link link)
+    : d(std::make_unique<Private>(target, link))
+{
+}
+
+AtomicFile::AtomicFile(const QString& target, Link link)
+    : AtomicFile(System::nativePath(target), link)
+{
+}
+
+AtomicFile::~AtomicFile() = default;
+
+bool AtomicFile::write(const QByteArray& bytes)
+{
+    if (!d->isUsable())
+        return false;
+    const std::error_code result = d->file.writeAt(bytes.constData(), bytes.size(), d->size);
+    d->size += bytes.size();
+    d->isSynced = false;
+    return d->check(result);
+}
+
+bool AtomicFile::copyFrom(const fs::path& source)
+{
+    if (!d->isUsable())
+        return false;
+    std::error_code result;
+    const FileHandle original = FileHandle::openForReading(source, result);
+    if (!d->check(result))
+        return false;
+    const FileStatus status = original.status(result);
+    if (!d->check(result) || !d->check(d->file.copyFrom(original)))
+        return false;
+    d->size = status.size;
+    d->isSynced = false;
+    static_cast<void>(d->file.setPermissions(status.permissions)); // not every file system has any
+    return true;
+}
+
+std::FILE* AtomicFile::openStream()
+{
+    if (!d->isUsable())
+        return nullptr;
+    std::error_code result;
+    std::FILE* stream = d->file.openStream(result);
+    d->check(result);
+    return stream;
+}
+
+bool AtomicFile::sync()
+{
+    if (!d->isUsable())
+        return false;
+    d->isSynced = d->check(d->file.sync());
+    return d->isSynced;
+}
+
+bool AtomicFile::commit(Durability durability)
+{
+    if (durability == Durability::OnDisk && !d->isSynced && !sync())
+        return false;
+    if (!d->isUsable())
+        return false;
+    d->isCommitted = true;
+    d->check(d->place());
+    return !d->error;
+}
+
+QString AtomicFile::error() const
+{
+    return d->error ? QString::fromLocal8Bit(d->error.message().c_str()) : QString();
+}
+
+} // namespace TEKLUVA

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+#include <cstdio>
+#include <filesystem>
+#include <system_error>
+
+/// What the library asks of the operating system beyond Qt and std::filesystem. Each system has one source
+/// file for all of it: System_unix.cpp is the only one with Unix headers.
+///
+/// All functions are reentrant. A call that a signal has interrupted is made again.
+namespace TEKLUVA::System {
+
+using Path = std::filesystem::path;
+
+/// \name Names
+/// A Path keeps names that are no text; as QString they may not lead back to their file.
+/// @{
+Path nativePath(const QString& path);
+QString textOf(const Path& path);
+/// @}
+
+enum class FileKind {
+    Regular,
+    Folder,
+    Other, ///< a pipe, a socket or a device, which might never end
+};
+
+/// What the system knows of a file beside its content.
+struct FileStatus
+{
+    FileKind kind = FileKind::Other;
+    quint64 device = 0;
+    quint64 inode = 0;
+    qint64 size = 0;
+    qint64 modified = 0; ///< the last change of the content, in nanoseconds since the epoch
+    qint64 changed = 0;  ///< the last change of content, name or permissions, likewise
+    quint32 permissions = 0;
+
+    bool operator==(const FileStatus& other) const;
+    bool operator!=(const FileStatus& other) const { return !(*this == other); }
+};
+
+/// Of the file that \p path leads to, through links.
+FileStatus statusOf(const Path& path, std::error_code& error);
+
+/// Whether \p path leads to a file that can be read to its end.
+bool isRegularFile(const Path& path);
+
+/// An open file, closed with its scope. Child processes do not inherit it.
+class FileHandle
+{
+public:
+    FileHandle() = default;
+    FileHandle(FileHandle&& other) noexcept;
+    FileHandle& operator=(FileHandle&& other) noexcept;
+    ~FileHandle();
+
+    /// \name Opening
+    /// A handle that is not open, with the reason in \p error, on failure.
+    /// @{
+
+    /// Does not wait for the writer of a pipe.
+    static FileHandle openForReading(const Path& path, std::error_code& error);
+    /// A new file with the permissions of any new file. Fails where something exists.
+    static FileHandle create(const Path& path, std::error_code& error);
+    /// A new file in \p folder without a name, which the system removes with the handle. Fails where the
+    /// system or the file system has no such files.
+    static FileHandle createUnnamed(const Path& folder, std::error_code& error);
+    /// @}
+
+    bool isOpen() const { return m_descriptor >= 0; }
+
+    FileStatus status(std::error_code& error) const;
+    /// Reads up to \p size bytes; fewer only at the end of the file and on failure.
+    qint64 readAt(char* target, qint64 size, qint64 position, std::error_code& error) const;
+    /// Writes all of it, or part of it on failure.
+    std::error_code writeAt(const char* bytes, qint64 size, qint64 position) const;
+    /// Copies the content of \p source to the beginning of this file, inside the system where it can.
+    std::error_code copyFrom(const FileHandle& source) const;
+    std::error_code setPermissions(quint32 permissions) const;
+    /// Gives an unnamed file the name \p path. Fails where something exists.
+    std::error_code linkTo(const Path& path) const;
+    /// Waits until content and size are on disk.
+    std::error_code sync() const;
+    /// Waits until all that was written to the file's file system is on disk. One wait for many files takes a
+    /// fraction of the time that a wait for each of them does.
+    std::error_code syncFileSystem() const;
+    /// A failure tells that what was written may not have arrived.
+    std::error_code close();
+
+    /// A C stream that writes to the same file, with a descriptor of its own; null on failure.
+    std::FILE* openStream(std::error_code& error) const;
+
+private:
+    explicit FileHandle(int descriptor)
+        : m_descriptor(descriptor)
+    {
+    }
+
+    int m_descriptor = -1;
+};
+
+/// Asks for huge pages below \p size bytes at \p memory. A wish: nothing depends on it.
+void adviseHugePages(char* memory, std::size_t size);
+
+} // namespace TEKLUVA::System

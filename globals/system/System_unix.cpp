@@ -1,0 +1,340 @@
+#include "globals/system/System_p.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <string>
+#include <tuple>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+static_assert(sizeof(off_t) == sizeof(qint64), "files of more than 2 GiB need _FILE_OFFSET_BITS=64");
+
+namespace TEKLUVA::System {
+
+namespace {
+
+std::error_code lastError()
+{
+    return {errno, std::generic_category()};
+}
+
+/// Makes a system call again as long as signals interrupt it.
+template <typename Call>
+auto retryOnEintr(Call&& call)
+{
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
+
+/// The error of a system call with this \p result.
+std::error_code errorOf(int result)
+{
+    return result < 0 ? lastError() : std::error_code();
+}
+
+int openFile(const Path& path, int flags)
+{
+    constexpr mode_t NEW_FILE = 0666; // less the umask
+    return retryOnEintr([&] { return ::open(path.c_str(), flags | O_CLOEXEC, NEW_FILE); });
+}
+
+qint64 nanoseconds(const timespec& time)
+{
+    constexpr qint64 SECOND = 1'000'000'000;
+    return time.tv_sec * SECOND + time.tv_nsec;
+}
+
+FileKind kindOf(mode_t mode)
+{
+    if (S_ISREG(mode))
+        return FileKind::Regular;
+    return S_ISDIR(mode) ? FileKind::Folder : FileKind::Other;
+}
+
+FileStatus statusFrom(const struct stat& status)
+{
+#ifdef __APPLE__
+    const timespec modified = status.st_mtimespec;
+    const timespec changed = status.st_ctimespec;
+#else
+    const timespec modified = status.st_mtim;
+    const timespec changed = status.st_ctim;
+#endif
+    constexpr mode_t PERMISSIONS = 07777;
+    FileStatus result;
+    result.kind = kindOf(status.st_mode);
+    result.device = static_cast<quint64>(status.st_dev);
+    result.inode = static_cast<quint64>(status.st_ino);
+    result.size = status.st_size;
+    result.modified = nanoseconds(modified);
+    result.changed = nanoseconds(changed);
+    result.permissions = static_cast<quint32>(status.st_mode & PERMISSIONS);
+    return result;
+}
+
+/// Whether the process may not write a file of \p size bytes. The system would end it by SIGXFSZ.
+bool exceedsSizeLimit(qint64 size)
+{
+    rlimit limit = {};
+    return ::getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY
+           && static_cast<rlim_t>(size) > limit.rlim_cur;
+}
+
+#ifdef O_TMPFILE
+/// The name under which the system lets an open file be found; it needs /proc.
+std::string nameOfDescriptor(int descriptor)
+{
+    return "/proc/self/fd/" + std::to_string(descriptor);
+}
+#endif
+
+std::error_code copyPieces(const FileHandle& source, const FileHandle& target, qint64 position)
+{
+    std::array<char, std::size_t{64} * 1024> piece; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    std::error_code error;
+    for (;;) {
+        const qint64 count = source.readAt(piece.data(), qint64(piece.size()), position, error);
+        if (error || count == 0)
+            return error;
+        error = target.writeAt(piece.data(), count, position);
+        if (error)
+            return error;
+        position += count;
+    }
+}
+
+} // namespace
+
+Path nativePath(const QString& path)
+{
+    return QFile::encodeName(path).toStdString();
+}
+
+QString textOf(const Path& path)
+{
+    return QFile::decodeName(path.c_str());
+}
+
+bool FileStatus::operator==(const FileStatus& other) const
+{
+    const auto fields = [](const FileStatus& status) {
+        return std::tie(status.kind, status.device, status.inode, status.size, status.modified,
+                        status.changed, status.permissions);
+    };
+    return fields(*this) == fields(other);
+}
+
+FileStatus statusOf(const Path& path, std::error_code& error)
+{
+    struct stat status = {};
+    error = errorOf(::stat(path.c_str(), &status));
+    return error ? FileStatus() : statusFrom(status);
+}
+
+bool isRegularFile(const Path& path)
+{
+    std::error_code error;
+    const FileStatus status = statusOf(path, error);
+    return !error && status.kind == FileKind::Regular;
+}
+
+FileHandle::FileHandle(FileHandle&& other) noexcept
+    : m_descriptor(std::exchange(other.m_descriptor, -1))
+{
+}
+
+FileHandle& FileHandle::operator=(FileHandle&& other) noexcept
+{
+    std::swap(m_descriptor, other.m_descriptor);
+    return *this;
+}
+
+FileHandle::~FileHandle()
+{
+    static_cast<void>(close());
+}
+
+FileHandle FileHandle::openForReading(const Path& path, std::error_code& error)
+{
+    FileHandle file(openFile(path, O_RDONLY | O_NONBLOCK));
+    error = errorOf(file.m_descriptor);
+    return file;
+}
+
+FileHandle FileHandle::create(const Path& path, std::error_code& error)
+{
+    FileHandle file(openFile(path, O_RDWR | O_CREAT | O_EXCL));
+    error = errorOf(file.m_descriptor);
+    return file;
+}
+
+FileHandle FileHandle::createUnnamed(const Path& folder, std::error_code& error)
+{
+#ifdef O_TMPFILE
+    static const bool CAN_GET_A_NAME = ::access("/proc/self/fd", X_OK) == 0;
+    if (CAN_GET_A_NAME) {
+        FileHandle file(openFile(folder, O_RDWR | O_TMPFILE));
+        error = errorOf(file.m_descriptor);
+        return file;
+    }
+#else
+    Q_UNUSED(folder)
+#endif
+    error = std::make_error_code(std::errc::not_supported);
+    return {};
+}
+
+FileStatus FileHandle::status(std::error_code& error) const
+{
+    struct stat status = {};
+    error = errorOf(::fstat(m_descriptor, &status));
+    return error ? FileStatus() : statusFrom(status);
+}
+
+qint64 FileHandle::readAt(char* target, qint64 size, qint64 position, std::error_code& error) const
+{
+    error.clear();
+    qint64 done = 0;
+    while (done < size) {
+        const auto count = retryOnEintr([&] {
+            return ::pread(m_descriptor, target + done, static_cast<std::size_t>(size - done),
+                           position + done);
+        });
+        if (count < 0)
+            error = lastError();
+        if (count <= 0)
+            break;
+        done += count;
+    }
+    return done;
+}
+
+std::error_code FileHandle::writeAt(const char* bytes, qint64 size, qint64 position) const
+{
+    if (exceedsSizeLimit(position + size))
+        return std::make_error_code(std::errc::file_too_large);
+    qint64 done = 0;
+    while (done < size) {
+        const auto count = retryOnEintr([&] {
+            return ::pwrite(m_descriptor, bytes + done, static_cast<std::size_t>(size - done),
+                            position + done);
+        });
+        if (count < 0)
+            return lastError();
+        done += count;
+    }
+    return {};
+}
+
+std::error_code FileHandle::copyFrom(const FileHandle& source) const
+{
+    std::error_code error;
+    const qint64 size = source.status(error).size;
+    if (error)
+        return error;
+    if (exceedsSizeLimit(size))
+        return std::make_error_code(std::errc::file_too_large);
+    qint64 position = 0;
+#ifdef __linux__
+    constexpr std::size_t PIECE = std::size_t{1} << 30;
+    for (;;) {
+        off_t from = position;
+        off_t to = position;
+        const auto count = retryOnEintr(
+            [&] { return ::copy_file_range(source.m_descriptor, &from, m_descriptor, &to, PIECE, 0); });
+        // Not between any two file systems; and 0 may stand for one whose files do not tell their size.
+        if (count <= 0)
+            break;
+        position += count;
+    }
+#endif
+    return copyPieces(source, *this, position);
+}
+
+std::error_code FileHandle::setPermissions(quint32 permissions) const
+{
+    return errorOf(::fchmod(m_descriptor, permissions));
+}
+
+std::error_code FileHandle::linkTo(const Path& path) const
+{
+#ifdef O_TMPFILE
+    const std::string name = nameOfDescriptor(m_descriptor);
+    return errorOf(::linkat(AT_FDCWD, name.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW));
+#else
+    Q_UNUSED(path)
+    return std::make_error_code(std::errc::not_supported);
+#endif
+}
+
+std::error_code FileHandle::sync() const
+{
+#ifdef __linux__
+    const std::error_code error = errorOf(retryOnEintr([this] { return ::fdatasync(m_descriptor); }));
+#else
+    const std::error_code error = errorOf(retryOnEintr([this] { return ::fsync(m_descriptor); }));
+#endif
+    // Some file systems cannot wait for one file.
+    return error == std::errc::invalid_argument ? std::error_code() : error;
+}
+
+std::error_code FileHandle::close()
+{
+    const int descriptor = std::exchange(m_descriptor, -1);
+    if (descriptor < 0)
+        return {};
+    // After EINTR the descriptor is gone on Linux, and a second call might close somebody else's.
+    return ::close(descriptor) == 0 || errno == EINTR ? std::error_code() : lastError();
+}
+
+std::FILE* FileHandle::openStream(std::error_code& error) const
+{
+    FileHandle own(retryOnEintr([this] { return ::fcntl(m_descriptor, F_DUPFD_CLOEXEC, 0); }));
+    error = errorOf(own.m_descriptor);
+    if (error)
+        return nullptr;
+    std::FILE* stream = ::fdopen(own.m_descriptor, "r+b");
+    if (stream)
+        own.m_descriptor = -1; // closed with the stream
+    else
+        error = lastError();
+    return stream;
+}
+
+std::error_code FileHandle::syncFileSystem() const
+{
+#ifdef __linux__
+    return errorOf(::syncfs(m_descriptor));
+#else
+    ::sync();
+    return {};
+#endif
+}
+
+void adviseHugePages(char* memory, std::size_t size)
+{
+#ifdef MADV_HUGEPAGE
+    constexpr std::uintptr_t HUGE_PAGE = std::uintptr_t{2} * 1024 * 1024;
+    const auto address = reinterpret_cast<std::uintptr_t>(memory);
+    const std::uintptr_t begin = (address + HUGE_PAGE - 1) & ~(HUGE_PAGE - 1);
+    const std::uintptr_t end = (address + size) & ~(HUGE_PAGE - 1);
+    if (begin < end)
+        static_cast<void>(::madvise(memory + (begin - address), end - begin, MADV_HUGEPAGE));
+#else
+    Q_UNUSED(memory)
+    Q_UNUSED(size)
+#endif
+}
+
+} // namespace TEKLUVA::System

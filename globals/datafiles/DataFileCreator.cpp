@@ -1,6 +1,9 @@
 #include "globals/DataFileCreator.h"
 
+#include "globals/AtomicFile.h"
+#include "globals/WholeFile.h"
 #include "globals/datafiles/DataFileFormat_p.h"
+#include "globals/system/Buffer_p.h"
 
 #include <cryptopp/aes.h>
 #include <cryptopp/modes.h>
@@ -9,16 +12,12 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <limits>
 #include <memory>
 #include <new>
-
-#include <unistd.h>
 
 namespace TEKLUVA {
 
@@ -82,17 +81,12 @@ QByteArray encrypt(const QByteArray& header, const Vector& vector, const QByteAr
     return block;
 }
 
-/// The whole content of a file; nothing when it cannot be read.
-std::optional<QByteArray> contentOf(const QString& path)
+/// The whole content of a file. Nothing for one that holds more than its size tells: one that grows
+/// meanwhile, or one of the system's.
+std::optional<QByteArray> readOfItsSize(const QString& path)
 {
-    QFile file(path);
-    if (!isPlainFile(path) || !file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    auto content = allocate(static_cast<quint64>(file.size()));
-    if (!content || file.read(content->data(), content->size()) != content->size())
-        return std::nullopt;
-    char more = 0; // a file that grows, or one of the system's that has no size
-    return file.read(&more, 1) > 0 ? std::nullopt : content;
+    auto content = readWhole(path);
+    return content && content->size() == QFileInfo(path).size() ? content : std::nullopt;
 }
 
 struct CloseArchive
@@ -107,58 +101,50 @@ zlib_filefunc64_def functionsOfMinizip()
     return functions;
 }
 
-/// Where the file is written; notes a failure, which minizip would write into the archive as a position.
-ZPOS64_T tell(void* hasFailed, void* stream)
-{
-    const ZPOS64_T position = functionsOfMinizip().ztell64_file(nullptr, stream);
-    *static_cast<bool*>(hasFailed) |= static_cast<qint64>(position) < 0;
-    return position;
-}
-
-/// Makes sure that the content of a closed file is on disk, before its name is given to it.
-bool isOnDisk(const QByteArray& fileName)
-{
-    QFile file(QFile::decodeName(fileName));
-    return file.open(QIODevice::ReadWrite) && fsync(file.handle()) == 0;
-}
-
-/// An archive that is written beside its place and takes it when it is complete. Otherwise nothing is left of
-/// it, and what was there stays.
+/// An archive that is written beside its place and takes it when it is complete.
 class NewArchive
 {
     Q_DISABLE_COPY(NewArchive)
 
 public:
     explicit NewArchive(const QString& path)
-        : m_path(QFile::encodeName(path))
-        , m_folder(QFileInfo(path).path() + QLatin1String("/archive-XXXXXX"))
-        , m_newPath(QFile::encodeName(m_folder.filePath(QStringLiteral("archive"))))
+        : m_file(path)
     {
-        const QFileInfo old(path);
-        const bool mayReplace = !old.exists() || old.isFile();
         zlib_filefunc64_def functions = functionsOfMinizip();
-        functions.opaque = &m_hasFailed;
+        functions.opaque = this;
+        functions.zopen64_file = &openFile;
         functions.ztell64_file = &tell;
-        if (mayReplace && m_folder.isValid())
-            m_archive.reset(zipOpen2_64(m_newPath.constData(), APPEND_STATUS_CREATE, nullptr, &functions));
+        m_archive.reset(zipOpen2_64("", APPEND_STATUS_CREATE, nullptr, &functions));
     }
 
     /// Null when it cannot be written.
     zipFile get() const { return m_archive.get(); }
 
     /// Puts the complete archive into its place.
-    bool finish()
+    bool commit()
     {
-        return zipClose(m_archive.release(), nullptr) == ZIP_OK && !m_hasFailed && isOnDisk(m_newPath)
-               && std::rename(m_newPath.constData(), m_path.constData()) == 0;
+        const bool isClosed = zipClose(m_archive.release(), nullptr) == ZIP_OK;
+        return isClosed && !m_hasFailed && m_file.commit();
     }
 
 private:
-    const QByteArray m_path;
-    const QTemporaryDir m_folder;
-    const QByteArray m_newPath;
-    bool m_hasFailed = false; ///< before the archive, which is closed with it
-    std::unique_ptr<void, CloseArchive> m_archive;
+    static void* openFile(void* archive, const void* /*name*/, int /*mode*/)
+    {
+        return static_cast<NewArchive*>(archive)->m_file.openStream();
+    }
+
+    /// Where the file is written. Notes a failure, which minizip would write into the archive as a position.
+    static ZPOS64_T tell(void* archive, void* stream)
+    {
+        const ZPOS64_T position = functionsOfMinizip().ztell64_file(nullptr, stream);
+        static_cast<NewArchive*>(archive)->m_hasFailed |= static_cast<qint64>(position) < 0;
+        return position;
+    }
+
+    AtomicFile m_file;
+    bool m_hasFailed = false;
+    std::unique_ptr<void, CloseArchive>
+        m_archive; ///< the last member, because closing it writes to the others
 };
 
 QString lastPart(const QString& path)
@@ -182,7 +168,7 @@ bool createArchive(const Items& items, const QString& path, const DataFileCreato
         if (!pack(archive.get(), item))
             return false;
     }
-    return archive.finish();
+    return archive.commit();
 }
 
 } // namespace
@@ -206,7 +192,7 @@ QByteArray DataFileCreator::encryptData(const QByteArray& data, const QString& p
 
 QByteArray DataFileCreator::encryptFile(const QString& path, const QString& password) const
 {
-    const auto content = contentOf(path);
+    const auto content = readOfItsSize(path);
     return content ? encryptData(*content, password) : QByteArray();
 }
 
@@ -229,7 +215,7 @@ bool DataFileCreator::packFile(void* zipFile, const QString& path) const
 {
     if (!zipFile)
         return false;
-    const auto content = contentOf(path);
+    const auto content = readOfItsSize(path);
     return content && packData(zipFile, lastPart(path), *content);
 }
 

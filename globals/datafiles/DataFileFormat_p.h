@@ -23,21 +23,10 @@ inline constexpr int KEY_SIZE = 32;
 /// exist.
 CryptoPP::SecByteBlock deriveKey(const QByteArray& password, int split);
 
-/// A buffer of \p size bytes, not initialised. Throws for want of memory. A large one lies in huge pages
-/// where the system has them: to touch its many small pages for the first time costs more than the cipher.
-QByteArray newBuffer(int size);
-
-/// A buffer of \p size bytes, which is what somebody claims; nothing when it cannot be had.
-std::optional<QByteArray> allocate(quint64 size);
-
-/// Whether there is a file that can be read to its end: not a folder, and no pipe or device, which might
-/// never end.
-bool isPlainFile(const QString& path);
-
 /// Logs that an exception with the text \p what ended an operation on a data file.
 void logCaught(const char* what);
 
-/// Runs \p operation and answers its result, or an empty one when it throws; the exception goes to the active
+/// Runs \p operation and returns its result, or an empty one when it throws; the exception goes to the active
 /// log. This is the one place where exceptions of data file operations end.
 template <typename Operation>
 auto withoutExceptions(Operation&& operation) noexcept -> decltype(operation())

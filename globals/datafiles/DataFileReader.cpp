@@ -1,7 +1,9 @@
 #include "globals/DataFileReader.h"
 
+#include "globals/WholeFile.h"
 #include "globals/datafiles/DataFileFormat_p.h"
 #include "globals/datafiles/ReadAhead_p.h"
+#include "globals/system/Buffer_p.h"
 
 #include <cryptopp/aes.h>
 #include <unzip.h>
@@ -229,13 +231,10 @@ bool DataFileReader::isArchiv() const
 QByteArray DataFileReader::getFileContent() const
 {
     return withoutExceptions([this]() -> QByteArray {
-        if (isArchiv() || !isPlainFile(getFilename()))
+        if (isArchiv())
             return {};
-        QFile file(getFilename());
-        if (!file.open(QIODevice::ReadOnly))
-            return {};
-        const QByteArray content = file.readAll();
-        return file.error() == QFile::NoError ? decrypted(content) : QByteArray();
+        const auto content = readWhole(getFilename());
+        return content ? decrypted(*content) : QByteArray();
     });
 }
 

@@ -1,33 +1,18 @@
 #include "globals/datafiles/ReadAhead_p.h"
 
-#include "globals/system/Descriptor_p.h"
+#include "globals/system/System_p.h"
 
 #include <QtGlobal>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstring>
 #include <memory>
 #include <new>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 namespace TEKLUVA {
 
 namespace {
-
-/// Makes a system call anew when a signal came in between.
-template <typename Call>
-auto unlessInterrupted(Call&& call)
-{
-    auto result = call();
-    while (result < 0 && errno == EINTR)
-        result = call();
-    return result;
-}
 
 /// A part of the file in memory.
 struct Window // NOLINT(cppcoreguidelines-pro-type-member-init)
@@ -50,16 +35,16 @@ class ReadAhead
     Q_DISABLE_COPY(ReadAhead)
 
 public:
-    /// Opens the file \p name, in the local encoding. Without waiting, as a pipe would have it.
+    /// Opens the file \p name, in the local encoding.
     explicit ReadAhead(const char* name)
-        : m_descriptor(unlessInterrupted([name] { return ::open(name, O_RDONLY | O_CLOEXEC | O_NONBLOCK); }))
     {
-        struct stat status
-        {
-        };
-        m_isFile =
-            m_descriptor.isOpen() && fstat(m_descriptor.get(), &status) == 0 && S_ISREG(status.st_mode);
-        m_size = status.st_size;
+        std::error_code error;
+        m_file = System::FileHandle::openForReading(name, error);
+        if (error)
+            return;
+        const System::FileStatus status = m_file.status(error);
+        m_isFile = !error && status.kind == System::FileKind::Regular;
+        m_size = status.size;
     }
 
     /// False for a file that is not there, and for a folder, pipe or device, which might never end.
@@ -130,14 +115,13 @@ private:
     {
         // From a multiple of its size, because the directory is looked for from the end backwards.
         window.begin = m_position - m_position % Window::SIZE;
-        const auto size = static_cast<std::size_t>(std::min(Window::SIZE, m_size - window.begin));
-        const auto count = unlessInterrupted(
-            [&] { return pread(m_descriptor.get(), window.bytes.data(), size, window.begin); });
-        m_hasFailed |= count < 0;
-        window.size = std::max<qint64>(count, 0);
+        const qint64 size = std::min(Window::SIZE, m_size - window.begin);
+        std::error_code error;
+        window.size = m_file.readAt(window.bytes.data(), size, window.begin, error);
+        m_hasFailed |= bool(error);
     }
 
-    const Descriptor m_descriptor;
+    System::FileHandle m_file;
     bool m_isFile = false;
     qint64 m_size = 0;
     qint64 m_position = 0;

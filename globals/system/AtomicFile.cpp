@@ -71,27 +71,12 @@ bool isDueForClearing(const fs::path& folder)
     return true;
 }
 
-/// What the link \p path leads to, dangling or not; \p path itself when it is no link.
-fs::path resolved(fs::path path)
-{
-    constexpr int MOST_LINKS = 40; // as the system's own limit
-    std::error_code error;
-    for (int i = 0; i < MOST_LINKS && fs::is_symlink(fs::symlink_status(path, error)); ++i)
-        path = path.parent_path() / fs::read_symlink(path, error);
-    return path;
-}
-
-fs::path folderOf(const fs::path& path)
-{
-    return path.has_parent_path() ? path.parent_path() : fs::path(".");
-}
-
 } // namespace
 
 class AtomicFile::Private
 {
 public:
-    explicit Private(fs::path place, Link link);
+    explicit Private(fs::path target, Link link);
     ~Private();
 
     /// Whether \p result is no error, and there was none before. Keeps the first one.
@@ -107,26 +92,33 @@ public:
     std::error_code error;
 
 private:
-    /// Looks at what is in the target's place.
-    void inspectTarget(Link link);
+    /// Of what is in the target's place; makes the target what its link leads to if that is to be followed.
+    fs::file_status targetStatus(Link link);
     void open();
     std::error_code createHidden();
     std::error_code linkHidden();
     template <typename Make>
     std::error_code makeHidden(Make&& make);
 
-    const fs::path m_target;
-    const fs::path m_folder;
+    fs::path m_target;
+    fs::path m_folder;
     bool m_isReplacing = false;
     quint32 m_permissions = 0; ///< of the file to be replaced; 0 for none
     fs::path m_hidden;         ///< empty while the file has no name
 };
 
-AtomicFile::Private::Private(fs::path place, Link link)
-    : m_target(link == Link::Followed ? resolved(std::move(place)) : std::move(place))
-    , m_folder(folderOf(m_target))
+AtomicFile::Private::Private(fs::path target, Link link)
+    : m_target(std::move(target))
 {
-    inspectTarget(link);
+    const fs::file_status status = targetStatus(link);
+    m_folder = m_target.has_parent_path() ? m_target.parent_path() : fs::path(".");
+    m_isReplacing = fs::exists(status);
+    if (fs::is_regular_file(status))
+        m_permissions = static_cast<quint32>(status.permissions());
+    else if (fs::is_directory(status))
+        check(std::make_error_code(std::errc::is_a_directory));
+    else if (m_isReplacing && !fs::is_symlink(status))
+        check(std::make_error_code(std::errc::not_supported));
     if (isUsable())
         open();
 }
@@ -145,25 +137,22 @@ bool AtomicFile::Private::check(const std::error_code& result)
     return !error;
 }
 
-void AtomicFile::Private::inspectTarget(Link link)
+fs::file_status AtomicFile::Private::targetStatus(Link link)
 {
+    constexpr int MOST_LINKS = 40; // as the system's own limit
     std::error_code failure;
-    if (link == Link::Replaced && fs::is_symlink(fs::symlink_status(m_target, failure))) {
-        m_isReplacing = true;
-        return;
+    fs::file_status status = fs::symlink_status(m_target, failure);
+    for (int i = 0; link == Link::Followed && fs::is_symlink(status); ++i) {
+        if (i == MOST_LINKS) {
+            check(std::make_error_code(std::errc::too_many_symbolic_link_levels));
+            break;
+        }
+        m_target = m_target.parent_path() / fs::read_symlink(m_target, failure);
+        status = fs::symlink_status(m_target, failure);
     }
-    const FileStatus status = System::statusOf(m_target, failure);
-    if (failure) {
-        if (failure != std::errc::no_such_file_or_directory)
-            check(failure);
-        return;
-    }
-    m_isReplacing = true;
-    m_permissions = status.permissions;
-    if (status.kind == FileKind::Folder)
-        check(std::make_error_code(std::errc::is_a_directory));
-    else if (status.kind != FileKind::Regular)
-        check(std::make_error_code(std::errc::not_supported));
+    if (failure && status.type() != fs::file_type::not_found)
+        check(failure);
+    return status;
 }
 
 void AtomicFile::Private::open()

@@ -11,8 +11,6 @@
 #include <QObject>
 #include <QStringList>
 
-#include <optional>
-
 namespace TEKLUVA {
 
 /// \name Clean-up after an update
@@ -241,10 +239,8 @@ private:
     LastRun lastRun() const;
     QVariantMap lifeTimeRecord() const;
     QVariantMap errorRecord(unsigned int code) const;
-    bool copySettings(const QString& old, const QString& base);
     void removeFilesOf(const QString& name, E_PathType type) const;
     void removeAddsOf(const QString& name, E_PathType type);
-    std::optional<bool> askToReplace(const QString& file) const;
 
     static ConfigManager* __instance;
 

@@ -1,32 +1,25 @@
+#include "globals/AtomicFile.h"
 #include "globals/ConfigManager.h"
+#include "globals/WholeFile.h"
+#include "globals/configuration/OverwriteQuestion_p.h"
 #include "globals/logs/ActiveLog_p.h"
 #include "globals/system/FileTree_p.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QMessageBox>
-#include <QSaveFile>
-#include <QThread>
 
 #include <algorithm>
+#include <filesystem>
 #include <memory>
-#include <optional>
-#include <sys/stat.h>
 
 namespace TEKLUVA {
+
+namespace fs = std::filesystem;
 
 namespace {
 
 constexpr const char* GUEST = "guest";
-
-bool canAsk()
-{
-    const QCoreApplication* application = QCoreApplication::instance();
-    return qobject_cast<const QApplication*>(application)
-           && QThread::currentThread() == application->thread();
-}
 
 bool failed(const char* message)
 {
@@ -34,33 +27,38 @@ bool failed(const char* message)
     return false;
 }
 
-/// Neither reading nor writing one need ever end.
-bool isPipe(const QString& filename)
-{
-    struct stat info = {};
-    return ::stat(QFile::encodeName(filename).constData(), &info) == 0 && S_ISFIFO(info.st_mode);
-}
+constexpr const char* CANNOT_OPEN = "Could not open file to write.";
+constexpr const char* CANNOT_APPEND = "Could not open file to append data.";
+constexpr const char* CANNOT_WRITE = "Could not write data to file.";
+constexpr const char* CANNOT_FLUSH = "Could not flush file.";
 
-/// A file to write \p filename with. Whole files are written beside the old one, which they replace when all
-/// is on the disk; appending goes to the file itself, and so does what is a device.
-std::unique_ptr<QFileDevice> deviceFor(const QString& filename, bool append)
+/// A new file, or one that may be written. Not a pipe, whose reader may never come.
+bool isUsableTarget(const QString& filename)
 {
     const QFileInfo info(filename);
-    if (append || (info.exists() && !info.isFile()))
-        return std::make_unique<QFile>(filename);
-    auto file = std::make_unique<QSaveFile>(filename);
-    file->setDirectWriteFallback(true); // for a file that may be written in a folder that may not
-    return file;
+    return !info.exists() || (info.isWritable() && !fs::is_fifo(QFile::encodeName(filename).toStdString()));
 }
 
-bool finish(QFileDevice& file)
+/// Writes to the file itself: appends, fills a device, or overwrites a file in a folder that may not be
+/// written.
+bool writeInPlace(const QString& filename, const QByteArray& data, QIODevice::OpenMode mode)
 {
-    if (!file.flush())
-        return false;
-    if (auto* whole = qobject_cast<QSaveFile*>(&file))
-        return whole->commit();
-    file.close();
-    return true;
+    const bool append = mode == QIODevice::Append;
+    auto file = std::make_unique<QFile>(filename);
+    const qint64 before = file->size();
+    if (!file->open(mode))
+        return failed(append ? CANNOT_APPEND : CANNOT_OPEN);
+    const qint64 accepted = file->write(data); // some of it into the buffer
+    const bool isAccepted = accepted == data.size();
+    if (isAccepted && file->flush())
+        return true;
+    const qint64 written = qMax<qint64>(accepted, 0) - file->bytesToWrite();
+    const bool isAlone = QFileInfo(filename).size() == before + written;
+    file.reset(); // tries once more to write what is in the buffer
+    // No half record after the old ones; but the records of other processes stay.
+    if (append && isAlone && QFileInfo(filename).size() > before)
+        QFile::resize(filename, before);
+    return failed(isAccepted ? CANNOT_FLUSH : CANNOT_WRITE);
 }
 
 /// The account that an auto-save belongs to.
@@ -76,18 +74,8 @@ QString accountOf(const QString& user)
 bool ConfigManager::copyDirectory(const QString& source, const QString& target, bool recursive,
                                   bool removeSource, const QStringList& suffixes)
 {
-    const auto mayReplace = [this](const QString&, const QString& file) { return askToReplace(file); };
-    return FileTree::copy(source, target, {recursive, removeSource, suffixes, mayReplace, {}, {}});
-}
-
-std::optional<bool> ConfigManager::askToReplace(const QString& file) const
-{
-    if (!canAsk())
-        return std::nullopt;
-    const QString question = tr("Die Datei %1 existiert bereits. Soll sie überschrieben werden?").arg(file);
-    return QMessageBox::information(nullptr, tr("Datei überschreiben"), question,
-                                    QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes)
-           == QMessageBox::Yes;
+    const auto ask = [](const QString&, const QString& file) { return askToOverwrite(file); };
+    return FileTree::copy(source, target, {recursive, removeSource, suffixes, ask, {}, {}});
 }
 
 bool ConfigManager::deleteDirectory(const QString& path)
@@ -115,8 +103,8 @@ QByteArray ConfigManager::readDataFromFile(const QString& filename, bool& ok)
     }
     if (!QFileInfo::exists(filename))
         return QByteArray();
-    const std::optional<QByteArray> content = FileTree::contentOf(filename);
-    ok = content.has_value() || failed("Could not open file to write.");
+    const std::optional<QByteArray> content = readWhole(filename);
+    ok = content.has_value() || failed(CANNOT_OPEN);
     return content.value_or(QByteArray());
 }
 
@@ -126,21 +114,15 @@ bool ConfigManager::writeDataToFile(const QString& filename, const QByteArray& d
         return failed("The filename must not be empty to write data to file.");
     if (data.isEmpty())
         return failed("No data to write.");
-    auto file = deviceFor(filename, append);
-    const qint64 before = QFileInfo(filename).size();
-    if (isPipe(filename) || !file->open(append ? QIODevice::Append : QIODevice::WriteOnly))
-        return failed(append ? "Could not open file to append data." : "Could not open file to write.");
-    const qint64 accepted = file->write(data); // some of it into the buffer
-    const bool isWritten = accepted == data.size();
-    if (isWritten && finish(*file))
-        return true;
-    const qint64 written = qMax<qint64>(accepted, 0) - file->bytesToWrite();
-    const bool isAlone = QFileInfo(filename).size() == before + written;
-    file.reset(); // tries once more to write what is in the buffer
-    // No half record behind the old ones; but the records of other processes stay.
-    if (append && isAlone && QFileInfo(filename).size() > before)
-        QFile::resize(filename, before);
-    return failed(isWritten ? "Could not flush file." : "Could not write data to file.");
+    if (!isUsableTarget(filename))
+        return failed(append ? CANNOT_APPEND : CANNOT_OPEN);
+    if (append)
+        return writeInPlace(filename, data, QIODevice::Append);
+    AtomicFile file(filename);
+    if (!file.error().isEmpty())
+        return writeInPlace(filename, data, QIODevice::WriteOnly);
+    const bool isWritten = file.write(data) && file.commit();
+    return isWritten || failed(CANNOT_FLUSH);
 }
 
 QString ConfigManager::getProjectFilename(const QString& name) const

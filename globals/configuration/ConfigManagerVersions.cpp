@@ -1,6 +1,6 @@
 #include "globals/ConfigManager.h"
+#include "globals/configuration/Migration_p.h"
 #include "globals/settings/SettingsKeys_p.h"
-#include "globals/system/FileTree_p.h"
 
 #include <QDir>
 #include <QFile>
@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <vector>
 
 namespace TEKLUVA {
 
@@ -34,106 +33,10 @@ QStringList listIn(const char* constant)
     return QString::fromLatin1(constant).split(QLatin1Char(';'));
 }
 
-/// Where an older installation kept its data and what is left of it once that is moved; from the folder of
-/// the settings file.
-struct OlderInstallation
-{
-    const char* data;
-    const char* leftover;
-};
-
-constexpr OlderInstallation OLDER_INSTALLATIONS[] = {
-    {"../../Falbrin GmbH/Tekluva 3D-Planer/", "../../Falbrin GmbH/"},
-    {"../../tekluva/Tekluva 3D-Planer/", "../Tekluva 3D-Planer/"},
-};
-
 QStringList namesIn(const QDir& folder)
 {
     return folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
                             QDir::Unsorted);
-}
-
-/// Where \p relative leads from \p base; "../.." of a base that is a link is taken where the link leads.
-QString folderBeside(const QString& base, const char* relative)
-{
-    return QDir::cleanPath(QFileInfo(base).canonicalFilePath() + QLatin1Char('/') + QLatin1String(relative));
-}
-
-/// An older installation that is there.
-struct OldFolders
-{
-    QString data;
-    QString leftover;
-    bool isCopied = false; ///< all but the settings
-};
-
-/// Those that the data in \p base is not part of.
-std::vector<OldFolders> olderInstallations(const QString& base)
-{
-    std::vector<OldFolders> found;
-    for (const OlderInstallation& older : OLDER_INSTALLATIONS) {
-        const OldFolders folders{folderBeside(base, older.data), folderBeside(base, older.leftover), false};
-        if (QFileInfo(folders.data).isDir() && !FileTree::isWithin(base, folders.data))
-            found.push_back(folders);
-    }
-    return found;
-}
-
-QStringList foldersToDelete(const std::vector<OldFolders>& found, const QString& base)
-{
-    QStringList folders;
-    for (const OldFolders& older : found) {
-        for (const QString& folder : {older.data, older.leftover}) {
-            if (QFileInfo(folder).isDir() && !FileTree::isWithin(base, folder))
-                folders << folder;
-        }
-    }
-    return folders;
-}
-
-QString settingsIn(const QString& folder)
-{
-    return QDir(folder).filePath(SettingsKeys::FILE_NAME);
-}
-
-/// A link is no file of its own: what it leads to may be deleted later.
-bool isCopyOf(const QString& source, const QString& target)
-{
-    constexpr qint64 PIECE = qint64{1} << 20;
-    QFile first(source);
-    QFile second(target);
-    if (QFileInfo(target).isSymLink() || !QFileInfo(target).isFile() || !first.open(QIODevice::ReadOnly)
-        || !second.open(QIODevice::ReadOnly) || first.size() != second.size())
-        return false;
-    while (!first.atEnd()) {
-        const QByteArray piece = first.read(PIECE);
-        if (piece.isEmpty() || piece != second.read(PIECE))
-            return false;
-    }
-    return true;
-}
-
-/// All but the settings file, and not what an earlier start has copied before it failed or was killed.
-bool copyData(const QString& old, const QString& base, FileTree::CopyRules rules)
-{
-    for (const char* transient : {"/cache", "/logs"})
-        FileTree::remove(old + QLatin1String(transient));
-    rules.leftOut = settingsIn(old);
-    return FileTree::copy(old, base, rules) && FileTree::waitForDisk(base);
-}
-
-/// Whether data of the user lies in \p folder that must stay: the new data, because under some names of
-/// organisation and application an old folder is the new one, or data of an older installation that could not
-/// be moved.
-bool holdsData(const QString& folder, const QString& base)
-{
-    const auto isInFolder = [&folder](const QString& data) {
-        return QFileInfo::exists(data) && FileTree::isWithin(data, folder);
-    };
-    return isInFolder(base)
-           || std::any_of(
-               std::begin(OLDER_INSTALLATIONS), std::end(OLDER_INSTALLATIONS),
-               [&](const OlderInstallation& older) { return isInFolder(folderBeside(base, older.data)); });
 }
 
 } // namespace
@@ -186,35 +89,7 @@ void ConfigManager::handleQtVersionChanged()
 
 void ConfigManager::checkAndClean()
 {
-    const QString base = getPath(E_PT_SETTINGS);
-    if (!QFileInfo(base).isDir() || QFileInfo::exists(settingsIn(base)))
-        return;
-    std::vector<OldFolders> found = olderInstallations(base);
-    FileTree::CopyRules rules;
-    rules.recursive = true;
-    rules.mayReplace = [this](const QString& source, const QString& target) {
-        return isCopyOf(source, target) ? std::make_optional(false) : askToReplace(target);
-    };
-    rules.deletedLater = foldersToDelete(found, base);
-    for (OldFolders& older : found)
-        older.isCopied = copyData(older.data, base, rules);
-    // With a settings file nothing is moved any more, so it comes last: a start that is killed before goes on
-    // with the next one.
-    for (const OldFolders& older : found) {
-        const bool isWhole = copySettings(older.data, base) && older.isCopied && deleteDirectory(older.data);
-        if (isWhole && !holdsData(older.leftover, base))
-            deleteDirectory(older.leftover);
-    }
-}
-
-bool ConfigManager::copySettings(const QString& old, const QString& base)
-{
-    const QString settings = settingsIn(old);
-    if (!QFileInfo(settings).isFile())
-        return true;
-    FileTree::CopyRules rules;
-    rules.mayReplace = [this](const QString&, const QString& target) { return askToReplace(target); };
-    return FileTree::copyFile(settings, settingsIn(base), rules) && FileTree::waitForDisk(base);
+    Migration::moveOlderInstallations(getPath(E_PT_SETTINGS));
 }
 
 void ConfigManager::removeEnvironmentVersions(const QString& name)

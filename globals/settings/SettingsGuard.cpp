@@ -1,7 +1,7 @@
 #include "globals/settings/SettingsGuard_p.h"
 
+#include "globals/WholeFile.h"
 #include "globals/system/Descriptor_p.h"
-#include "globals/system/FileTree_p.h"
 
 #include <QDataStream>
 #include <QDateTime>
@@ -150,7 +150,7 @@ std::optional<QByteArray> contentOf(const QString& settingsFile)
 {
     if (!QFileInfo::exists(settingsFile))
         return QByteArray();
-    return FileTree::contentOf(settingsFile);
+    return readWhole(settingsFile);
 }
 
 bool hasKeys(const QByteArray& content)

@@ -1,0 +1,150 @@
+#include "globals/configuration/Migration_p.h"
+
+#include "globals/Containment.h"
+#include "globals/configuration/OverwriteQuestion_p.h"
+#include "globals/settings/SettingsKeys_p.h"
+#include "globals/system/FileTree_p.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStringList>
+
+#include <algorithm>
+#include <vector>
+
+namespace TEKLUVA::Migration {
+
+namespace {
+
+/// Where an older installation kept its data and what is left of it once that is moved; from the folder of
+/// the settings file.
+struct OlderInstallation
+{
+    const char* data;
+    const char* leftover;
+};
+
+constexpr OlderInstallation OLDER_INSTALLATIONS[] = {
+    {"../../Falbrin GmbH/Tekluva 3D-Planer/", "../../Falbrin GmbH/"},
+    {"../../tekluva/Tekluva 3D-Planer/", "../Tekluva 3D-Planer/"},
+};
+
+/// Where \p relative leads from \p base; "../.." of a base that is a link is taken where the link leads.
+QString folderBeside(const QString& base, const char* relative)
+{
+    return QDir::cleanPath(QFileInfo(base).canonicalFilePath() + QLatin1Char('/') + QLatin1String(relative));
+}
+
+/// An older installation that is there.
+struct OldFolders
+{
+    QString data;
+    QString leftover;
+    bool isCopied = false; ///< all but the settings
+};
+
+/// Those that the data in \p base is not part of.
+std::vector<OldFolders> olderInstallations(const QString& base)
+{
+    std::vector<OldFolders> found;
+    for (const OlderInstallation& older : OLDER_INSTALLATIONS) {
+        const OldFolders folders{folderBeside(base, older.data), folderBeside(base, older.leftover), false};
+        if (QFileInfo(folders.data).isDir() && !isWithin(base, folders.data))
+            found.push_back(folders);
+    }
+    return found;
+}
+
+QStringList foldersToDelete(const std::vector<OldFolders>& found, const QString& base)
+{
+    QStringList folders;
+    for (const OldFolders& older : found) {
+        for (const QString& folder : {older.data, older.leftover}) {
+            if (QFileInfo(folder).isDir() && !isWithin(base, folder))
+                folders << folder;
+        }
+    }
+    return folders;
+}
+
+QString settingsIn(const QString& folder)
+{
+    return QDir(folder).filePath(SettingsKeys::FILE_NAME);
+}
+
+/// A link is no file of its own: what it leads to may be deleted later.
+bool isCopyOf(const QString& source, const QString& target)
+{
+    constexpr qint64 PIECE = qint64{1} << 20;
+    QFile first(source);
+    QFile second(target);
+    if (QFileInfo(target).isSymLink() || !QFileInfo(target).isFile() || !first.open(QIODevice::ReadOnly)
+        || !second.open(QIODevice::ReadOnly) || first.size() != second.size())
+        return false;
+    while (!first.atEnd()) {
+        const QByteArray piece = first.read(PIECE);
+        if (piece.isEmpty() || piece != second.read(PIECE))
+            return false;
+    }
+    return true;
+}
+
+/// All but the settings file, and not what an earlier start has copied before it failed or was killed.
+bool copyData(const QString& old, const QString& base, FileTree::CopyRules rules)
+{
+    for (const char* transient : {"/cache", "/logs"})
+        FileTree::remove(old + QLatin1String(transient));
+    rules.leftOut = settingsIn(old);
+    return FileTree::copy(old, base, rules) && FileTree::syncFolder(base);
+}
+
+/// Whether data of the user lies in \p folder that must stay: the new data, because under some names of
+/// organisation and application an old folder is the new one, or data of an older installation that could not
+/// be moved.
+bool holdsData(const QString& folder, const QString& base)
+{
+    const auto isInFolder = [&folder](const QString& data) {
+        return QFileInfo::exists(data) && isWithin(data, folder);
+    };
+    return isInFolder(base)
+           || std::any_of(
+               std::begin(OLDER_INSTALLATIONS), std::end(OLDER_INSTALLATIONS),
+               [&](const OlderInstallation& older) { return isInFolder(folderBeside(base, older.data)); });
+}
+
+bool copySettings(const QString& old, const QString& base)
+{
+    const QString settings = settingsIn(old);
+    if (!QFileInfo(settings).isFile())
+        return true;
+    FileTree::CopyRules rules;
+    rules.onExisting = [](const QString&, const QString& target) { return askToOverwrite(target); };
+    return FileTree::copyFile(settings, settingsIn(base), rules) && FileTree::syncFolder(base);
+}
+
+} // namespace
+
+void moveOlderInstallations(const QString& base)
+{
+    if (!QFileInfo(base).isDir() || QFileInfo::exists(settingsIn(base)))
+        return;
+    std::vector<OldFolders> found = olderInstallations(base);
+    FileTree::CopyRules rules;
+    rules.recursive = true;
+    rules.onExisting = [](const QString& source, const QString& target) {
+        return isCopyOf(source, target) ? FileTree::Overwrite::Keep : askToOverwrite(target);
+    };
+    rules.deletedLater = foldersToDelete(found, base);
+    for (OldFolders& older : found)
+        older.isCopied = copyData(older.data, base, rules);
+    for (const OldFolders& older : found) {
+        const bool isMoved = copySettings(older.data, base) && older.isCopied;
+        if (!isMoved || !FileTree::remove(older.data))
+            continue;
+        if (!holdsData(older.leftover, base))
+            FileTree::remove(older.leftover);
+    }
+}
+
+} // namespace TEKLUVA::Migration

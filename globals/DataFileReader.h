@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -42,6 +43,7 @@ class GLOBALS_EXPORT DataFileReader : public QObject
 public:
     /// An empty \p password means that the content is not encrypted. Opens nothing.
     DataFileReader(const QString& filename, const QString& password);
+    ~DataFileReader() override;
 
     QString getFilename() const;
 
@@ -57,7 +59,7 @@ public:
     std::vector<std::string> getListOfArchivedFiles() const;
 
     /// Visits the entries in the order of the archive, in one pass over it and with one of them at a time in
-    /// memory, until \p visit answers false. False, and logged, for a file that is no archive, that has no
+    /// memory, until \p visit returns false. False, and logged, for a file that is no archive, that has no
     /// entries, or whose list of entries is damaged. What \p visit throws goes through to the caller, and so
     /// does std::bad_alloc when there is no memory left for a name.
     bool visitArchivedFiles(const std::function<bool(const ArchivedFile&)>& visit) const;
@@ -73,10 +75,8 @@ public:
     QByteArray decryptData(const QByteArray& data) const;
 
 private:
-    QByteArray decrypted(const QByteArray& content) const;
-
-    const QByteArray m_fileName; ///< in the local 8-bit encoding of file names
-    const QByteArray m_password; ///< UTF-8
+    class Private;
+    const std::unique_ptr<Private> d;
 };
 
 } // namespace TEKLUVA

@@ -84,30 +84,30 @@ std::string wholeName(const Archive& archive, const EntryInfo& entry)
     return name.substr(0, name.find('\0')); // a zero byte ends it, here as everywhere
 }
 
-enum class Walked {
+enum class WalkResult {
     Whole, ///< or until it was stopped
     NoFirstEntry,
     Damaged,
 };
 
-/// Makes one entry after the other the current one, until \p visit answers false for it.
+/// Makes one entry after the other the current one, until \p visit returns false for it.
 template <typename Visit>
-Walked walk(const Archive& archive, Visit&& visit)
+WalkResult walk(const Archive& archive, Visit&& visit)
 {
     if (unzGoToFirstFile(archive.get()) != UNZ_OK)
-        return Walked::NoFirstEntry;
+        return WalkResult::NoFirstEntry;
     // minizip takes the largest count of a plain archive, 65535, for unknown, and would walk off its end.
     const ZPOS64_T count = entryCount(archive);
     int result = UNZ_OK;
     for (ZPOS64_T seen = 1; result == UNZ_OK; ++seen) {
         const auto entry = currentEntry(archive);
         if (!entry)
-            return Walked::Damaged;
+            return WalkResult::Damaged;
         if (!visit(*entry))
-            return Walked::Whole;
+            return WalkResult::Whole;
         result = seen == count ? UNZ_END_OF_LIST_OF_FILE : unzGoToNextFile(archive.get());
     }
-    return result == UNZ_END_OF_LIST_OF_FILE ? Walked::Whole : Walked::Damaged;
+    return result == UNZ_END_OF_LIST_OF_FILE ? WalkResult::Whole : WalkResult::Damaged;
 }
 
 /// Makes the entry \p name the current one. Not unzLocateFile(), which reads past its buffer at a name of 256
@@ -137,17 +137,17 @@ Archive openOrLog(const QByteArray& fileName)
 
 /// False and logged for a damaged archive.
 template <typename Visit>
-bool walkOrLog(const Archive& archive, const QByteArray& fileName, Visit&& visit)
+bool forEachEntry(const Archive& archive, const QByteArray& fileName, Visit&& visit)
 {
-    const Walked walked = walk(archive, visit);
+    const WalkResult result = walk(archive, visit);
     const std::string file = fileName.toStdString();
-    if (walked == Walked::NoFirstEntry)
+    if (result == WalkResult::NoFirstEntry)
         logError("The archiv " + file + " seems to be empty. Could not go to first file.");
-    if (walked == Walked::Damaged) {
+    if (result == WalkResult::Damaged) {
         logError("Could not get the info of the current file in the archiv " + file
                  + ". Proberbly the archiv is currupted.");
     }
-    return walked == Walked::Whole;
+    return result == WalkResult::Whole;
 }
 
 enum class Checksum {
@@ -212,20 +212,34 @@ QByteArray decryptOrLog(const QByteArray& block, const QByteArray& password)
 
 } // namespace
 
+class DataFileReader::Private
+{
+public:
+    /// \p content itself where there is no password.
+    QByteArray decrypted(const QByteArray& content) const
+    {
+        return password.isEmpty() ? content : decryptOrLog(content, password);
+    }
+
+    const QByteArray fileName; ///< in the local 8-bit encoding of file names
+    const QByteArray password; ///< UTF-8
+};
+
 DataFileReader::DataFileReader(const QString& filename, const QString& password)
-    : m_fileName(QFile::encodeName(filename))
-    , m_password(password.toUtf8())
+    : d(new Private{QFile::encodeName(filename), password.toUtf8()})
 {
 }
 
+DataFileReader::~DataFileReader() = default;
+
 QString DataFileReader::getFilename() const
 {
-    return QFile::decodeName(m_fileName);
+    return QFile::decodeName(d->fileName);
 }
 
 bool DataFileReader::isArchiv() const
 {
-    return openArchive(m_fileName) != nullptr;
+    return openArchive(d->fileName) != nullptr;
 }
 
 QByteArray DataFileReader::getFileContent() const
@@ -234,18 +248,18 @@ QByteArray DataFileReader::getFileContent() const
         if (isArchiv())
             return {};
         const auto content = readWhole(getFilename());
-        return content ? decrypted(*content) : QByteArray();
+        return content ? d->decrypted(*content) : QByteArray();
     });
 }
 
 std::vector<std::string> DataFileReader::getListOfArchivedFiles() const
 {
     return withoutExceptions([this]() -> std::vector<std::string> {
-        const Archive archive = openOrLog(m_fileName);
+        const Archive archive = openOrLog(d->fileName);
         if (!archive)
             return {};
         std::vector<std::string> names;
-        const bool isWhole = walkOrLog(archive, m_fileName, [&names](const EntryInfo& entry) {
+        const bool isWhole = forEachEntry(archive, d->fileName, [&names](const EntryInfo& entry) {
             names.push_back(entry.name);
             return true;
         });
@@ -256,30 +270,30 @@ std::vector<std::string> DataFileReader::getListOfArchivedFiles() const
 QByteArray DataFileReader::getContentOfArchivedFile(const std::string& name) const
 {
     return withoutExceptions([this, &name]() -> QByteArray {
-        const Archive archive = openOrLog(m_fileName);
+        const Archive archive = openOrLog(d->fileName);
         if (!archive)
             return {};
         const auto entry = locate(archive, name);
         if (!entry) {
-            logError("Could not locate " + name + " in the archiv " + m_fileName.toStdString() + ".");
+            logError("Could not locate " + name + " in the archiv " + d->fileName.toStdString() + ".");
             return {};
         }
-        const auto content = unpackOrLog(archive, m_fileName, name, entry->size, Checksum::Ignored);
-        return content ? decrypted(*content) : QByteArray();
+        const auto content = unpackOrLog(archive, d->fileName, name, entry->size, Checksum::Ignored);
+        return content ? d->decrypted(*content) : QByteArray();
     });
 }
 
 bool DataFileReader::visitArchivedFiles(const std::function<bool(const ArchivedFile&)>& visit) const
 {
-    const Archive archive = openOrLog(m_fileName);
-    return archive && walkOrLog(archive, m_fileName, [this, &archive, &visit](const EntryInfo& entry) {
+    const Archive archive = openOrLog(d->fileName);
+    return archive && forEachEntry(archive, d->fileName, [this, &archive, &visit](const EntryInfo& entry) {
                const std::string name = wholeName(archive, entry);
                const auto read = [this, &archive, &name, &entry] {
                    return withoutExceptions([&]() -> std::optional<QByteArray> {
-                       auto content = unpackOrLog(archive, m_fileName, name, entry.size, Checksum::Checked);
-                       if (!content || content->isEmpty() || m_password.isEmpty())
+                       auto content = unpackOrLog(archive, d->fileName, name, entry.size, Checksum::Checked);
+                       if (!content || content->isEmpty() || d->password.isEmpty())
                            return content;
-                       return decryptBlock(*content, m_password);
+                       return decryptBlock(*content, d->password);
                    });
                };
                return visit({name, entry.size, read});
@@ -293,12 +307,7 @@ QByteArray DataFileReader::decryptData(const QByteArray& data, const QString& pa
 
 QByteArray DataFileReader::decryptData(const QByteArray& data) const
 {
-    return decryptOrLog(data, m_password);
-}
-
-QByteArray DataFileReader::decrypted(const QByteArray& content) const
-{
-    return m_password.isEmpty() ? content : decryptData(content);
+    return decryptOrLog(data, d->password);
 }
 
 } // namespace TEKLUVA

@@ -21,7 +21,7 @@ struct Window // NOLINT(cppcoreguidelines-pro-type-member-init)
 
     qint64 begin = 0;
     qint64 size = 0;
-    std::array<char, SIZE> bytes; // not initialised: nothing is read behind size
+    std::array<char, SIZE> bytes; // not initialised: nothing is read beyond size
 
     bool contains(qint64 position) const { return position >= begin && position < begin + size; }
     const char* at(qint64 position) const { return bytes.data() + (position - begin); }

@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 
 namespace TEKLUVA {
 
@@ -22,7 +23,8 @@ namespace TEKLUVA {
 /// bytes, so that what was written with a password such as "üöa" cannot be read back. canBeReadBack() tells
 /// which passwords are safe.
 ///
-/// False or an empty result is the only sign of failure; nothing is thrown. Only encryptData() logs.
+/// False or an empty result is the sign of failure, with the reason in lastError(); nothing is thrown. Only
+/// encryptData() writes errors to the active log.
 ///
 /// Reentrant: archives may be written in several threads, each by one at a time.
 class GLOBALS_EXPORT DataFileCreator : public QObject
@@ -34,7 +36,8 @@ public:
     /// Asked before each entry, with its position from 0; false ends the work.
     using GoOn = std::function<bool(int entry)>;
 
-    DataFileCreator() = default;
+    DataFileCreator();
+    ~DataFileCreator() override;
 
     /// Whether DataFileReader makes the same key of \p password.
     static bool canBeReadBack(const QString& password);
@@ -58,11 +61,12 @@ public:
     /// \name Archives
     /// Write a new archive to \p archivPath. An older file there is replaced once the new one is complete and
     /// on disk; a failure leaves it as it was, and no trace of the new one. A folder, pipe or device is never
-    /// replaced. False for no entries, for an empty path, and when anything fails or \p goOn ends the work;
-    /// but a failure of the cipher leaves its entry without content, see encryptData().
+    /// replaced. False for no entries, for more than 65534, for an empty path, and when anything fails or
+    /// \p goOn ends the work.
     ///
     /// With a password each entry is a protected data block, and its name is the last part of the key or
-    /// path; two of the same name become two entries. Without one, the content is stored as it is.
+    /// path; two of the same name become two entries, with a warning in the log. Without one, the content is
+    /// stored as it is.
     /// @{
 
     /// Entries in the order of the keys, which are the entries' names whole, with folders, when there is no
@@ -73,6 +77,14 @@ public:
     bool createArchivFromFiles(const QStringList& files, const QString& archivPath, const QString& password,
                                const GoOn& goOn = {}) const;
     /// @}
+
+    /// Why the last operation of this object has failed, with the name of the file; empty when it has not.
+    /// For people.
+    QString lastError() const;
+
+private:
+    class Private;
+    const std::unique_ptr<Private> d;
 };
 
 } // namespace TEKLUVA

@@ -30,9 +30,13 @@ struct ArchivedFile
 ///     const QByteArray content = reader.isArchiv() ? reader.getContentOfArchivedFile("a.txt")
 ///                                                  : reader.getFileContent();
 ///
-/// An empty result is the only sign of failure; the reason goes to the active log where the operation says
-/// so, and nothing is thrown. A wrong password cannot be told from damaged content: both give bytes of the
-/// right length without meaning. Every operation opens and closes the file itself.
+/// An empty result is the only sign of failure; the reason is in lastError() and goes to the active log where
+/// the operation says so, and nothing is thrown. A wrong password cannot be told from damaged content: both
+/// give bytes of the right length without meaning.
+///
+/// Every operation opens and closes the file itself. A reader remembers the directory of a plain archive, up
+/// to 32 MiB of it, as long as the file is the same: reading many entries by their names then costs no walk
+/// each.
 ///
 /// Reentrant: distinct readers may be used in different threads.
 class GLOBALS_EXPORT DataFileReader : public QObject
@@ -73,6 +77,9 @@ public:
     QByteArray decryptData(const QByteArray& data, const QString& password) const;
     /// The same with the reader's own password.
     QByteArray decryptData(const QByteArray& data) const;
+
+    /// Why the last operation of this object has failed; empty when it has not. For people.
+    QString lastError() const;
 
 private:
     class Private;

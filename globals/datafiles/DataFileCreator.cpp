@@ -1,17 +1,18 @@
 #include "globals/DataFileCreator.h"
 
-#include "globals/AtomicFile.h"
 #include "globals/WholeFile.h"
 #include "globals/datafiles/DataFileFormat_p.h"
+#include "globals/datafiles/NewArchive_p.h"
+#include "globals/logs/ActiveLog_p.h"
 #include "globals/system/Buffer_p.h"
 
 #include <cryptopp/aes.h>
 #include <cryptopp/modes.h>
 #include <cryptopp/osrng.h>
-#include <zip.h>
 
-#include <QFile>
 #include <QFileInfo>
+#include <QMutexLocker>
+#include <QSet>
 
 #include <algorithm>
 #include <array>
@@ -83,95 +84,119 @@ QByteArray encrypt(const QByteArray& header, const Vector& vector, const QByteAr
 
 /// The whole content of a file. Nothing for one that holds more than its size tells: one that grows
 /// meanwhile, or one of the system's.
-std::optional<QByteArray> readOfItsSize(const QString& path)
+std::optional<QByteArray> readOfItsSize(const QString& path, QString* error = nullptr)
 {
-    auto content = readWhole(path);
-    return content && content->size() == QFileInfo(path).size() ? content : std::nullopt;
+    auto content = readWhole(path, LARGEST_WHOLE_FILE, error);
+    if (!content || content->size() == QFileInfo(path).size())
+        return content;
+    if (error)
+        *error = QStringLiteral("has another size than it tells");
+    return std::nullopt;
 }
-
-struct CloseArchive
-{
-    void operator()(void* archive) const { zipClose(archive, nullptr); }
-};
-
-zlib_filefunc64_def functionsOfMinizip()
-{
-    zlib_filefunc64_def functions{};
-    fill_fopen64_filefunc(&functions);
-    return functions;
-}
-
-/// An archive that is written beside its place and takes it when it is complete.
-class NewArchive
-{
-    Q_DISABLE_COPY(NewArchive)
-
-public:
-    explicit NewArchive(const QString& path)
-        : m_file(path)
-    {
-        zlib_filefunc64_def functions = functionsOfMinizip();
-        functions.opaque = this;
-        functions.zopen64_file = &openFile;
-        functions.ztell64_file = &tell;
-        m_archive.reset(zipOpen2_64("", APPEND_STATUS_CREATE, nullptr, &functions));
-    }
-
-    /// Null when it cannot be written.
-    zipFile get() const { return m_archive.get(); }
-
-    /// Puts the complete archive into its place.
-    bool commit()
-    {
-        const bool isClosed = zipClose(m_archive.release(), nullptr) == ZIP_OK;
-        return isClosed && !m_hasFailed && m_file.commit();
-    }
-
-private:
-    static void* openFile(void* archive, const void* /*name*/, int /*mode*/)
-    {
-        return static_cast<NewArchive*>(archive)->m_file.openStream();
-    }
-
-    /// Where the file is written. Notes a failure, which minizip would write into the archive as a position.
-    static ZPOS64_T tell(void* archive, void* stream)
-    {
-        const ZPOS64_T position = functionsOfMinizip().ztell64_file(nullptr, stream);
-        static_cast<NewArchive*>(archive)->m_hasFailed |= static_cast<qint64>(position) < 0;
-        return position;
-    }
-
-    AtomicFile m_file;
-    bool m_hasFailed = false;
-    std::unique_ptr<void, CloseArchive>
-        m_archive; ///< the last member, because closing it writes to the others
-};
 
 QString lastPart(const QString& path)
 {
     return QFileInfo(path).fileName();
 }
 
-/// Writes an archive with an entry for each of \p items, which \p pack adds to it.
-template <typename Items, typename Pack>
-bool createArchive(const Items& items, const QString& path, const DataFileCreator::GoOn& goOn, Pack&& pack)
+/// Nothing for a \p block that does not hold all of \p data: for want of memory it may be the header alone.
+std::optional<QByteArray> wholeBlock(const QByteArray& block, const QByteArray& data)
 {
-    if (items.isEmpty() || path.isEmpty())
-        return false;
+    const bool isWhole = block.size() >= HEADER_SIZE + data.size();
+    return isWhole ? std::make_optional(block) : std::nullopt;
+}
+
+/// An entry in the making: what it is called and what it holds; nothing when that cannot be had.
+struct Entry
+{
+    QString name;
+    std::optional<QByteArray> content;
+};
+
+/// Warns of names that stand twice in an archive: by name only the first of them can be read.
+class NameCheck
+{
+public:
+    explicit NameCheck(const QString& archive)
+        : m_archive(archive)
+    {
+    }
+
+    void add(const QString& name)
+    {
+        if (m_names.contains(name))
+            logWarning(
+                QStringLiteral("The archive %1 gets several entries of the name %2.").arg(m_archive, name));
+        m_names.insert(name);
+    }
+
+private:
+    const QString m_archive;
+    QSet<QString> m_names;
+};
+
+/// Writes an archive with an entry for each of \p items, which \p read makes of it. The reason of a failure;
+/// empty for none.
+template <typename Items, typename Read>
+QString createArchive(const Items& items, const QString& path, const DataFileCreator::GoOn& goOn, Read&& read)
+{
+    if (items.isEmpty())
+        return QStringLiteral("There is nothing to pack.");
+    if (path.isEmpty())
+        return QStringLiteral("The archive has no name.");
+    if (items.size() > NewArchive::MOST_ENTRIES)
+        return QStringLiteral("%1: more than %2 entries").arg(path).arg(NewArchive::MOST_ENTRIES);
     NewArchive archive(path);
-    if (!archive.get())
-        return false;
+    NameCheck names(path);
+    if (!archive.isOpen())
+        return QStringLiteral("%1: %2").arg(path, archive.error());
     int position = 0;
     for (auto item = items.begin(); item != items.end(); ++item) {
         if (goOn && !goOn(position++))
-            return false;
-        if (!pack(archive.get(), item))
-            return false;
+            return QStringLiteral("%1: stopped").arg(path);
+        const Entry entry = read(item);
+        if (!entry.content)
+            return QStringLiteral("%1: %2 could not be read or encrypted").arg(path, entry.name);
+        names.add(entry.name);
+        if (!archive.pack(entry.name, *entry.content))
+            return QStringLiteral("%1: %2 could not be packed: %3").arg(path, entry.name, archive.error());
     }
-    return archive.commit();
+    return archive.commit() ? QString() : QStringLiteral("%1: %2").arg(path, archive.error());
 }
 
 } // namespace
+
+class DataFileCreator::Private
+{
+public:
+    /// Keeps the reason of a failure, empty for none, and returns whether there was none.
+    bool note(const QString& reason)
+    {
+        const QMutexLocker lock(&mutex);
+        error = reason;
+        return reason.isEmpty();
+    }
+
+    /// Runs \p operation, which returns the reason of its failure, and notes that, or what it throws.
+    template <typename Operation>
+    bool run(Operation&& operation)
+    {
+        QString thrown;
+        const QString reason = withoutExceptions(
+            operation, [&thrown](const std::string& message) { thrown = QString::fromStdString(message); });
+        return note(thrown.isEmpty() ? reason : thrown);
+    }
+
+    QMutex mutex;
+    QString error;
+};
+
+DataFileCreator::DataFileCreator()
+    : d(std::make_unique<Private>())
+{
+}
+
+DataFileCreator::~DataFileCreator() = default;
 
 bool DataFileCreator::canBeReadBack(const QString& password)
 {
@@ -182,63 +207,75 @@ bool DataFileCreator::canBeReadBack(const QString& password)
 QByteArray DataFileCreator::encryptData(const QByteArray& data, const QString& password) const
 {
     QByteArray block;
-    withoutExceptions([&block, &data, &password] {
+    QString reason;
+    const auto report = [&reason](const std::string& message) {
+        reason = QString::fromStdString(message);
+        logError(message);
+    };
+    const auto makeBlock = [&block, &data, &password] {
         const Vector vector = randomVector();
         block = header(padCount(data.size()), vector);
         block = encrypt(block, vector, data, password);
-    });
+    };
+    withoutExceptions(makeBlock, report);
+    d->note(reason);
     return block;
 }
 
 QByteArray DataFileCreator::encryptFile(const QString& path, const QString& password) const
 {
-    const auto content = readOfItsSize(path);
-    return content ? encryptData(*content, password) : QByteArray();
+    QString reason;
+    const auto content = readOfItsSize(path, &reason);
+    if (content)
+        return encryptData(*content, password);
+    d->note(QStringLiteral("%1: %2").arg(path, reason));
+    return {};
 }
 
 bool DataFileCreator::packData(void* zipFile, const QString& name, const QByteArray& data) const
 {
-    constexpr int LONGEST_NAME = 0xffff;
-    const QByteArray entry = QFile::encodeName(name);
-    if (!zipFile || entry.size() > LONGEST_NAME)
-        return false;
-    // No time and no attributes: the same content makes the same archive.
-    const zip_fileinfo nothing{};
-    return zipOpenNewFileInZip(zipFile, entry.constData(), &nothing, nullptr, 0, nullptr, 0, nullptr,
-                               Z_DEFLATED, Z_DEFAULT_COMPRESSION)
-               == ZIP_OK
-           && zipWriteInFileInZip(zipFile, data.constData(), static_cast<unsigned>(data.size())) == ZIP_OK
-           && zipCloseFileInZip(zipFile) == ZIP_OK;
+    const bool isPacked = zipFile && packEntry(zipFile, name, data);
+    return d->note(isPacked ? QString() : QStringLiteral("%1 could not be packed").arg(name));
 }
 
 bool DataFileCreator::packFile(void* zipFile, const QString& path) const
 {
-    if (!zipFile)
-        return false;
-    const auto content = readOfItsSize(path);
-    return content && packData(zipFile, lastPart(path), *content);
+    QString reason;
+    const auto content = readOfItsSize(path, &reason);
+    if (!content)
+        return d->note(QStringLiteral("%1: %2").arg(path, reason));
+    return packData(zipFile, lastPart(path), *content);
 }
 
 bool DataFileCreator::createArchivFromData(const QMap<QString, QByteArray>& data, const QString& archivPath,
                                            const QString& password, const GoOn& goOn) const
 {
-    return createArchive(data, archivPath, goOn, [this, &password](zipFile archive, auto entry) {
+    const auto read = [this, &password](auto entry) {
         if (password.isEmpty())
-            return packData(archive, entry.key(), *entry);
+            return Entry{entry.key(), *entry};
         const QByteArray block = encryptData(*entry, password);
-        return !block.isEmpty() && packData(archive, lastPart(entry.key()), block);
-    });
+        return Entry{lastPart(entry.key()), wholeBlock(block, *entry)};
+    };
+    return d->run([&] { return createArchive(data, archivPath, goOn, read); });
 }
 
 bool DataFileCreator::createArchivFromFiles(const QStringList& files, const QString& archivPath,
                                             const QString& password, const GoOn& goOn) const
 {
-    return createArchive(files, archivPath, goOn, [this, &password](zipFile archive, auto file) {
-        if (password.isEmpty())
-            return packFile(archive, *file);
-        const QByteArray block = encryptFile(*file, password);
-        return !block.isEmpty() && packData(archive, lastPart(*file), block);
-    });
+    const auto read = [this, &password](auto file) {
+        const auto content = readOfItsSize(*file);
+        if (password.isEmpty() || !content)
+            return Entry{lastPart(*file), content};
+        const QByteArray block = encryptData(*content, password);
+        return Entry{lastPart(*file), wholeBlock(block, *content)};
+    };
+    return d->run([&] { return createArchive(files, archivPath, goOn, read); });
+}
+
+QString DataFileCreator::lastError() const
+{
+    const QMutexLocker lock(&d->mutex);
+    return d->error;
 }
 
 } // namespace TEKLUVA

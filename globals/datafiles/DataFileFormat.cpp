@@ -26,9 +26,11 @@ CryptoPP::SecByteBlock deriveKey(const QByteArray& password, int split)
     return CryptoPP::SecByteBlock(digests, KEY_SIZE);
 }
 
-void logCaught(const char* what)
+std::string caughtMessage(const char* what)
 {
-    logError(std::string("Catched exception \"") + what + "\" while opening a data file.");
+    if (!what)
+        return "Catched an unknown exception while opening a data file.";
+    return std::string("Catched exception \"") + what + "\" while opening a data file.";
 }
 
 } // namespace TEKLUVA::DataFileFormat

@@ -2,14 +2,13 @@
 
 #include "globals/Exception.h"
 #include "globals/datafiles/DataBlock_p.h"
-#include "globals/logs/ActiveLog_p.h"
 
 #include <cryptopp/cryptlib.h>
 #include <cryptopp/secblock.h>
 
 #include <QByteArray>
 
-#include <optional>
+#include <string>
 
 /// What the reading and the writing side of protected data files have in common.
 namespace TEKLUVA::DataFileFormat {
@@ -23,24 +22,29 @@ inline constexpr int KEY_SIZE = 32;
 /// exist.
 CryptoPP::SecByteBlock deriveKey(const QByteArray& password, int split);
 
-/// Logs that an exception with the text \p what ended an operation on a data file.
-void logCaught(const char* what);
+/// The message of an exception with the text \p what that ended an operation on a data file; null for one of
+/// an unknown type.
+std::string caughtMessage(const char* what);
 
-/// Runs \p operation and returns its result, or an empty one when it throws; the exception goes to the active
-/// log. This is the one place where exceptions of data file operations end.
-template <typename Operation>
-auto withoutExceptions(Operation&& operation) noexcept -> decltype(operation())
+/// Runs \p operation and returns its result, or an empty one when it throws; \p report gets the message then.
+/// This is the one place where exceptions of data file operations end.
+template <typename Operation, typename Report>
+auto withoutExceptions(Operation&& operation, Report&& report) noexcept -> decltype(operation())
 {
+    // Where there is no memory for the message either, the empty result has to do.
+    const auto reportCaught = [&report](const char* what) {
+        try {
+            report(caughtMessage(what));
+        } catch (const std::exception&) {
+            return;
+        }
+    };
     try {
         return operation();
-    } catch (const CryptoPP::Exception& e) {
-        logCaught(e.what());
-    } catch (const Exception& e) {
-        logCaught(e.what());
-    } catch (const std::exception& e) {
-        logCaught(e.what());
+    } catch (const std::exception& e) { // Crypto++'s exceptions and our own are such, too
+        reportCaught(e.what());
     } catch (...) {
-        logError("Catched an unknown exception while opening a data file.");
+        reportCaught(nullptr);
     }
     return decltype(operation())();
 }

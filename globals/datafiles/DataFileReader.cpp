@@ -1,12 +1,12 @@
 #include "globals/DataFileReader.h"
 
 #include "globals/WholeFile.h"
+#include "globals/datafiles/Archive_p.h"
 #include "globals/datafiles/DataFileFormat_p.h"
-#include "globals/datafiles/ReadAhead_p.h"
+#include "globals/logs/ActiveLog_p.h"
 #include "globals/system/Buffer_p.h"
 
 #include <cryptopp/aes.h>
-#include <unzip.h>
 
 #include <QFile>
 
@@ -21,170 +21,13 @@ using namespace DataFileFormat;
 
 namespace {
 
-struct CloseArchive
-{
-    void operator()(void* archive) const { unzClose(archive); }
-};
-using Archive = std::unique_ptr<void, CloseArchive>;
-
-struct CloseEntry
-{
-    void operator()(void* archive) const { unzCloseCurrentFile(archive); }
-};
-using OpenEntry = std::unique_ptr<void, CloseEntry>;
-
-/// Null when the file is no zip archive.
-Archive openArchive(const QByteArray& fileName)
-{
-    zlib_filefunc64_def functions = readAheadFunctions();
-    return Archive(unzOpen2_64(fileName.constData(), &functions));
-}
-
-/// Null when the current entry cannot be opened.
-OpenEntry openCurrentEntry(const Archive& archive)
-{
-    return OpenEntry(unzOpenCurrentFile(archive.get()) == UNZ_OK ? archive.get() : nullptr);
-}
-
-/// How many entries the archive says it has.
-ZPOS64_T entryCount(const Archive& archive)
-{
-    unz_global_info64 info{};
-    unzGetGlobalInfo64(archive.get(), &info);
-    return info.number_entry;
-}
-
-struct EntryInfo
-{
-    std::string name; ///< cut at 256 bytes
-    ZPOS64_T size;
-    uLong nameLength; ///< of the whole name
-};
-
-/// Nothing when the current entry's header cannot be read.
-std::optional<EntryInfo> currentEntry(const Archive& archive)
-{
-    // minizip does not end a name that fills its buffer, so the buffer has one zero byte more than it is
-    // told.
-    constexpr uLong LONGEST_NAME = 256;
-    std::array<char, LONGEST_NAME + 1> name{};
-    unz_file_info64 info{};
-    const int result =
-        unzGetCurrentFileInfo64(archive.get(), &info, name.data(), LONGEST_NAME, nullptr, 0, nullptr, 0);
-    if (result != UNZ_OK)
-        return std::nullopt;
-    return EntryInfo{name.data(), info.uncompressed_size, info.size_filename};
-}
-
-/// The name of the current entry, \p entry, up to its last byte.
-std::string wholeName(const Archive& archive, const EntryInfo& entry)
-{
-    std::string name(entry.nameLength, '\0');
-    unzGetCurrentFileInfo64(archive.get(), nullptr, name.data(), entry.nameLength, nullptr, 0, nullptr, 0);
-    return name.substr(0, name.find('\0')); // a zero byte ends it, here as everywhere
-}
-
-enum class WalkResult {
-    Whole, ///< or until it was stopped
-    NoFirstEntry,
-    Damaged,
-};
-
-/// Makes one entry after the other the current one, until \p visit returns false for it.
-template <typename Visit>
-WalkResult walk(const Archive& archive, Visit&& visit)
-{
-    if (unzGoToFirstFile(archive.get()) != UNZ_OK)
-        return WalkResult::NoFirstEntry;
-    // minizip takes the largest count of a plain archive, 65535, for unknown, and would walk off its end.
-    const ZPOS64_T count = entryCount(archive);
-    int result = UNZ_OK;
-    for (ZPOS64_T seen = 1; result == UNZ_OK; ++seen) {
-        const auto entry = currentEntry(archive);
-        if (!entry)
-            return WalkResult::Damaged;
-        if (!visit(*entry))
-            return WalkResult::Whole;
-        result = seen == count ? UNZ_END_OF_LIST_OF_FILE : unzGoToNextFile(archive.get());
-    }
-    return result == UNZ_END_OF_LIST_OF_FILE ? WalkResult::Whole : WalkResult::Damaged;
-}
-
-/// Makes the entry \p name the current one. Not unzLocateFile(), which reads past its buffer at a name of 256
-/// bytes or more somewhere in the archive.
-std::optional<EntryInfo> locate(const Archive& archive, const std::string& name)
-{
-    constexpr int PLATFORM_CASE_SENSITIVITY = 0;
-    std::optional<EntryInfo> found;
-    walk(archive, [&found, &name](const EntryInfo& entry) {
-        if (unzStringFileNameCompare(entry.name.c_str(), name.c_str(), PLATFORM_CASE_SENSITIVITY) == 0)
-            found = entry;
-        return !found;
-    });
-    return found;
-}
-
-/// Null and logged when the file is no zip archive.
-Archive openOrLog(const QByteArray& fileName)
-{
-    Archive archive = openArchive(fileName);
-    if (!archive) {
-        logError("The archiv " + fileName.toStdString()
-                 + " could not be opened. Please check whether the file exists.");
-    }
-    return archive;
-}
-
-/// False and logged for a damaged archive.
-template <typename Visit>
-bool forEachEntry(const Archive& archive, const QByteArray& fileName, Visit&& visit)
-{
-    const WalkResult result = walk(archive, visit);
-    const std::string file = fileName.toStdString();
-    if (result == WalkResult::NoFirstEntry)
-        logError("The archiv " + file + " seems to be empty. Could not go to first file.");
-    if (result == WalkResult::Damaged) {
-        logError("Could not get the info of the current file in the archiv " + file
-                 + ". Proberbly the archiv is currupted.");
-    }
-    return result == WalkResult::Whole;
-}
-
-enum class Checksum {
-    Ignored,
-    Checked,
-};
-
-/// Unpacks the current entry, of which the archive claims a \p size. Nothing, and logged, on failure.
-std::optional<QByteArray> unpackOrLog(const Archive& archive, const QByteArray& fileName,
-                                      const std::string& name, ZPOS64_T size, Checksum checksum)
-{
-    const std::string file = fileName.toStdString();
-    auto content = allocate(size);
-    if (!content) {
-        logError("Could not allocate enough memory to read the file " + name + " from archiv " + file
-                 + ". The file needs to be read piece by piece.");
-        return std::nullopt;
-    }
-    OpenEntry entry = openCurrentEntry(archive);
-    if (!entry) {
-        logError("The file " + name + " from archiv " + file
-                 + " couldn't be opened. Maybe the password is wrong.");
-        return std::nullopt;
-    }
-    const int read = unzReadCurrentFile(entry.get(), content->data(), static_cast<unsigned>(content->size()));
-    const bool isWhole = read == content->size()
-                         && (checksum == Checksum::Ignored || unzCloseCurrentFile(entry.release()) == UNZ_OK);
-    if (!isWhole) {
-        logError("The " + name + " from archiv " + file + " couldn't be read correct.");
-        return std::nullopt;
-    }
-    return content;
-}
-
 /// Throws for a block that cannot be decrypted.
 QByteArray decryptBlock(const QByteArray& block, const QByteArray& password)
 {
+    // In the words of Crypto++'s own filter, which those who search logs know.
+    if (block.size() >= HEADER_SIZE && (block.size() - HEADER_SIZE) % BLOCK_SIZE != 0)
+        throw CryptoPP::InvalidCiphertext(
+            "StreamTransformationFilter: ciphertext length is not a multiple of block size");
     if (const char* fault = faultOf(block))
         throw std::length_error(fault);
 
@@ -203,30 +46,108 @@ QByteArray decryptBlock(const QByteArray& block, const QByteArray& password)
     return plain;
 }
 
-QByteArray decryptOrLog(const QByteArray& block, const QByteArray& password)
-{
-    if (block.isEmpty())
-        return {};
-    return withoutExceptions([&block, &password] { return decryptBlock(block, password); });
-}
-
 } // namespace
 
 class DataFileReader::Private
 {
 public:
-    /// \p content itself where there is no password.
-    QByteArray decrypted(const QByteArray& content) const
+    Private(const QString& fileName, const QString& password)
+        : fileName(QFile::encodeName(fileName))
+        , password(password.toUtf8())
     {
-        return password.isEmpty() ? content : decryptOrLog(content, password);
     }
 
-    const QByteArray fileName; ///< in the local 8-bit encoding of file names
+    /// Runs \p operation; what it throws is a failure, logged, with an empty result.
+    template <typename Operation>
+    auto run(Operation&& operation)
+    {
+        return withoutExceptions(operation, [this](const std::string& message) { fail(message); });
+    }
+
+    void fail(const std::string& message)
+    {
+        error = QString::fromStdString(message);
+        logError(message);
+    }
+
+    /// False and logged when the file is no zip archive.
+    bool isOpen(const Archive& archive);
+    /// False and logged for a damaged archive.
+    bool forEachEntry(Archive& archive, const std::function<bool(const ArchiveEntry&)>& visit);
+    /// Unpacks \p entry, which is called \p name. Nothing, and logged, on failure.
+    std::optional<QByteArray> unpack(Archive& archive, const std::string& name, const ArchiveEntry& entry,
+                                     Archive::Checksum checksum);
+    /// Empty, and logged, for a block that cannot be decrypted.
+    QByteArray decrypt(const QByteArray& block, const QByteArray& with);
+    /// \p content itself where there is no password.
+    QByteArray decrypted(const QByteArray& content)
+    {
+        return password.isEmpty() ? content : decrypt(content, password);
+    }
+
+    const QByteArray fileName; ///< in the local 8-bit encoding
     const QByteArray password; ///< UTF-8
+    KnownDirectory known;
+    QString error;
 };
 
+bool DataFileReader::Private::isOpen(const Archive& archive)
+{
+    if (archive.isOpen())
+        return true;
+    fail("The archiv " + fileName.toStdString()
+         + " could not be opened. Please check whether the file exists.");
+    return false;
+}
+
+bool DataFileReader::Private::forEachEntry(Archive& archive,
+                                           const std::function<bool(const ArchiveEntry&)>& visit)
+{
+    const Archive::WalkResult result = archive.forEachEntry(visit);
+    const std::string file = fileName.toStdString();
+    if (result == Archive::WalkResult::NoFirstEntry)
+        fail("The archiv " + file + " seems to be empty. Could not go to first file.");
+    if (result == Archive::WalkResult::Damaged) {
+        fail("Could not get the info of the current file in the archiv " + file
+             + ". Proberbly the archiv is currupted.");
+    }
+    return result == Archive::WalkResult::Whole;
+}
+
+std::optional<QByteArray> DataFileReader::Private::unpack(Archive& archive, const std::string& name,
+                                                          const ArchiveEntry& entry,
+                                                          Archive::Checksum checksum)
+{
+    const std::string file = fileName.toStdString();
+    auto content = allocate(entry.size);
+    if (!content) {
+        fail("Could not allocate enough memory to read the file " + name + " from archiv " + file
+             + ". The file needs to be read piece by piece.");
+        return std::nullopt;
+    }
+    switch (archive.unpack(entry, *content, checksum)) {
+    case Archive::UnpackResult::Whole:
+        return content;
+    case Archive::UnpackResult::CannotOpen:
+        fail("The file " + name + " from archiv " + file
+             + " couldn't be opened. Maybe the password is wrong.");
+        break;
+    case Archive::UnpackResult::Damaged:
+        fail("The " + name + " from archiv " + file + " couldn't be read correct.");
+        break;
+    }
+    return std::nullopt;
+}
+
+QByteArray DataFileReader::Private::decrypt(const QByteArray& block, const QByteArray& with)
+{
+    if (block.isEmpty())
+        return {};
+    return run([&block, &with] { return decryptBlock(block, with); });
+}
+
 DataFileReader::DataFileReader(const QString& filename, const QString& password)
-    : d(new Private{QFile::encodeName(filename), password.toUtf8()})
+    : d(std::make_unique<Private>(filename, password))
 {
 }
 
@@ -239,28 +160,36 @@ QString DataFileReader::getFilename() const
 
 bool DataFileReader::isArchiv() const
 {
-    return openArchive(d->fileName) != nullptr;
+    return d->run([this] { return Archive(d->fileName, d->known).isOpen(); });
 }
 
 QByteArray DataFileReader::getFileContent() const
 {
-    return withoutExceptions([this]() -> QByteArray {
-        if (isArchiv())
+    return d->run([this]() -> QByteArray {
+        d->error.clear();
+        if (isArchiv()) {
+            d->error = QStringLiteral("%1 is an archive").arg(getFilename());
             return {};
-        const auto content = readWhole(getFilename());
-        return content ? d->decrypted(*content) : QByteArray();
+        }
+        QString reason;
+        const auto content = readWhole(getFilename(), LARGEST_WHOLE_FILE, &reason);
+        if (content)
+            return d->decrypted(*content);
+        d->error = QStringLiteral("%1: %2").arg(getFilename(), reason);
+        return {};
     });
 }
 
 std::vector<std::string> DataFileReader::getListOfArchivedFiles() const
 {
-    return withoutExceptions([this]() -> std::vector<std::string> {
-        const Archive archive = openOrLog(d->fileName);
-        if (!archive)
+    return d->run([this]() -> std::vector<std::string> {
+        d->error.clear();
+        Archive archive(d->fileName, d->known);
+        if (!d->isOpen(archive))
             return {};
         std::vector<std::string> names;
-        const bool isWhole = forEachEntry(archive, d->fileName, [&names](const EntryInfo& entry) {
-            names.push_back(entry.name);
+        const bool isWhole = d->forEachEntry(archive, [&names](const ArchiveEntry& entry) {
+            names.emplace_back(knownName(entry));
             return true;
         });
         return isWhole ? names : std::vector<std::string>();
@@ -269,45 +198,56 @@ std::vector<std::string> DataFileReader::getListOfArchivedFiles() const
 
 QByteArray DataFileReader::getContentOfArchivedFile(const std::string& name) const
 {
-    return withoutExceptions([this, &name]() -> QByteArray {
-        const Archive archive = openOrLog(d->fileName);
-        if (!archive)
+    return d->run([this, &name]() -> QByteArray {
+        d->error.clear();
+        Archive archive(d->fileName, d->known);
+        if (!d->isOpen(archive))
             return {};
-        const auto entry = locate(archive, name);
+        const auto entry = archive.find(name);
         if (!entry) {
-            logError("Could not locate " + name + " in the archiv " + d->fileName.toStdString() + ".");
+            d->fail("Could not locate " + name + " in the archiv " + d->fileName.toStdString() + ".");
             return {};
         }
-        const auto content = unpackOrLog(archive, d->fileName, name, entry->size, Checksum::Ignored);
+        const auto content = d->unpack(archive, name, *entry, Archive::Checksum::Ignored);
         return content ? d->decrypted(*content) : QByteArray();
     });
 }
 
 bool DataFileReader::visitArchivedFiles(const std::function<bool(const ArchivedFile&)>& visit) const
 {
-    const Archive archive = openOrLog(d->fileName);
-    return archive && forEachEntry(archive, d->fileName, [this, &archive, &visit](const EntryInfo& entry) {
-               const std::string name = wholeName(archive, entry);
-               const auto read = [this, &archive, &name, &entry] {
-                   return withoutExceptions([&]() -> std::optional<QByteArray> {
-                       auto content = unpackOrLog(archive, d->fileName, name, entry.size, Checksum::Checked);
-                       if (!content || content->isEmpty() || d->password.isEmpty())
-                           return content;
-                       return decryptBlock(*content, d->password);
-                   });
-               };
-               return visit({name, entry.size, read});
-           });
+    d->error.clear();
+    Archive archive(d->fileName, d->known);
+    if (!d->isOpen(archive))
+        return false;
+    return d->forEachEntry(archive, [this, &archive, &visit](const ArchiveEntry& entry) {
+        const std::string name(entry.name);
+        const auto read = [this, &archive, &name, &entry] {
+            return d->run([&]() -> std::optional<QByteArray> {
+                auto content = d->unpack(archive, name, entry, Archive::Checksum::Checked);
+                if (!content || content->isEmpty() || d->password.isEmpty())
+                    return content;
+                return decryptBlock(*content, d->password);
+            });
+        };
+        return visit({name, entry.size, read});
+    });
 }
 
 QByteArray DataFileReader::decryptData(const QByteArray& data, const QString& password) const
 {
-    return decryptOrLog(data, password.toUtf8());
+    d->error.clear();
+    return d->decrypt(data, password.toUtf8());
 }
 
 QByteArray DataFileReader::decryptData(const QByteArray& data) const
 {
-    return decryptOrLog(data, d->password);
+    d->error.clear();
+    return d->decrypt(data, d->password);
+}
+
+QString DataFileReader::lastError() const
+{
+    return d->error;
 }
 
 } // namespace TEKLUVA

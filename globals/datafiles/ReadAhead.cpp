@@ -1,7 +1,5 @@
 #include "globals/datafiles/ReadAhead_p.h"
 
-#include "globals/system/System_p.h"
-
 #include <QtGlobal>
 
 #include <algorithm>
@@ -35,20 +33,11 @@ class ReadAhead
     Q_DISABLE_COPY(ReadAhead)
 
 public:
-    /// Opens the file \p name, in the local encoding.
-    explicit ReadAhead(const char* name)
+    ReadAhead(const System::FileHandle& file, qint64 size)
+        : m_file(file)
+        , m_size(size)
     {
-        std::error_code error;
-        m_file = System::FileHandle::openForReading(name, error);
-        if (error)
-            return;
-        const System::FileStatus status = m_file.status(error);
-        m_isFile = !error && status.kind == System::FileKind::Regular;
-        m_size = status.size;
     }
-
-    /// False for a file that is not there, and for a folder, pipe or device, which might never end.
-    bool isFile() const { return m_isFile; }
 
     bool hasFailed() const { return m_hasFailed; }
     qint64 size() const { return m_size; }
@@ -121,9 +110,8 @@ private:
         m_hasFailed |= bool(error);
     }
 
-    System::FileHandle m_file;
-    bool m_isFile = false;
-    qint64 m_size = 0;
+    const System::FileHandle& m_file;
+    const qint64 m_size;
     qint64 m_position = 0;
     bool m_hasFailed = false;
     std::size_t m_current = 0;
@@ -137,11 +125,13 @@ ReadAhead* fileOf(void* stream)
     return static_cast<ReadAhead*>(stream);
 }
 
-void* openFile(void* /*opaque*/, const void* name, int /*mode*/)
+void* openFile(void* opaque, const void* /*name*/, int /*mode*/)
 {
+    const auto& file = *static_cast<const System::FileHandle*>(opaque);
+    std::error_code error;
+    const System::FileStatus status = file.status(error);
     // Nothing may be thrown through minizip's functions.
-    std::unique_ptr<ReadAhead> file(new (std::nothrow) ReadAhead(static_cast<const char*>(name)));
-    return file && file->isFile() ? file.release() : nullptr;
+    return error ? nullptr : new (std::nothrow) ReadAhead(file, status.size);
 }
 
 uLong readFile(void* /*opaque*/, void* stream, void* target, uLong size)
@@ -185,9 +175,10 @@ int hasFailed(void* /*opaque*/, void* stream)
 
 } // namespace
 
-zlib_filefunc64_def readAheadFunctions()
+zlib_filefunc64_def readAheadFunctions(const System::FileHandle& file)
 {
-    return {&openFile, &readFile, &writeNothing, &tell, &seek, &closeFile, &hasFailed, nullptr};
+    return {&openFile, &readFile,  &writeNothing, &tell,
+            &seek,     &closeFile, &hasFailed,    const_cast<System::FileHandle*>(&file)};
 }
 
 } // namespace TEKLUVA

@@ -1,0 +1,149 @@
+#include "globals/datafiles/Archive_p.h"
+
+#include "globals/datafiles/ReadAhead_p.h"
+
+#include <unzip.h>
+
+namespace TEKLUVA {
+
+namespace {
+
+/// What is kept of an archive between two operations, beside the index of the same order.
+constexpr qint64 LARGEST_KEPT_DIRECTORY = qint64{32} << 20;
+
+/// The largest count that an archive without 64-bit records can tell. It may stand for more.
+constexpr ZPOS64_T LARGEST_PLAIN_COUNT = 0xffff;
+
+struct CloseEntry
+{
+    void operator()(void* zip) const { unzCloseCurrentFile(zip); }
+};
+using OpenEntry = std::unique_ptr<void, CloseEntry>;
+
+ZPOS64_T entryCount(void* zip)
+{
+    unz_global_info64 info{};
+    unzGetGlobalInfo64(zip, &info);
+    return info.number_entry;
+}
+
+/// Nothing when the current entry's header cannot be read. \p name gets the whole name.
+std::optional<ArchiveEntry> currentEntry(void* zip, std::string& name)
+{
+    unz_file_info64 info{};
+    if (unzGetCurrentFileInfo64(zip, &info, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK)
+        return std::nullopt;
+    name.resize(info.size_filename);
+    if (unzGetCurrentFileInfo64(zip, nullptr, name.data(), info.size_filename, nullptr, 0, nullptr, 0)
+        != UNZ_OK)
+        return std::nullopt;
+    name.resize(name.find('\0') == std::string::npos ? name.size() : name.find('\0'));
+    unz64_file_pos place{};
+    unzGetFilePos64(zip, &place);
+    return ArchiveEntry{name, info.uncompressed_size, place.pos_in_zip_directory, place.num_of_file};
+}
+
+} // namespace
+
+void Archive::Close::operator()(void* archive) const
+{
+    unzClose(archive);
+}
+
+Archive::Archive(const QByteArray& fileName, KnownDirectory& known)
+{
+    std::error_code error;
+    m_file = System::FileHandle::openForReading(fileName.constData(), error);
+    if (error)
+        return;
+    m_status = m_file.status(error);
+    if (error || m_status.kind != System::FileKind::Regular)
+        return;
+    if (known.directory && known.status == m_status) {
+        m_directory = known.directory;
+        return;
+    }
+    m_directory = ArchiveDirectory::read(m_file, m_status.size);
+    const bool isKept = m_directory && m_directory->memory() <= LARGEST_KEPT_DIRECTORY;
+    known = isKept ? KnownDirectory{m_status, m_directory} : KnownDirectory();
+}
+
+Archive::~Archive() = default;
+
+void* Archive::zip() const
+{
+    if (!m_zip && m_file.isOpen() && m_status.kind == System::FileKind::Regular) {
+        zlib_filefunc64_def functions = readAheadFunctions(m_file);
+        m_zip.reset(unzOpen2_64("", &functions));
+    }
+    return m_zip.get();
+}
+
+bool Archive::isOpen() const
+{
+    return m_directory || zip();
+}
+
+Archive::WalkResult Archive::forEachEntry(const std::function<bool(const ArchiveEntry&)>& visit)
+{
+    if (!m_directory)
+        return walkWithMinizip(visit);
+    if (m_directory->entries().empty())
+        return WalkResult::NoFirstEntry;
+    for (const ArchiveEntry& entry : m_directory->entries()) {
+        if (!visit(entry))
+            break;
+    }
+    return WalkResult::Whole;
+}
+
+Archive::WalkResult Archive::walkWithMinizip(const std::function<bool(const ArchiveEntry&)>& visit)
+{
+    const ZPOS64_T count = entryCount(zip());
+    if (count == 0 || unzGoToFirstFile(zip()) != UNZ_OK)
+        return WalkResult::NoFirstEntry;
+    std::string name;
+    for (ZPOS64_T seen = 1;; ++seen) {
+        const auto entry = currentEntry(zip(), name);
+        if (!entry)
+            return WalkResult::Damaged;
+        if (!visit(*entry))
+            return WalkResult::Whole;
+        if (seen == count && count != LARGEST_PLAIN_COUNT)
+            return WalkResult::Whole;
+        if (unzGoToNextFile(zip()) != UNZ_OK) // also when a count that is too small for the entries runs out
+            return seen >= LARGEST_PLAIN_COUNT && count == LARGEST_PLAIN_COUNT ? WalkResult::Whole
+                                                                               : WalkResult::Damaged;
+    }
+}
+
+std::optional<ArchiveEntry> Archive::find(const std::string& name)
+{
+    const std::string_view wanted = name.c_str(); // up to a zero byte
+    if (m_directory) {
+        const ArchiveEntry* entry = m_directory->find(wanted);
+        return entry ? std::make_optional(*entry) : std::nullopt;
+    }
+    std::optional<ArchiveEntry> found;
+    walkWithMinizip([&found, wanted](const ArchiveEntry& entry) {
+        if (knownName(entry) == wanted)
+            found = entry;
+        return !found;
+    });
+    return found;
+}
+
+Archive::UnpackResult Archive::unpack(const ArchiveEntry& entry, QByteArray& content, Checksum checksum)
+{
+    const unz64_file_pos place{entry.position, entry.number};
+    if (!zip() || unzGoToFilePos64(zip(), &place) != UNZ_OK || unzOpenCurrentFile(zip()) != UNZ_OK)
+        return UnpackResult::CannotOpen;
+    OpenEntry open(zip());
+    const int read = unzReadCurrentFile(zip(), content.data(), static_cast<unsigned>(content.size()));
+    if (read != content.size())
+        return UnpackResult::Damaged;
+    const bool isSound = checksum == Checksum::Ignored || unzCloseCurrentFile(open.release()) == UNZ_OK;
+    return isSound ? UnpackResult::Whole : UnpackResult::Damaged;
+}
+
+} // namespace TEKLUVA

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "globals/datafiles/ArchiveDirectory_p.h"
+
+#include <QByteArray>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace TEKLUVA {
+
+/// The directory of the archive that was read last, to be used again as long as the file is the same.
+struct KnownDirectory
+{
+    System::FileStatus status;
+    std::shared_ptr<ArchiveDirectory> directory;
+};
+
+/// A zip archive that is open for reading.
+class Archive
+{
+    Q_DISABLE_COPY(Archive)
+
+public:
+    enum class WalkResult {
+        Whole, ///< or until it was stopped
+        NoFirstEntry,
+        Damaged,
+    };
+    enum class Checksum {
+        Ignored,
+        Checked,
+    };
+    enum class UnpackResult {
+        Whole,
+        CannotOpen,
+        Damaged,
+    };
+
+    /// Opens the file \p fileName, in the local encoding. A directory that \p known has of it is used, or
+    /// else read and kept there.
+    Archive(const QByteArray& fileName, KnownDirectory& known);
+    ~Archive();
+
+    /// False when the file is no zip archive, or none that can be read.
+    bool isOpen() const;
+
+    /// Calls \p visit for one entry after the other until it returns false.
+    WalkResult forEachEntry(const std::function<bool(const ArchiveEntry&)>& visit);
+    /// The first entry of that name, upper and lower case being different. Its own name is not kept.
+    std::optional<ArchiveEntry> find(const std::string& name);
+    /// Unpacks \p entry into \p content, which has its size.
+    UnpackResult unpack(const ArchiveEntry& entry, QByteArray& content, Checksum checksum);
+
+private:
+    struct Close
+    {
+        void operator()(void* archive) const;
+    };
+
+    /// Opens the archive with minizip, once.
+    void* zip() const;
+    WalkResult walkWithMinizip(const std::function<bool(const ArchiveEntry&)>& visit);
+
+    System::FileHandle m_file;
+    System::FileStatus m_status;
+    std::shared_ptr<ArchiveDirectory> m_directory; ///< null for an unusual one
+    mutable std::unique_ptr<void, Close> m_zip;    ///< after the file, which it reads
+};
+
+} // namespace TEKLUVA

@@ -161,7 +161,8 @@ public:
     /// The whole file, below 2 GiB. \p ok tells whether it was read; a missing file is no error entry.
     QByteArray readDataFromFile(const QString& filename, bool& ok);
     /// Writes \p data, which must not be empty. A file that is not appended to is replaced when all is on
-    /// disk; a failure leaves the old content as it was. But in a folder that may not be written the file
+    /// disk, see AtomicFile; a failure leaves the old content as it was. But where the file may be written
+    /// and not be replaced (in a folder that may not be written, a sticky one, over a mount point), the file
     /// itself is overwritten, and a failure loses its old content.
     bool writeDataToFile(const QString& filename, const QByteArray& data, bool append);
     /// \p name with ".rgm", always appended.

@@ -34,6 +34,10 @@
         <source>neues Projekt</source>
         <translation>neues Projekt</translation>
     </message>
+    <message>
+        <source>Bei &quot;Nein&quot; bleibt sie, und die andere Datei wird nicht kopiert.</source>
+        <translation>Bei &quot;Nein&quot; bleibt sie, und die andere Datei wird nicht kopiert.</translation>
+    </message>
 </context>
 <context>
     <name>TEKLUVA::MeasurementManager</name>

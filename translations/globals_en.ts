@@ -34,6 +34,10 @@
         <source>neues Projekt</source>
         <translation>new project</translation>
     </message>
+    <message>
+        <source>Bei &quot;Nein&quot; bleibt sie, und die andere Datei wird nicht kopiert.</source>
+        <translation>With &quot;No&quot; it stays, and the other file is not copied.</translation>
+    </message>
 </context>
 <context>
     <name>TEKLUVA::MeasurementManager</name>

@@ -36,11 +36,12 @@ constexpr const char* CANNOT_FLUSH = "Could not flush file.";
 bool isUsableTarget(const QString& filename)
 {
     const QFileInfo info(filename);
-    return !info.exists() || (info.isWritable() && !fs::is_fifo(QFile::encodeName(filename).toStdString()));
+    std::error_code error;
+    const bool isPipe = fs::is_fifo(QFile::encodeName(filename).toStdString(), error);
+    return !info.exists() || (info.isWritable() && !isPipe);
 }
 
-/// Writes to the file itself: appends, fills a device, or overwrites a file in a folder that may not be
-/// written.
+/// Writes to the file itself: appends, fills a device, or overwrites a file that cannot be replaced.
 bool writeInPlace(const QString& filename, const QByteArray& data, QIODevice::OpenMode mode)
 {
     const bool append = mode == QIODevice::Append;
@@ -121,8 +122,11 @@ bool ConfigManager::writeDataToFile(const QString& filename, const QByteArray& d
     AtomicFile file(filename);
     if (!file.error().isEmpty())
         return writeInPlace(filename, data, QIODevice::WriteOnly);
-    const bool isWritten = file.write(data) && file.commit();
-    return isWritten || failed(CANNOT_FLUSH);
+    if (!file.write(data) || !file.sync())
+        return failed(CANNOT_FLUSH);
+    // There is room. What cannot take the place, in a sticky folder or over a mount point, may yet be
+    // written.
+    return file.commit() || writeInPlace(filename, data, QIODevice::WriteOnly);
 }
 
 QString ConfigManager::getProjectFilename(const QString& name) const

@@ -113,14 +113,35 @@ bool holdsData(const QString& folder, const QString& base)
                [&](const OlderInstallation& older) { return isInFolder(folderBeside(base, older.data)); });
 }
 
-bool copySettings(const QString& old, const QString& base)
+/// Where the settings wait until all that is to be deleted is gone.
+QString stagedSettingsIn(const QString& base)
+{
+    return settingsIn(base) + QLatin1String(".moving");
+}
+
+/// What the user does not let replace is not moved: the older file may be the only one of its content.
+FileTree::Overwrite replaceOrFail(const QString& file)
+{
+    const FileTree::Overwrite answer = askToOverwrite(file);
+    return answer == FileTree::Overwrite::Replace ? answer : FileTree::Overwrite::Fail;
+}
+
+bool stageSettings(const QString& old, const QString& base)
 {
     const QString settings = settingsIn(old);
     if (!QFileInfo(settings).isFile())
         return true;
     FileTree::CopyRules rules;
-    rules.onExisting = [](const QString&, const QString& target) { return askToOverwrite(target); };
-    return FileTree::copyFile(settings, settingsIn(base), rules) && FileTree::syncFolder(base);
+    rules.onExisting = [&base](const QString& source, const QString& target) {
+        return isCopyOf(source, target) ? FileTree::Overwrite::Keep : replaceOrFail(settingsIn(base));
+    };
+    return FileTree::copyFile(settings, stagedSettingsIn(base), rules) && FileTree::syncFolder(base);
+}
+
+void removeOld(const OldFolders& older, const QString& base)
+{
+    if (FileTree::remove(older.data) && !holdsData(older.leftover, base))
+        FileTree::remove(older.leftover);
 }
 
 } // namespace
@@ -133,18 +154,17 @@ void moveOlderInstallations(const QString& base)
     FileTree::CopyRules rules;
     rules.recursive = true;
     rules.onExisting = [](const QString& source, const QString& target) {
-        return isCopyOf(source, target) ? FileTree::Overwrite::Keep : askToOverwrite(target);
+        return isCopyOf(source, target) ? FileTree::Overwrite::Keep : replaceOrFail(target);
     };
     rules.deletedLater = foldersToDelete(found, base);
     for (OldFolders& older : found)
         older.isCopied = copyData(older.data, base, rules);
     for (const OldFolders& older : found) {
-        const bool isMoved = copySettings(older.data, base) && older.isCopied;
-        if (!isMoved || !FileTree::remove(older.data))
-            continue;
-        if (!holdsData(older.leftover, base))
-            FileTree::remove(older.leftover);
+        if (stageSettings(older.data, base) && older.isCopied)
+            removeOld(older, base);
     }
+    // Does not replace settings that another process has written meanwhile.
+    QFile::rename(stagedSettingsIn(base), settingsIn(base));
 }
 
 } // namespace TEKLUVA::Migration

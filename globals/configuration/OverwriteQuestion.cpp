@@ -23,12 +23,14 @@ FileTree::Overwrite askToOverwrite(const QString& file)
 {
     if (!canAsk())
         return FileTree::Overwrite::Fail;
-    const QString title = ConfigManager::tr("Datei überschreiben");
-    const QString question =
-        ConfigManager::tr("Die Datei %1 existiert bereits. Soll sie überschrieben werden?").arg(file);
-    const auto button = QMessageBox::information(nullptr, title, question, QMessageBox::Yes | QMessageBox::No,
-                                                 QMessageBox::Yes);
-    return button == QMessageBox::Yes ? FileTree::Overwrite::Replace : FileTree::Overwrite::Keep;
+    QMessageBox box(
+        QMessageBox::Information, ConfigManager::tr("Datei überschreiben"),
+        ConfigManager::tr("Die Datei %1 existiert bereits. Soll sie überschrieben werden?").arg(file),
+        QMessageBox::Yes | QMessageBox::No);
+    box.setInformativeText(
+        ConfigManager::tr("Bei \"Nein\" bleibt sie, und die andere Datei wird nicht kopiert."));
+    box.setDefaultButton(QMessageBox::Yes);
+    return box.exec() == QMessageBox::Yes ? FileTree::Overwrite::Replace : FileTree::Overwrite::Keep;
 }
 
 } // namespace TEKLUVA

@@ -95,6 +95,8 @@ private:
     /// Of what is in the target's place; makes the target what its link leads to if that is to be followed.
     fs::file_status targetStatus(Link link);
     void open();
+    /// Owner and permissions of the file that is replaced.
+    void takeAttributes();
     std::error_code createHidden();
     std::error_code linkHidden();
     template <typename Make>
@@ -103,8 +105,7 @@ private:
     fs::path m_target;
     fs::path m_folder;
     bool m_isReplacing = false;
-    quint32 m_permissions = 0; ///< of the file to be replaced; 0 for none
-    fs::path m_hidden;         ///< empty while the file has no name
+    fs::path m_hidden; ///< empty while the file has no name
 };
 
 AtomicFile::Private::Private(fs::path target, Link link)
@@ -113,14 +114,14 @@ AtomicFile::Private::Private(fs::path target, Link link)
     const fs::file_status status = targetStatus(link);
     m_folder = m_target.has_parent_path() ? m_target.parent_path() : fs::path(".");
     m_isReplacing = fs::exists(status);
-    if (fs::is_regular_file(status))
-        m_permissions = static_cast<quint32>(status.permissions());
-    else if (fs::is_directory(status))
+    if (fs::is_directory(status))
         check(std::make_error_code(std::errc::is_a_directory));
-    else if (m_isReplacing && !fs::is_symlink(status))
+    else if (m_isReplacing && !fs::is_symlink(status) && !fs::is_regular_file(status))
         check(std::make_error_code(std::errc::not_supported));
     if (isUsable())
         open();
+    if (isUsable() && fs::is_regular_file(status))
+        takeAttributes();
 }
 
 AtomicFile::Private::~Private()
@@ -162,8 +163,19 @@ void AtomicFile::Private::open()
     if (cannotOpen == std::errc::not_supported || cannotOpen == std::errc::operation_not_supported
         || cannotOpen == std::errc::is_a_directory || cannotOpen == std::errc::invalid_argument)
         cannotOpen = createHidden();
-    if (check(cannotOpen) && m_permissions != 0)
-        static_cast<void>(file.setPermissions(m_permissions)); // not every file system has any
+    check(cannotOpen);
+}
+
+void AtomicFile::Private::takeAttributes()
+{
+    std::error_code unknown;
+    const FileStatus status = System::statusOf(m_target, unknown);
+    if (unknown)
+        return;
+    // As far as the file system has them and the user may give them. The owner first: it takes permissions
+    // away.
+    static_cast<void>(file.setOwner(status.owner, status.group));
+    static_cast<void>(file.setPermissions(status.permissions));
 }
 
 /// Tries names until \p make has made the file under one of them.

@@ -38,6 +38,8 @@ struct FileStatus
     qint64 modified = 0; ///< the last change of the content, in nanoseconds since the epoch
     qint64 changed = 0;  ///< the last change of content, name or permissions, likewise
     quint32 permissions = 0;
+    quint32 owner = 0;
+    quint32 group = 0;
 
     bool operator==(const FileStatus& other) const;
     bool operator!=(const FileStatus& other) const { return !(*this == other); }
@@ -81,6 +83,7 @@ public:
     /// Copies the content of \p source to the beginning of this file, inside the system where it can.
     std::error_code copyFrom(const FileHandle& source) const;
     std::error_code setPermissions(quint32 permissions) const;
+    std::error_code setOwner(quint32 owner, quint32 group) const;
     /// Gives an unnamed file the name \p path. Fails where something exists.
     std::error_code linkTo(const Path& path) const;
     /// Waits until content and size are on disk.

@@ -51,7 +51,7 @@ int openFile(const Path& path, int flags)
 
 qint64 nanoseconds(const timespec& time)
 {
-    constexpr qint64 SECOND = 1'000'000'000;
+    constexpr qint64 SECOND = 1000000000;
     return time.tv_sec * SECOND + time.tv_nsec;
 }
 
@@ -80,6 +80,8 @@ FileStatus statusFrom(const struct stat& status)
     result.modified = nanoseconds(modified);
     result.changed = nanoseconds(changed);
     result.permissions = static_cast<quint32>(status.st_mode & PERMISSIONS);
+    result.owner = status.st_uid;
+    result.group = status.st_gid;
     return result;
 }
 
@@ -130,7 +132,7 @@ bool FileStatus::operator==(const FileStatus& other) const
 {
     const auto fields = [](const FileStatus& status) {
         return std::tie(status.kind, status.device, status.inode, status.size, status.modified,
-                        status.changed, status.permissions);
+                        status.changed, status.permissions, status.owner, status.group);
     };
     return fields(*this) == fields(other);
 }
@@ -265,6 +267,13 @@ std::error_code FileHandle::copyFrom(const FileHandle& source) const
 std::error_code FileHandle::setPermissions(quint32 permissions) const
 {
     return errorOf(::fchmod(m_descriptor, permissions));
+}
+
+std::error_code FileHandle::setOwner(quint32 owner, quint32 group) const
+{
+    if (owner == ::geteuid() && group == ::getegid())
+        return {};
+    return errorOf(::fchown(m_descriptor, owner, group));
 }
 
 std::error_code FileHandle::linkTo(const Path& path) const

@@ -1,0 +1,192 @@
+#include "SystemCalls.h"
+
+#include <QMap>
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstring>
+#include <mutex>
+
+#include <dirent.h>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+struct Fault
+{
+    int error = 0;
+    int callsLeft = 0; ///< that succeed
+};
+
+struct State
+{
+    std::recursive_mutex mutex;
+    bool isWatching = false;
+    bool hasUnnamedFiles = true;
+    QMap<QByteArray, Fault> faults;
+    QByteArrayList changes;
+    QByteArrayList inherited;
+};
+
+State& state()
+{
+    static State* const instance = new State; // calls go on after static objects are gone
+    return *instance;
+}
+
+template <typename Function>
+Function* original(const char* name)
+{
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+/// Notes the call; true when it is to fail, with errno set.
+bool fails(const char* name, const QByteArray& change = {})
+{
+    State& s = state();
+    const std::lock_guard<std::recursive_mutex> lock(s.mutex);
+    if (!s.isWatching)
+        return false;
+    if (!change.isNull())
+        s.changes << change;
+    const auto fault = s.faults.find(name);
+    if (fault == s.faults.end() || fault->callsLeft-- > 0)
+        return false;
+    errno = fault->error;
+    return true;
+}
+
+bool isUnnamed(int flags)
+{
+    return (flags & O_TMPFILE) == O_TMPFILE;
+}
+
+bool isForbidden(int flags)
+{
+    if (!isUnnamed(flags) || !state().isWatching || state().hasUnnamedFiles)
+        return false;
+    errno = EOPNOTSUPP;
+    return true;
+}
+
+void noteIfInherited(const char* path, int flags)
+{
+    State& s = state();
+    const std::lock_guard<std::recursive_mutex> lock(s.mutex);
+    if (s.isWatching && (flags & O_CLOEXEC) == 0)
+        s.inherited << path;
+}
+
+} // namespace
+
+SystemCalls::SystemCalls()
+{
+    State& s = state();
+    s.faults.clear();
+    s.changes.clear();
+    s.inherited.clear();
+    s.hasUnnamedFiles = true;
+    s.isWatching = true;
+}
+
+SystemCalls::~SystemCalls()
+{
+    state().isWatching = false;
+}
+
+void SystemCalls::fail(const QByteArray& name, int error, int first) // NOLINT: belongs to the object's time
+{
+    state().faults.insert(name, {error, first - 1});
+}
+
+void SystemCalls::forbidUnnamedFiles() // NOLINT: belongs to the object's time
+{
+    state().hasUnnamedFiles = false;
+}
+
+QByteArrayList SystemCalls::changes()
+{
+    return state().changes;
+}
+
+QByteArrayList SystemCalls::inherited()
+{
+    return state().inherited;
+}
+
+extern "C" {
+
+__attribute__((visibility("default"))) int open64(const char* path, int flags, ...)
+{
+    va_list more;
+    va_start(more, flags);
+    const mode_t mode = (flags & O_CREAT) != 0 || isUnnamed(flags) ? va_arg(more, mode_t) : 0;
+    va_end(more);
+    noteIfInherited(path, flags);
+    return isForbidden(flags) || fails("open")
+               ? -1
+               : original<int(const char*, int, ...)>("open64")(path, flags, mode);
+}
+
+__attribute__((visibility("default"))) int open(const char* path, int flags, ...)
+{
+    va_list more;
+    va_start(more, flags);
+    const mode_t mode = (flags & O_CREAT) != 0 || isUnnamed(flags) ? va_arg(more, mode_t) : 0;
+    va_end(more);
+    return open64(path, flags, mode);
+}
+
+__attribute__((visibility("default"))) ssize_t pread64(int file, void* target, size_t size, off64_t position)
+{
+    return fails("read")
+               ? -1
+               : original<ssize_t(int, void*, size_t, off64_t)>("pread64")(file, target, size, position);
+}
+
+__attribute__((visibility("default"))) ssize_t pwrite64(int file, const void* bytes, size_t size,
+                                                        off64_t position)
+{
+    return fails("write") ? -1
+                          : original<ssize_t(int, const void*, size_t, off64_t)>("pwrite64")(file, bytes,
+                                                                                             size, position);
+}
+
+__attribute__((visibility("default"))) int fdatasync(int file)
+{
+    return fails("sync", "sync") ? -1 : original<int(int)>("fdatasync")(file);
+}
+
+__attribute__((visibility("default"))) int syncfs(int file) noexcept
+{
+    return fails("syncfs", "syncfs") ? -1 : original<int(int)>("syncfs")(file);
+}
+
+__attribute__((visibility("default"))) int linkat(int fromFolder, const char* from, int toFolder,
+                                                  const char* to, int flags) noexcept
+{
+    return fails("link", QByteArray("link ") + to) ? -1
+                                                   : original<int(int, const char*, int, const char*, int)>(
+                                                       "linkat")(fromFolder, from, toFolder, to, flags);
+}
+
+__attribute__((visibility("default"))) int rename(const char* from, const char* to) noexcept
+{
+    return fails("rename", QByteArray("rename ") + to)
+               ? -1
+               : original<int(const char*, const char*)>("rename")(from, to);
+}
+
+__attribute__((visibility("default"))) int unlink(const char* path) noexcept
+{
+    return fails("unlink", QByteArray("unlink ") + path) ? -1 : original<int(const char*)>("unlink")(path);
+}
+
+__attribute__((visibility("default"))) dirent* readdir(DIR* folder)
+{
+    return fails("readdir") ? nullptr : original<dirent*(DIR*)>("readdir")(folder);
+}
+
+} // extern "C"

@@ -1,7 +1,7 @@
 #include "globals/ConfigManager.h"
+#include "globals/SettingsKeys.h"
 #include "globals/configuration/PathRegistry_p.h"
 #include "globals/logs/ActiveLog_p.h"
-#include "globals/settings/SettingsKeys_p.h"
 
 #include <QFileInfo>
 

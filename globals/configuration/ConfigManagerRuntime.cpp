@@ -1,9 +1,9 @@
 #include "globals/ConfigManager.h"
 #include "globals/Log.h"
 #include "globals/LogManager.h"
+#include "globals/SettingsKeys.h"
 #include "globals/foundation/Languages_p.h"
 #include "globals/logs/ActiveLog_p.h"
-#include "globals/settings/SettingsKeys_p.h"
 
 #include <QLocale>
 

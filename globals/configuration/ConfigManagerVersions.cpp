@@ -1,6 +1,6 @@
 #include "globals/ConfigManager.h"
+#include "globals/SettingsKeys.h"
 #include "globals/configuration/Migration_p.h"
-#include "globals/settings/SettingsKeys_p.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "globals/LastRun.h"
 
-#include "globals/settings/SettingsKeys_p.h"
+#include "globals/SettingsKeys.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "globals/foundation/Latin1_p.h"
+#include "globals/Latin1.h"
 
 namespace TEKLUVA {
 

@@ -1,8 +1,8 @@
 #include "globals/configuration/Migration_p.h"
 
 #include "globals/Containment.h"
+#include "globals/SettingsKeys.h"
 #include "globals/configuration/OverwriteQuestion_p.h"
-#include "globals/settings/SettingsKeys_p.h"
 #include "globals/system/FileTree_p.h"
 
 #include <QDir>

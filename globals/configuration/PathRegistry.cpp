@@ -1,9 +1,9 @@
 #include "globals/PathRegistry.h"
 
 #include "globals/Settings.h"
+#include "globals/SettingsKeys.h"
 #include "globals/configuration/PathRegistry_p.h"
 #include "globals/logs/ActiveLog_p.h"
-#include "globals/settings/SettingsKeys_p.h"
 #include "globals/system/StandardLocations_p.h"
 
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "globals/DataBlock.h"
 #include "globals/Exception.h"
-#include "globals/datafiles/DataBlock_p.h"
 
 #include <cryptopp/cryptlib.h>
 #include <cryptopp/secblock.h>

@@ -1,9 +1,9 @@
 #include "globals/MeasurementManager.h"
 
 #include "globals/ConfigManager.h"
+#include "globals/SettingsKeys.h"
 #include "globals/configuration/MeasurementFont_p.h"
 #include "globals/measurement/DecimalText_p.h"
-#include "globals/settings/SettingsKeys_p.h"
 
 #include <QComboBox>
 #include <QCoreApplication>

@@ -3,9 +3,9 @@
 #include "tools/support/Files.h"
 #include "tools/support/Password.h"
 
+#include "globals/DataBlock.h"
 #include "globals/DataFileCreator.h"
 #include "globals/DataFileReader.h"
-#include "globals/datafiles/DataBlock_p.h"
 
 #include <QCommandLineParser>
 

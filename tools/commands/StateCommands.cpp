@@ -5,7 +5,7 @@
 
 #include "globals/LastRun.h"
 #include "globals/Settings.h"
-#include "globals/settings/SettingsKeys_p.h"
+#include "globals/SettingsKeys.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

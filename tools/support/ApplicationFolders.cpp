@@ -3,7 +3,7 @@
 #include "tools/support/Failure.h"
 
 #include "globals/PathRegistry.h"
-#include "globals/settings/SettingsKeys_p.h"
+#include "globals/SettingsKeys.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

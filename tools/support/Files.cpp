@@ -4,7 +4,7 @@
 #include "tools/support/Interruption.h"
 #include "tools/support/NewFile.h"
 
-#include "globals/datafiles/DataBlock_p.h"
+#include "globals/DataBlock.h"
 
 #include <QFile>
 #include <QFileInfo>

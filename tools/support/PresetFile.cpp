@@ -4,8 +4,8 @@
 #include "tools/support/Files.h"
 #include "tools/support/PresetTypes.h"
 
+#include "globals/DataBlock.h"
 #include "globals/Exception.h"
-#include "globals/datafiles/DataBlock_p.h"
 
 #include <QTextCodec>
 

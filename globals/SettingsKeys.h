@@ -1,14 +1,16 @@
 #pragma once
 
-#include "globals/foundation/Latin1_p.h"
+#include "globals/Latin1.h"
 
-/// Names in the user's settings. Data is lost where two places spell them differently.
+/// The names of the library's own groups and keys in the user's settings, for programs that read the file
+/// without a ConfigManager. The spelling is what users' files have; it does not change.
 namespace TEKLUVA::SettingsKeys {
 
-/// In the folder E_PT_SETTINGS.
+/// The settings file, in the folder E_PT_SETTINGS.
 inline constexpr QLatin1String FILE_NAME = latin1("settings.ini");
 
 /// \name What is recorded of a run
+/// lastRunFrom() reads it.
 /// @{
 inline constexpr QLatin1String APPLICATION = latin1("Application"); ///< the group
 inline constexpr QLatin1String STATE = latin1("last_runtime_state");
@@ -26,7 +28,7 @@ inline constexpr QLatin1String CONSTRUCTION_UNIT = latin1("const_unit");
 inline constexpr QLatin1String ARRANGEMENT_UNIT = latin1("arrange_unit");
 /// @}
 
-/// The group in which users override folders, by the keys of the path registry.
+/// The group in which users override folders, by PathDescription::overrideKey.
 inline constexpr QLatin1String USER_PATHS = latin1("User_Pathes");
 
 } // namespace TEKLUVA::SettingsKeys

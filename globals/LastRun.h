@@ -8,6 +8,15 @@
 
 namespace TEKLUVA {
 
+/// What a recorded state says of how its run ended.
+enum E_RunVerdict : int {
+    E_RV_NO_RUN = 1,    ///< no run is recorded
+    E_RV_CLOSED = 2,    ///< a clean end
+    E_RV_RESTARTED = 3, ///< a clean end, to start again
+    E_RV_UPDATING = 4,  ///< an update had begun and did not end
+    E_RV_CRASHED = 5,   ///< a failure, or a run that recorded no end: killed, or running still
+};
+
 /// What the settings say of how the last run went. State, error code and life time are one record, written in
 /// one piece.
 struct LastRun
@@ -35,6 +44,17 @@ GLOBALS_EXPORT LastRun lastRunFrom(const QVariantMap& applicationSettings);
 /// The word that stands for \p state in the settings file, "firststart" for E_RS_FIRST_START; empty for a
 /// number that is no state.
 GLOBALS_EXPORT QString runtimeStateWord(E_RuntimeState state);
+
+/// The verdict on a run that left \p state; E_RV_CRASHED for a number that is no state, as a clean end must
+/// not be assumed.
+///
+/// A state that does not end a run stays in the settings while the application runs and after it has died.
+/// Only the application itself, at its start, can know that no other process of it is running.
+GLOBALS_EXPORT E_RunVerdict runVerdict(E_RuntimeState state);
+
+/// The same in words, in English: "closed cleanly". They name the step at which a run died, if it did:
+/// "running, or crashed, while it was closing". Empty for a number that is no state.
+GLOBALS_EXPORT QString runVerdictText(E_RuntimeState state);
 
 /// The error code that is recorded with \p state: what may have gone wrong if nothing is recorded after it.
 GLOBALS_EXPORT unsigned int potentialErrorOf(E_RuntimeState state);

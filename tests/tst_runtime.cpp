@@ -57,16 +57,21 @@ private Q_SLOTS:
 
     void aStateIsRecordedWithItsError_data()
     {
-        TestData::addRows("runtime-states.txt", {"state", "word", "error", "readBack"});
+        TestData::addRows("runtime-states.txt", {"state", "word", "error", "readBack", "verdict", "inWords"});
     }
     void aStateIsRecordedWithItsError()
     {
         config()->setRuntimeState(E_RS_INITIALIZING);
         config()->setRuntimeState(E_RuntimeState(TestData::field("state").toInt()));
-        config()->setRuntimeState(E_RuntimeState(10)); // no state, and nothing happens
+        const auto noState = E_RuntimeState(10);
+        config()->setRuntimeState(noState); // nothing happens
+        QCOMPARE(runVerdict(noState), E_RV_CRASHED);
         const QString word = config()->getSetting(APPLICATION, "last_runtime_state"_q).toString();
         QCOMPARE(word, TestData::field("word"));
-        QCOMPARE(nextStart()->getLastRuntimeState(), E_RuntimeState(TestData::field("readBack").toInt()));
+        const E_RuntimeState readBack = nextStart()->getLastRuntimeState();
+        QCOMPARE(readBack, E_RuntimeState(TestData::field("readBack").toInt()));
+        QCOMPARE(runVerdict(readBack), E_RunVerdict(TestData::field("verdict").toInt()));
+        QCOMPARE(runVerdictText(readBack), TestData::field("inWords"));
         QCOMPARE(config()->getLastPotentialError(), TestData::field("error").toUInt());
         QVERIFY(qAbs(config()->getLastLifeTime().secsTo(QDateTime::currentDateTime())) < 60);
     }

@@ -1,8 +1,10 @@
-// Prints a page with its tables filled in: each comment "<!-- table of NAME -->" is followed by the table
-// that the library itself describes. Doxygen reads the pages through this program.
+// Prints a page with its tables filled in: each comment "<!-- table of NAME -->" gets the table that the
+// library itself describes, in place of any that follows it. Doxygen reads the longer pages through this
+// program.
 
 #include "tools/support/PresetTypes.h"
 
+#include "globals/LastRun.h"
 #include "globals/PathRegistry.h"
 #include "globals/PresetManager.h"
 
@@ -94,13 +96,39 @@ QString tableOfPresets()
     return table;
 }
 
+QString tableOfRuntimeStates()
+{
+    const QMap<int, QString> states = enumerators("globals.h", "E_RS_");
+    const QMap<int, QString> verdicts = enumerators("LastRun.h", "E_RV_");
+    QString table =
+        QStringLiteral("| State found | Word | Error code | Verdict | In words |\n|---|---|---|---|---|\n");
+    for (auto name = states.begin(); name != states.end(); ++name) {
+        const auto state = E_RuntimeState(name.key());
+        table += row({code(*name), code(runtimeStateWord(state)), QString::number(potentialErrorOf(state)),
+                      code(verdicts.value(runVerdict(state))), runVerdictText(state)});
+    }
+    return table;
+}
+
+struct Table
+{
+    const char* name;
+    QString (*text)();
+};
+
+constexpr Table TABLES[] = {
+    {"paths", &tableOfPaths},
+    {"presets", &tableOfPresets},
+    {"runtime states", &tableOfRuntimeStates},
+};
+
 QString filled(QString page)
 {
-    const std::pair<const char*, QString (*)()> tables[] = {{"<!-- table of paths -->\n", &tableOfPaths},
-                                                            {"<!-- table of presets -->\n", &tableOfPresets}};
-    for (const auto& [place, table] : tables) {
-        if (page.contains(QLatin1String(place)))
-            page.replace(QLatin1String(place), table());
+    for (const Table& table : TABLES) {
+        const QString place = QStringLiteral("<!-- table of %1 -->\n").arg(QLatin1String(table.name));
+        const QRegularExpression old(place + QStringLiteral("(\\|.*\n)*"));
+        if (page.contains(place))
+            page.replace(old, place + table.text());
     }
     return page;
 }

@@ -11,18 +11,18 @@ using namespace TEKLUVA;
 
 namespace {
 
-/// Any other state is what a crash leaves behind.
-constexpr std::pair<E_RuntimeState, const char*> VERDICTS[] = {
-    {E_RS_FIRST_START, QT_TRANSLATE_NOOP("Panel", "This is the first start.")},
-    {E_RS_SHUTDOWN, QT_TRANSLATE_NOOP("Panel", "The application was closed cleanly.")},
-    {E_RS_RESTART, QT_TRANSLATE_NOOP("Panel", "The application was closed for a restart.")},
-    {E_RS_UPDATING, QT_TRANSLATE_NOOP("Panel", "The update was interrupted.")},
+/// What is said of each verdict but a crash.
+constexpr std::pair<E_RunVerdict, const char*> VERDICTS[] = {
+    {E_RV_NO_RUN, QT_TRANSLATE_NOOP("Panel", "This is the first start.")},
+    {E_RV_CLOSED, QT_TRANSLATE_NOOP("Panel", "The application was closed cleanly.")},
+    {E_RV_RESTARTED, QT_TRANSLATE_NOOP("Panel", "The application was closed for a restart.")},
+    {E_RV_UPDATING, QT_TRANSLATE_NOOP("Panel", "The update was interrupted.")},
 };
 
 QString verdictOn(E_RuntimeState state, const QDateTime& lifeTime)
 {
-    for (const auto& [end, text] : VERDICTS) {
-        if (end == state)
+    for (const auto& [verdict, text] : VERDICTS) {
+        if (verdict == runVerdict(state))
             return Panel::tr(text);
     }
     const QString time = QLocale().toString(lifeTime, QLocale::ShortFormat);

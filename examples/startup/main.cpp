@@ -57,7 +57,7 @@ void showFile(const QString& path)
 void showLastRun(const ConfigManager& config)
 {
     const E_RuntimeState state = config.getLastRuntimeState();
-    out() << "Last run: " << runtimeStateWord(state);
+    out() << "Last run: " << runVerdictText(state);
     if (state != E_RS_FIRST_START)
         out() << ", alive until " << config.getLastLifeTime().toString(Qt::ISODate);
     out() << "\n\n";

@@ -13,19 +13,22 @@ struct StateRow
     E_RuntimeState state;
     const char* word;
     unsigned int potentialError;
+    E_RunVerdict verdict;
+    const char* verdictText;
 };
 
 /// In the order in which a stored word is compared with them.
 constexpr StateRow STATES[] = {
-    {E_RS_INITIALIZING, "initializing", 300},
-    {E_RS_STARTED, "started", 400},
-    {E_RS_CLOSING, "closing", 500},
-    {E_RS_CRASHING, "crashing", 600},
-    {E_RS_CRASHED, "crashed", 0},
-    {E_RS_UPDATING, "updating", 0},
-    {E_RS_SHUTDOWN, "shutdown", 0},
-    {E_RS_FIRST_START, "firststart", 0}, // recorded by removing the key
-    {E_RS_RESTART, "restart", 0},
+    {E_RS_INITIALIZING, "initializing", 300, E_RV_CRASHED, "running, or crashed, while it was initializing"},
+    {E_RS_STARTED, "started", 400, E_RV_CRASHED, "running, or crashed, while it was started"},
+    {E_RS_CLOSING, "closing", 500, E_RV_CRASHED, "running, or crashed, while it was closing"},
+    {E_RS_CRASHING, "crashing", 600, E_RV_CRASHED, "running, or crashed, while it was crashing"},
+    {E_RS_CRASHED, "crashed", 0, E_RV_CRASHED, "crashed"},
+    {E_RS_UPDATING, "updating", 0, E_RV_UPDATING, "was updating"},
+    {E_RS_SHUTDOWN, "shutdown", 0, E_RV_CLOSED, "closed cleanly"},
+    // Recorded by removing the key.
+    {E_RS_FIRST_START, "firststart", 0, E_RV_NO_RUN, "no run is recorded"},
+    {E_RS_RESTART, "restart", 0, E_RV_RESTARTED, "restarting"},
 };
 
 const StateRow* rowOf(E_RuntimeState state)
@@ -63,6 +66,18 @@ QString runtimeStateWord(E_RuntimeState state)
 {
     const StateRow* row = rowOf(state);
     return row ? QString::fromLatin1(row->word) : QString();
+}
+
+E_RunVerdict runVerdict(E_RuntimeState state)
+{
+    const StateRow* row = rowOf(state);
+    return row ? row->verdict : E_RV_CRASHED;
+}
+
+QString runVerdictText(E_RuntimeState state)
+{
+    const StateRow* row = rowOf(state);
+    return row ? QString::fromLatin1(row->verdictText) : QString();
 }
 
 unsigned int potentialErrorOf(E_RuntimeState state)

@@ -18,43 +18,12 @@ using namespace TEKLUVA;
 
 namespace {
 
-struct VerdictRow
-{
-    E_RuntimeState state;
-    const char* verdict;
-};
-
-/// A state that does not end a run stays in the file while the application runs and after it has crashed: the
-/// file alone cannot tell which.
-constexpr VerdictRow VERDICTS[] = {
-    {E_RS_INITIALIZING, "running, or crashed, while it was initializing"},
-    {E_RS_STARTED, "running, or crashed, while it was started"},
-    {E_RS_CLOSING, "running, or crashed, while it was closing"},
-    {E_RS_CRASHING, "running, or crashed, while it was crashing"},
-    {E_RS_SHUTDOWN, "closed cleanly"},
-    {E_RS_CRASHED, "crashed"},
-    {E_RS_UPDATING, "was updating"},
-    {E_RS_FIRST_START, "no run is recorded"},
-    {E_RS_RESTART, "restarting"},
-};
-
-constexpr bool standInOrder()
-{
-    int expected = 0;
-    for (const VerdictRow& row : VERDICTS) {
-        if (row.state != ++expected)
-            return false;
-    }
-    return expected == E_RS_RESTART;
-}
-static_assert(standInOrder(), "one row per state, so that a state is an index");
-
 struct Record
 {
     QString file;
     LastRun run;
 
-    QString verdict() const { return QString::fromLatin1(VERDICTS[run.state - 1].verdict); }
+    QString verdict() const { return runVerdictText(run.state); }
 };
 
 Record recordIn(const QString& file)

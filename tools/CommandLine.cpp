@@ -1,8 +1,8 @@
-#include "tools/CommandLine.h"
+#include "CommandLine.h"
 
-#include "tools/commands/Command.h"
-#include "tools/support/ExitCode.h"
-#include "tools/support/Output.h"
+#include "commands/Command.h"
+#include "support/ExitCode.h"
+#include "support/Output.h"
 
 #include <QCommandLineParser>
 #include <QStringList>
@@ -23,7 +23,7 @@ bool beginsWith(const QStringList& list, const QStringList& beginning)
     return list.mid(0, beginning.size()) == beginning;
 }
 
-/// The commands whose words begin with \p words; all for no words.
+/// The commands whose words begin with \p words; all when that is empty.
 std::vector<Command> commandsBelow(const QStringList& words)
 {
     std::vector<Command> found;
@@ -76,7 +76,8 @@ QString helpOn(const std::vector<Command>& several)
         .arg(aligned(rows), optionHelp(commonOptions()));
 }
 
-/// Parses \p arguments, behind the words of a command. False, with an error text, for unknown options.
+/// Parses \p arguments, those after the words of a command. False, with an error text in \p line, for unknown
+/// options.
 bool parse(QCommandLineParser& line, const std::vector<Option>& options, const QStringList& arguments)
 {
     for (const Option& option : options) {
@@ -86,20 +87,20 @@ bool parse(QCommandLineParser& line, const std::vector<Option>& options, const Q
     return line.parse(QStringList(QStringLiteral("globalsctl")) + arguments);
 }
 
-/// Answers what each command has an answer to; false when none of that was asked.
-bool answerCommon(const QCommandLineParser& line, const QString& help)
+/// Prints the help or the version; false when neither is asked for.
+bool printCommon(const QCommandLineParser& line, const QString& help)
 {
     if (line.isSet(QStringLiteral("help")))
-        answer(help);
+        printResult(help);
     else if (line.isSet(QStringLiteral("version")))
-        answer(QStringLiteral("globalsctl " GLOBALSCTL_VERSION));
+        printResult(QStringLiteral("globalsctl " GLOBALSCTL_VERSION));
     else
         return false;
     return true;
 }
 
 /// What is wrong with the number of arguments; empty for nothing.
-QString misfit(const QStringList& expected, const QStringList& given)
+QString countError(const QStringList& expected, const QStringList& given)
 {
     const QString several = QStringLiteral("...");
     const bool hasEnd = expected.isEmpty() || !expected.last().contains(several);
@@ -116,14 +117,14 @@ int run(const Command& command, const QStringList& arguments)
     const QString prefix = QString::fromLatin1(command.words) + QStringLiteral(": ");
     QCommandLineParser line;
     if (!parse(line, optionsOf(command), arguments))
-        return complainOfUsage(prefix + line.errorText());
-    if (answerCommon(line, helpOn(command)))
+        return printUsageError(prefix + line.errorText());
+    if (printCommon(line, helpOn(command)))
         return Done;
-    const QString wrong = misfit(split(command.arguments), line.positionalArguments());
-    return wrong.isEmpty() ? command.run(line) : complainOfUsage(prefix + wrong);
+    const QString wrong = countError(split(command.arguments), line.positionalArguments());
+    return wrong.isEmpty() ? command.run(line) : printUsageError(prefix + wrong);
 }
 
-/// For arguments that do not begin with a command: with the first words of one, or with none.
+/// For arguments that begin with the first words of a command only, or with none of its words.
 int runWithoutCommand(const QStringList& arguments)
 {
     const auto isOption = [](const QString& argument) { return argument.startsWith(QLatin1Char('-')); };
@@ -131,17 +132,17 @@ int runWithoutCommand(const QStringList& arguments)
     const QStringList words = arguments.mid(0, static_cast<int>(firstOption - arguments.begin()));
     const std::vector<Command> below = commandsBelow(words);
     if (below.empty())
-        return complainOfUsage(QStringLiteral("unknown command \"%1\"").arg(words.join(QLatin1Char(' '))));
+        return printUsageError(QStringLiteral("unknown command \"%1\"").arg(words.join(QLatin1Char(' '))));
 
     QCommandLineParser line;
     if (!parse(line, commonOptions(), arguments.mid(words.size())))
-        return complainOfUsage(line.errorText());
-    if (answerCommon(line, helpOn(below)))
+        return printUsageError(line.errorText());
+    if (printCommon(line, helpOn(below)))
         return Done;
     QStringList names;
     for (const Command& command : below)
         names << QString::fromLatin1(command.words);
-    return complainOfUsage(
+    return printUsageError(
         QStringLiteral("a command is missing, one of: %1").arg(names.join(QStringLiteral(", "))));
 }
 
@@ -158,10 +159,10 @@ int runCommandLine(QStringList arguments)
     return runWithoutCommand(arguments);
 }
 
-int complainOfUsage(const QString& message)
+int printUsageError(const QString& message)
 {
-    complain(message);
-    report(QStringLiteral("Try \"globalsctl --help\"."));
+    printError(message);
+    printNote(QStringLiteral("Try \"globalsctl --help\"."));
     return WrongUsage;
 }
 

@@ -5,11 +5,11 @@ class QStringList;
 
 namespace globalsctl {
 
-/// Runs the command that \p arguments (without the program's name) ask for and answers the exit code. Lets
-/// the exceptions of commands through.
+/// Runs the command that \p arguments, without the program's name, ask for. Returns the exit code. The
+/// exceptions of commands pass through.
 int runCommandLine(QStringList arguments);
 
-/// Says what is wrong with the arguments and where to look it up, and answers the exit code for that.
-int complainOfUsage(const QString& message);
+/// Prints what is wrong with the arguments, and where help is. Returns the exit code for wrong usage.
+int printUsageError(const QString& message);
 
 } // namespace globalsctl

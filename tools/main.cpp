@@ -1,7 +1,7 @@
-#include "tools/CommandLine.h"
-#include "tools/commands/Command.h"
-#include "tools/support/Failure.h"
-#include "tools/support/Output.h"
+#include "CommandLine.h"
+#include "commands/Command.h"
+#include "support/Failure.h"
+#include "support/Output.h"
 
 #include "globals/Exception.h"
 
@@ -19,13 +19,13 @@ int runGuarded(const QStringList& arguments)
         return globalsctl::runCommandLine(arguments);
     } catch (const globalsctl::Failure& e) {
         if (e.exitCode() == globalsctl::WrongUsage)
-            return globalsctl::complainOfUsage(e.reason());
-        globalsctl::complain(e.reason());
+            return globalsctl::printUsageError(e.reason());
+        globalsctl::printError(e.reason());
         return e.exitCode();
     } catch (const TEKLUVA::Exception& e) {
-        globalsctl::complain(QString::fromUtf8(e.getDescription()));
+        globalsctl::printError(QString::fromUtf8(e.getDescription()));
     } catch (const std::exception& e) {
-        globalsctl::complain(QString::fromLocal8Bit(e.what()));
+        globalsctl::printError(QString::fromLocal8Bit(e.what()));
     }
     return globalsctl::Failed;
 }
@@ -37,8 +37,8 @@ int main(int argc, char** argv)
     globalsctl::reserveStandardStreams();
     const QCoreApplication application(argc, argv);
     const int exitCode = runGuarded(QCoreApplication::arguments().mid(1));
-    if (globalsctl::flushAnswers())
+    if (globalsctl::flushResults())
         return exitCode;
-    globalsctl::complain(QStringLiteral("the answer could not be written"));
+    globalsctl::printError(QStringLiteral("the answer could not be written"));
     return globalsctl::Failed;
 }

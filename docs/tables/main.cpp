@@ -2,7 +2,7 @@
 // library itself describes, in place of any that follows it. Doxygen reads the longer pages through this
 // program.
 
-#include "tools/support/PresetTypes.h"
+#include "support/PresetTypes.h"
 
 #include "globals/LastRun.h"
 #include "globals/PathRegistry.h"

@@ -1,10 +1,10 @@
-#include "tools/commands/Command.h"
-#include "tools/support/EntryWork.h"
-#include "tools/support/Extraction.h"
-#include "tools/support/Failure.h"
-#include "tools/support/Files.h"
-#include "tools/support/Output.h"
-#include "tools/support/Password.h"
+#include "commands/Command.h"
+#include "support/EntryWork.h"
+#include "support/Extraction.h"
+#include "support/Failure.h"
+#include "support/Files.h"
+#include "support/Output.h"
+#include "support/Password.h"
 
 #include "globals/DataFileCreator.h"
 #include "globals/DataFileReader.h"
@@ -35,11 +35,11 @@ QString textOf(const std::string& name)
     return QString::fromStdString(name);
 }
 
-/// An archive that can be opened, with the list of its entries as far as it can be read.
+/// An open archive, with the list of its entries up to where that is damaged.
 class Archive
 {
 public:
-    /// Throws Failure for what is no archive.
+    /// Throws Failure when \p path is no archive.
     Archive(const QString& path, const QString& password)
         : m_path(path)
         , m_reader(path, password)
@@ -56,13 +56,14 @@ public:
     const DataFileReader& reader() const { return m_reader; }
     const std::vector<Entry>& entries() const { return m_entries; }
 
-    /// To be answered when all that could be done with the entries is done.
-    int exitCode() const
+    /// Prints an error when the list is damaged; call it after the work on the entries. Returns the exit
+    /// code.
+    int reportDamage() const
     {
         if (m_isWhole)
             return Done;
-        complain(QStringLiteral("the list of entries in %1 is damaged; it ends after %2")
-                     .arg(m_path, QString::number(m_entries.size())));
+        printError(QStringLiteral("the list of entries in %1 is damaged; it ends after %2")
+                       .arg(m_path, QString::number(m_entries.size())));
         return Failed;
     }
 
@@ -73,29 +74,29 @@ private:
     bool m_isWhole = false;
 };
 
-void answerTable(const std::vector<Entry>& entries)
+void printTable(const std::vector<Entry>& entries)
 {
     QList<QStringList> rows = {{QStringLiteral("SIZE"), QStringLiteral("NAME")}};
     for (const Entry& entry : entries)
         rows << QStringList{QString::number(entry.size), printable(textOf(entry.name))};
-    answer(aligned(rows));
+    printResult(aligned(rows));
 }
 
-void answerJson(const std::vector<Entry>& entries)
+void printJson(const std::vector<Entry>& entries)
 {
     QJsonArray array;
     for (const Entry& entry : entries) {
         array << QJsonObject{{QStringLiteral("name"), textOf(entry.name)},
                              {QStringLiteral("size"), static_cast<qint64>(entry.size)}};
     }
-    answer(array);
+    printResult(array);
 }
 
-/// The entries that the user wants of an archive: all when none are named.
+/// The entries of an archive that the user wants: all when none are named.
 class Selection
 {
 public:
-    /// Complains of names that the archive does not have.
+    /// Prints an error for each of \p names that the archive does not have.
     Selection(const Archive& archive, const QStringList& names)
     {
         for (const QString& name : names)
@@ -106,9 +107,9 @@ public:
             absent.remove(QByteArray::fromStdString(entry.name));
         }
         for (const QByteArray& name : absent)
-            complain(QStringLiteral("%1 is not in %2")
-                         .arg(QFile::decodeName(name), archive.reader().getFilename()));
-        m_isWhole = absent.isEmpty();
+            printError(QStringLiteral("%1 is not in %2")
+                           .arg(QFile::decodeName(name), archive.reader().getFilename()));
+        m_isComplete = absent.isEmpty();
     }
 
     bool has(const std::string& name) const
@@ -116,37 +117,38 @@ public:
         return m_names.isEmpty() || m_names.contains(QByteArray::fromStdString(name));
     }
     int count() const { return m_count; }
-    /// Whether all names are there.
-    bool isWhole() const { return m_isWhole; }
+    /// Whether the archive has all names.
+    bool isComplete() const { return m_isComplete; }
 
 private:
     QSet<QByteArray> m_names;
     int m_count = 0;
-    bool m_isWhole = false;
+    bool m_isComplete = false;
 };
 
 /// False when an entry was left out; the others are written.
 bool extract(const Archive& archive, const Selection& selection, Extraction& extraction)
 {
     EntryWork work(QStringLiteral("Extracting"), selection.count());
-    bool isWhole = true;
+    bool isComplete = true;
     const bool isListed = archive.reader().visitArchivedFiles([&](const ArchivedFile& entry) {
         if (!selection.has(entry.name))
             return true;
         const QString name = textOf(entry.name);
-        if (!work.goOn(name))
+        if (!work.beginEntry(name))
             return false;
         const QString fault = extraction.extract(entry);
         if (!fault.isEmpty())
-            work.complain(QStringLiteral("entry \"%1\" %2").arg(name, fault));
-        isWhole = isWhole && fault.isEmpty();
+            work.printError(QStringLiteral("entry \"%1\" %2").arg(name, fault));
+        isComplete = isComplete && fault.isEmpty();
         return true;
     });
     work.throwIfStopped(QStringLiteral("%1 of %2 entries done").arg(work.count()).arg(selection.count()));
-    return isWhole && isListed;
+    return isComplete && isListed;
 }
 
-/// Entries have no folders, and so files of different folders may meet.
+/// Throws Failure for files that cannot be entries of one archive: entries are named without their folders,
+/// so two files may have the same name.
 void requirePackable(const QStringList& files)
 {
     QSet<QString> names;
@@ -165,10 +167,10 @@ int listData(const QCommandLineParser& line)
 {
     const Archive archive(line.positionalArguments().first(), QString());
     if (line.isSet(QStringLiteral("json")))
-        answerJson(archive.entries());
+        printJson(archive.entries());
     else
-        answerTable(archive.entries());
-    return archive.exitCode();
+        printTable(archive.entries());
+    return archive.reportDamage();
 }
 
 int extractData(const QCommandLineParser& line)
@@ -177,9 +179,9 @@ int extractData(const QCommandLineParser& line)
     const Archive archive(line.positionalArguments().first(), password.read(PasswordUse::Reading));
     const Selection selection(archive, line.positionalArguments().mid(1));
     Extraction extraction(line.value(QStringLiteral("to")), line.isSet(QStringLiteral("force")));
-    const bool isWhole = extract(archive, selection, extraction);
-    const int exitCode = archive.exitCode();
-    return isWhole && selection.isWhole() ? exitCode : Failed;
+    const bool isComplete = extract(archive, selection, extraction);
+    const int exitCode = archive.reportDamage();
+    return isComplete && selection.isComplete() ? exitCode : Failed;
 }
 
 int packData(const QCommandLineParser& line)
@@ -193,7 +195,7 @@ int packData(const QCommandLineParser& line)
 
     EntryWork work(QStringLiteral("Packing"), files.size());
     const bool isMade = DataFileCreator().createArchivFromFiles(
-        files, archive, password, [&work, &files](int entry) { return work.goOn(files[entry]); });
+        files, archive, password, [&work, &files](int entry) { return work.beginEntry(files[entry]); });
     work.throwIfStopped(archive + QStringLiteral(" was not written"));
     if (!isMade)
         throw Failure(QStringLiteral("%1 could not be written").arg(archive));

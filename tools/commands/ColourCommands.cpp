@@ -1,7 +1,7 @@
-#include "tools/CommandLine.h"
-#include "tools/commands/Command.h"
-#include "tools/support/ExitCode.h"
-#include "tools/support/Output.h"
+#include "CommandLine.h"
+#include "commands/Command.h"
+#include "support/ExitCode.h"
+#include "support/Output.h"
 
 #include "globals/Colour.h"
 
@@ -65,7 +65,7 @@ QString swatchOf(const Components& rgb)
         .arg(QString(16, QLatin1Char(' ')));
 }
 
-bool mayAnswerInColour()
+bool mayPrintColours()
 {
     return qEnvironmentVariableIsEmpty("NO_COLOR") && isatty(STDOUT_FILENO) != 0;
 }
@@ -89,13 +89,13 @@ QString listOf(const Components& values, int countOfFirst = 3)
     return aligned({{decimals(values[0], countOfFirst), decimals(values[1]), decimals(values[2])}});
 }
 
-void answerText(const Components& rgb, const Components& shown)
+void printText(const Components& rgb, const Components& shown)
 {
-    answer(aligned({{QStringLiteral("RGB"), listOf(rgb)},
-                    {QStringLiteral("hex"), hexOf(shown)},
-                    {QStringLiteral("HSV"), listOf(hsvOf(shown), 1)}}));
-    if (mayAnswerInColour())
-        answer(swatchOf(shown));
+    printResult(aligned({{QStringLiteral("RGB"), listOf(rgb)},
+                         {QStringLiteral("hex"), hexOf(shown)},
+                         {QStringLiteral("HSV"), listOf(hsvOf(shown), 1)}}));
+    if (mayPrintColours())
+        printResult(swatchOf(shown));
 }
 
 } // namespace
@@ -106,22 +106,22 @@ int showColour(const QCommandLineParser& line)
     bool isNumber = false;
     const double kelvin = argument.toDouble(&isNumber);
     if (!isNumber || !std::isfinite(kelvin) || kelvin <= 0)
-        return complainOfUsage(QStringLiteral("colour: \"%1\" is no temperature above 0").arg(argument));
+        return printUsageError(QStringLiteral("colour: \"%1\" is no temperature above 0").arg(argument));
 
     const Components rgb = colourOf(kelvin);
     if (!std::all_of(rgb.begin(), rgb.end(), [](float component) { return std::isfinite(component); })) {
-        complain(QStringLiteral("the light of %1 kelvins is too weak or too strong to compute its colour")
-                     .arg(argument));
+        printError(QStringLiteral("the light of %1 kelvins is too weak or too strong to compute its colour")
+                       .arg(argument));
         return Failed;
     }
     const Components shown = clamped(rgb);
     if (line.isSet(QStringLiteral("json"))) {
-        answer(QJsonObject{{QStringLiteral("kelvin"), kelvin},
-                           {QStringLiteral("rgb"), arrayOf(rgb)},
-                           {QStringLiteral("hex"), hexOf(shown)},
-                           {QStringLiteral("hsv"), arrayOf(hsvOf(shown))}});
+        printResult(QJsonObject{{QStringLiteral("kelvin"), kelvin},
+                                {QStringLiteral("rgb"), arrayOf(rgb)},
+                                {QStringLiteral("hex"), hexOf(shown)},
+                                {QStringLiteral("hsv"), arrayOf(hsvOf(shown))}});
     } else {
-        answerText(rgb, shown);
+        printText(rgb, shown);
     }
     return Done;
 }

@@ -11,7 +11,7 @@ struct Option
 {
     const char* name = nullptr; ///< without dashes
     const char* summary = nullptr;
-    const char* value = nullptr;   ///< what the value is called in help texts; null for an option without one
+    const char* value = nullptr;   ///< the name of its value in help texts; null for an option without one
     const char* initial = nullptr; ///< the value when the option is not given; null for none
 };
 
@@ -19,18 +19,18 @@ struct Option
 struct Command
 {
     const char* words; ///< what is typed, "presets show"
-    /// One word for each, "FILE"; one in brackets may be left out, and "..." behind the last means several.
+    /// One word for each: "FILE". One in brackets may be left out; "..." after the last means one or more.
     const char* arguments;
     const char* summary;
     std::vector<Option> options;
-    /// Gets the options and as many arguments as fit, and answers the exit code. May throw.
+    /// Gets the options and as many arguments as the command takes. Returns the exit code. May throw.
     int (*run)(const QCommandLineParser& line);
 };
 
 /// All commands, in the order of the help text.
 const std::vector<Command>& commands();
 
-/// The options that each command has beside its own.
+/// The options that every command has besides its own.
 const std::vector<Option>& commonOptions();
 
 /// All options that \p command takes, its own first.

@@ -1,7 +1,7 @@
-#include "tools/commands/Command.h"
-#include "tools/support/Failure.h"
-#include "tools/support/Files.h"
-#include "tools/support/Password.h"
+#include "commands/Command.h"
+#include "support/Failure.h"
+#include "support/Files.h"
+#include "support/Password.h"
 
 #include "globals/DataBlock.h"
 #include "globals/DataFileCreator.h"
@@ -15,7 +15,7 @@ using namespace TEKLUVA;
 
 namespace {
 
-/// One file made of another one and the password.
+/// How one file is made from another one and a password.
 struct Conversion
 {
     PasswordUse use;
@@ -26,7 +26,7 @@ struct Conversion
 QByteArray encrypted(const QString& /*path*/, const QByteArray& content, const QString& password)
 {
     QByteArray block = DataFileCreator().encryptData(content, password);
-    requireWhole(block, content);
+    requireCompleteBlock(block, content);
     return block;
 }
 

@@ -1,7 +1,7 @@
-#include "tools/commands/Command.h"
-#include "tools/support/ApplicationFolders.h"
-#include "tools/support/ExitCode.h"
-#include "tools/support/Output.h"
+#include "commands/Command.h"
+#include "support/ApplicationFolders.h"
+#include "support/ExitCode.h"
+#include "support/Output.h"
 
 #include "globals/PathRegistry.h"
 
@@ -43,7 +43,7 @@ QJsonObject objectOf(const TEKLUVA::PathDescription& path)
 
 int showPaths(const QCommandLineParser& line)
 {
-    lookAtFoldersOf(line);
+    useFoldersOf(line);
     QJsonArray objects;
     QList<QStringList> rows = {{QStringLiteral("TYPE"), QStringLiteral("ROLE"), QStringLiteral("PATH"),
                                 QStringLiteral("EXISTS"), QStringLiteral("WHY")}};
@@ -52,9 +52,9 @@ int showPaths(const QCommandLineParser& line)
         rows << rowOf(path);
     }
     if (line.isSet(QStringLiteral("json")))
-        answer(objects);
+        printResult(objects);
     else
-        answer(aligned(rows));
+        printResult(aligned(rows));
     return Done;
 }
 

@@ -1,9 +1,9 @@
-#include "tools/commands/Command.h"
-#include "tools/support/Failure.h"
-#include "tools/support/Files.h"
-#include "tools/support/Output.h"
-#include "tools/support/PresetFile.h"
-#include "tools/support/PresetTypes.h"
+#include "commands/Command.h"
+#include "support/Failure.h"
+#include "support/Files.h"
+#include "support/Output.h"
+#include "support/PresetFile.h"
+#include "support/PresetTypes.h"
 
 #include <QCommandLineParser>
 #include <QJsonArray>
@@ -15,7 +15,7 @@ using namespace TEKLUVA;
 
 namespace {
 
-/// A preset with its values in the form that can be compared and shown.
+/// A preset with its values in their normal form, to be compared and shown.
 struct Shown
 {
     PresetDescription preset;
@@ -68,14 +68,14 @@ int showPresets(const QCommandLineParser& line)
 {
     const PresetFile file(line.positionalArguments().first());
     if (file.hasFaults()) {
-        report(file.report().join(QLatin1Char('\n')));
+        printNote(file.remarks().join(QLatin1Char('\n')));
         return Failed;
     }
     const QList<Shown> presets = presetsAfter(file, line.isSet(QStringLiteral("changed")));
     if (line.isSet(QStringLiteral("json")))
-        answer(arrayOf(presets));
+        printResult(arrayOf(presets));
     else
-        answer(tableOf(presets));
+        printResult(tableOf(presets));
     return Done;
 }
 
@@ -83,13 +83,14 @@ int checkPresets(const QCommandLineParser& line)
 {
     const QString path = line.positionalArguments().first();
     const PresetFile file(path);
-    for (const QString& remark : file.report())
-        answer(remark);
+    for (const QString& remark : file.remarks())
+        printResult(remark);
     if (file.hasFaults())
         return Failed;
-    answer(QStringLiteral("%1: good, %2 set")
-               .arg(path, file.presetCount() == 1 ? QStringLiteral("1 preset")
-                                                  : QStringLiteral("%1 presets").arg(file.presetCount())));
+    printResult(QStringLiteral("%1: good, %2 set")
+                    .arg(path, file.presetCount() == 1
+                                   ? QStringLiteral("1 preset")
+                                   : QStringLiteral("%1 presets").arg(file.presetCount())));
     return Done;
 }
 
@@ -98,15 +99,15 @@ int buildPresets(const QCommandLineParser& line)
     const QString path = line.positionalArguments().value(0);
     const QString target = line.positionalArguments().value(1);
     const PresetFile file(path);
-    for (const QString& remark : file.report())
-        report(remark);
+    for (const QString& remark : file.remarks())
+        printNote(remark);
     if (file.hasFaults())
         return Failed;
     if (!file.isPlain())
         throw Failure(QStringLiteral("File %1 is protected already").arg(path));
     requireReplaceable(target, {path});
     const QByteArray block = PresetManager::protectedContent(file.bytes());
-    requireWhole(block, file.bytes());
+    requireCompleteBlock(block, file.bytes());
     writeTarget(target, block);
     return Done;
 }

@@ -1,8 +1,8 @@
-#include "tools/CommandLine.h"
-#include "tools/commands/Command.h"
-#include "tools/support/ApplicationFolders.h"
-#include "tools/support/ExitCode.h"
-#include "tools/support/Output.h"
+#include "CommandLine.h"
+#include "commands/Command.h"
+#include "support/ApplicationFolders.h"
+#include "support/ExitCode.h"
+#include "support/Output.h"
 
 #include "globals/Settings.h"
 
@@ -18,7 +18,7 @@ using namespace TEKLUVA;
 
 namespace {
 
-/// What is to be done where. Arguments left out are empty.
+/// The arguments of a command, empty where they are left out, and the settings that it works on.
 struct Request
 {
     explicit Request(const QCommandLineParser& line)
@@ -27,7 +27,7 @@ struct Request
         , group(line.positionalArguments().value(0))
         , key(line.positionalArguments().value(1))
         , value(line.positionalArguments().value(2))
-        // Not isSet(), which warns of the commands that do not have the option.
+        // Not isSet(), which prints a warning for a command without that option.
         , inJson(line.optionNames().contains(QStringLiteral("json")))
     {
     }
@@ -40,28 +40,27 @@ struct Request
     bool inJson;
 };
 
-/// The store skips separators, so that "/" is as empty as "".
+/// The settings skip separators, so "/" is as empty as "".
 bool isEmptyName(const QString& name)
 {
     return name.count(QLatin1Char('/')) == name.size();
 }
 
-/// Runs \p command unless it is given an empty name, which the store takes for all there is: the whole group,
-/// or the whole file.
+/// Runs \p command unless a name is empty: for the settings that means the whole group, or the whole file.
 int runNamed(const QCommandLineParser& line, int (*command)(Request& request))
 {
     const QStringList arguments = line.positionalArguments();
     if (!arguments.isEmpty() && isEmptyName(arguments[0]))
-        return complainOfUsage(QStringLiteral("GROUP is empty"));
+        return printUsageError(QStringLiteral("GROUP is empty"));
     if (arguments.size() > 1 && isEmptyName(arguments[1]))
-        return complainOfUsage(QStringLiteral("KEY is empty"));
+        return printUsageError(QStringLiteral("KEY is empty"));
     Request request(line);
     return command(request);
 }
 
 int failAsAbsent(const QString& what, const Request& request)
 {
-    complain(QStringLiteral("%1 is not in %2").arg(what, request.file));
+    printError(QStringLiteral("%1 is not in %2").arg(what, request.file));
     return Failed;
 }
 
@@ -76,18 +75,18 @@ int failAsKeyAbsent(const Request& request)
                         request);
 }
 
-/// To be answered after a change.
+/// Prints an error when the change is not on disk. Returns the exit code.
 int exitCodeOfWrite(const Request& request)
 {
     if (!request.settings.hasPendingChanges())
         return Done;
-    complain(QStringLiteral("%1 could not be written").arg(request.file));
+    printError(QStringLiteral("%1 could not be written").arg(request.file));
     return Failed;
 }
 
 bool hasGroup(const Request& request)
 {
-    // A group of nothing but sub-groups is there, too.
+    // A group that has only sub-groups exists, too.
     return request.settings.hasSettingGroup(request.group)
            || request.settings.getAllGroups().contains(request.group);
 }
@@ -118,12 +117,12 @@ QJsonObject objectOf(const QVariantMap& values)
     return object;
 }
 
-void answerLines(const QString& group, const QVariantMap& values)
+void printLines(const QString& group, const QVariantMap& values)
 {
     for (auto value = values.begin(); value != values.end(); ++value) {
         // A line break in a value must not look like the next setting.
         const QString text = textOf(*value).replace(QLatin1Char('\n'), QStringLiteral("\\n"));
-        answer(QStringLiteral("%1/%2=%3").arg(group, value.key(), text));
+        printResult(QStringLiteral("%1/%2=%3").arg(group, value.key(), text));
     }
 }
 
@@ -139,20 +138,20 @@ int list(Request& request)
         if (request.inJson)
             object.insert(group, objectOf(values));
         else
-            answerLines(group, values);
+            printLines(group, values);
     }
     if (request.inJson)
-        answer(object);
+        printResult(object);
     return Done;
 }
 
 int get(Request& request)
 {
-    // In this order, because only the first looks into the file again.
+    // In this order, because only getSetting() reads the file again.
     const QVariant value = request.settings.getSetting(request.group, request.key);
     if (!request.settings.hasSetting(request.group, request.key))
         return failAsKeyAbsent(request);
-    answer(textOf(value));
+    printResult(textOf(value));
     return Done;
 }
 

@@ -1,7 +1,7 @@
-#include "tools/commands/Command.h"
-#include "tools/support/ApplicationFolders.h"
-#include "tools/support/ExitCode.h"
-#include "tools/support/Output.h"
+#include "commands/Command.h"
+#include "support/ApplicationFolders.h"
+#include "support/ExitCode.h"
+#include "support/Output.h"
 
 #include "globals/LastRun.h"
 #include "globals/Settings.h"
@@ -29,7 +29,7 @@ struct Record
 Record recordIn(const QString& file)
 {
     const Settings settings(file, QSettings::IniFormat, QCoreApplication::instance());
-    // Read at one moment: the application may be writing the next record.
+    // All keys in one call: the application may be writing the next record.
     return {file, lastRunFrom(settings.getSettings(SettingsKeys::APPLICATION))};
 }
 
@@ -76,9 +76,9 @@ int showState(const QCommandLineParser& line)
 {
     const Record record = recordIn(settingsFileOf(line));
     if (line.isSet(QStringLiteral("json")))
-        answer(objectOf(record));
+        printResult(objectOf(record));
     else
-        answer(tableOf(record));
+        printResult(tableOf(record));
     return Done;
 }
 

@@ -1,7 +1,7 @@
-#include "tools/CommandLine.h"
-#include "tools/commands/Command.h"
-#include "tools/support/ExitCode.h"
-#include "tools/support/Output.h"
+#include "CommandLine.h"
+#include "commands/Command.h"
+#include "support/ExitCode.h"
+#include "support/Output.h"
 
 #include "globals/MeasurementManager.h"
 
@@ -32,7 +32,7 @@ constexpr DimensionRow DIMENSIONS[] = {
 
 using Words = QList<std::pair<QString, int>>;
 
-/// The words for a dimension, and which it is.
+/// The word for each dimension, with its number.
 Words dimensions()
 {
     Words words;
@@ -41,7 +41,7 @@ Words dimensions()
     return words;
 }
 
-/// The words for a unit, and which it is.
+/// The word for each unit, with its number.
 Words units()
 {
     Words words;
@@ -53,7 +53,8 @@ Words units()
     return words;
 }
 
-/// Which of the \p words the command line gives for \p option; a complaint and nothing for any other.
+/// The number of the one of \p words that is the value of \p option. For any other value prints a usage error
+/// and returns nothing.
 std::optional<int> chosen(const QCommandLineParser& line, const QString& option, const Words& words)
 {
     const QString given = line.value(option);
@@ -63,19 +64,19 @@ std::optional<int> chosen(const QCommandLineParser& line, const QString& option,
             return number;
         known << word;
     }
-    complainOfUsage(QStringLiteral("units: --%1 is \"%2\", not one of %3")
+    printUsageError(QStringLiteral("units: --%1 is \"%2\", not one of %3")
                         .arg(option, given, known.join(QStringLiteral(", "))));
     return std::nullopt;
 }
 
-void answerValue(const QCommandLineParser& line, double number, const QString& text)
+void printValue(const QCommandLineParser& line, double number, const QString& text)
 {
     if (line.isSet(QStringLiteral("json"))) {
-        answer(QJsonObject{{QStringLiteral("number"), number}, {QStringLiteral("text"), text}});
+        printResult(QJsonObject{{QStringLiteral("number"), number}, {QStringLiteral("text"), text}});
         return;
     }
-    answer(QString::number(number, 'g', QLocale::FloatingPointShortest));
-    answer(text);
+    printResult(QString::number(number, 'g', QLocale::FloatingPointShortest));
+    printResult(text);
 }
 
 } // namespace
@@ -92,15 +93,15 @@ int convertUnits(const QCommandLineParser& line)
     bool isNumber = false;
     const double value = given.toDouble(&isNumber);
     if (!isNumber || !std::isfinite(value))
-        return complainOfUsage(QStringLiteral("units: VALUE is \"%1\", not a number").arg(given));
+        return printUsageError(QStringLiteral("units: VALUE is \"%1\", not a number").arg(given));
     const MeasurementManager* manager = MeasurementManager::getInstance();
     const auto in = E_MeasurementDimension(*dimension);
     const auto shown = E_MeasurementUnit(*to);
     const double internal = manager->fromMeasurementUnit(in, E_MeasurementUnit(*from), value);
     const double number = manager->toMeasurementUnit(in, shown, internal);
     if (!std::isfinite(number))
-        return complainOfUsage(QStringLiteral("units: VALUE is too large"));
-    answerValue(line, number, manager->createMeasurementString(in, shown, internal, true));
+        return printUsageError(QStringLiteral("units: VALUE is too large"));
+    printValue(line, number, manager->createMeasurementString(in, shown, internal, true));
     return Done;
 }
 

@@ -1,11 +1,11 @@
-// Writes the manual page or the completion of globalsctl: a template in which the placeholders are replaced
-// by what the tool's table of commands says.
+// Writes the manual page or the completion of globalsctl: a template, with its placeholders replaced by texts
+// from the tool's table of commands.
 //
 //     globalsctl_manual TEMPLATE OUTPUT
 
-#include "tools/commands/Command.h"
-#include "tools/support/ExitCode.h"
-#include "tools/support/Output.h"
+#include "commands/Command.h"
+#include "support/ExitCode.h"
+#include "support/Output.h"
 
 #include <QFile>
 #include <QSaveFile>
@@ -21,8 +21,8 @@ struct Escape
     const char* roff;
 };
 
-/// Roff would take these for commands or replace them by typographic ones, which nobody can paste into a
-/// shell. The last two are missing on plain terminals.
+/// Roff takes these for commands, or replaces them by typographic ones, which cannot be pasted into a shell.
+/// Plain terminals lack the last two.
 constexpr Escape ESCAPES[] = {
     {'\\', "\\e"},  {'-', "\\-"},   {'\'', "\\(aq"}, {'^', "\\(ha"},
     {'~', "\\(ti"}, {'`', "\\(ga"}, {0xB2, "2"},     {0xB3, "3"},
@@ -39,7 +39,7 @@ QString roffOf(uint character)
     return QStringLiteral("\\[u%1]").arg(QString::number(character, 16).toUpper(), 4, QLatin1Char('0'));
 }
 
-/// \p text as it reads, whatever roff thinks of its characters.
+/// \p text with the escapes that make roff print it as it is.
 QString roff(const char* text)
 {
     QString escaped;
@@ -135,7 +135,7 @@ constexpr Placeholder PLACEHOLDERS[] = {
 
 int fail(const QFileDevice& file)
 {
-    globalsctl::report(QStringLiteral("%1: %2").arg(file.fileName(), file.errorString()));
+    globalsctl::printNote(QStringLiteral("%1: %2").arg(file.fileName(), file.errorString()));
     return globalsctl::Failed;
 }
 
@@ -157,7 +157,7 @@ int writeFilled(QFile& source, QSaveFile& target)
 int main(int argc, char** argv)
 {
     if (argc != 3) {
-        globalsctl::report(QStringLiteral("Usage: globalsctl_manual TEMPLATE OUTPUT"));
+        globalsctl::printNote(QStringLiteral("Usage: globalsctl_manual TEMPLATE OUTPUT"));
         return globalsctl::WrongUsage;
     }
     QFile source(QFile::decodeName(argv[1]));

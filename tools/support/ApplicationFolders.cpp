@@ -1,6 +1,6 @@
-#include "tools/support/ApplicationFolders.h"
+#include "support/ApplicationFolders.h"
 
-#include "tools/support/Failure.h"
+#include "support/Failure.h"
 
 #include "globals/PathRegistry.h"
 #include "globals/SettingsKeys.h"
@@ -13,7 +13,7 @@ namespace globalsctl {
 
 using namespace TEKLUVA;
 
-void lookAtFoldersOf(const QCommandLineParser& line)
+void useFoldersOf(const QCommandLineParser& line)
 {
     QCoreApplication::setOrganizationName(line.value(QStringLiteral("organization")));
     QCoreApplication::setApplicationName(line.value(QStringLiteral("application")));
@@ -21,8 +21,8 @@ void lookAtFoldersOf(const QCommandLineParser& line)
 
 QString settingsFileOf(const QCommandLineParser& line)
 {
-    lookAtFoldersOf(line);
-    // Described, because asking the configuration manager would make the folder.
+    useFoldersOf(line);
+    // The configuration manager would create the folder.
     QFile file(describePaths()[E_PT_SETTINGS - 1].path + SettingsKeys::FILE_NAME);
     if (file.exists() && !file.open(QIODevice::ReadOnly)) {
         throw Failure(QStringLiteral("File %1 cannot be read: %2").arg(file.fileName(), file.errorString()));

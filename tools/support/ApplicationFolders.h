@@ -7,11 +7,11 @@ class QCommandLineParser;
 /// The folders of the application that the options --organization and --application name.
 namespace globalsctl {
 
-/// Makes the library look there: both are names of folders on the way.
-void lookAtFoldersOf(const QCommandLineParser& line);
+/// Makes the library use these folders: both names are part of their paths.
+void useFoldersOf(const QCommandLineParser& line);
 
-/// Where the settings file of that application is, or would be; makes nothing. Throws Failure for
-/// a file that is there but cannot be read, because it would pass for one without settings.
+/// The path of that application's settings file, which need not exist; creates nothing. Throws Failure for a
+/// file that exists and cannot be read: the library would take it for one without settings.
 QString settingsFileOf(const QCommandLineParser& line);
 
 } // namespace globalsctl

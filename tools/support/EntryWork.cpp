@@ -1,6 +1,6 @@
-#include "tools/support/EntryWork.h"
+#include "support/EntryWork.h"
 
-#include "tools/support/Output.h"
+#include "support/Output.h"
 
 #include "globals/StateHandler.h"
 
@@ -24,7 +24,7 @@ EntryWork::EntryWork(const QString& title, int entries)
     states->setProgressStepState(STEP, ProgressStep::E_PS_RUNNING);
 }
 
-bool EntryWork::goOn(const QString& entry)
+bool EntryWork::beginEntry(const QString& entry)
 {
     StateHandler* states = StateHandler::getInstance();
     m_isStopped = states->wasAborted();
@@ -36,10 +36,10 @@ bool EntryWork::goOn(const QString& entry)
     return true;
 }
 
-void EntryWork::complain(const QString& message)
+void EntryWork::printError(const QString& message)
 {
     m_display.clear();
-    globalsctl::complain(message);
+    globalsctl::printError(message);
 }
 
 void EntryWork::throwIfStopped(const QString& consequence)

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tools/support/Interruption.h"
-#include "tools/support/ProgressDisplay.h"
+#include "support/Interruption.h"
+#include "support/ProgressDisplay.h"
 
 namespace globalsctl {
 
@@ -15,15 +15,15 @@ public:
     EntryWork(const QString& title, int entries);
 
     /// To be asked before each entry: false when the work is to end.
-    bool goOn(const QString& entry);
+    bool beginEntry(const QString& entry);
 
     /// How many entries were begun.
     int count() const { return m_count; }
 
     /// Complains without disturbing the display.
-    void complain(const QString& message);
+    void printError(const QString& message);
 
-    /// Throws Failure, which names the \p consequence, when goOn() has ended the work.
+    /// Throws Failure, which names the \p consequence, when beginEntry() has ended the work.
     void throwIfStopped(const QString& consequence);
 
 private:

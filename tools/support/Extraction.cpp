@@ -1,7 +1,7 @@
-#include "tools/support/Extraction.h"
+#include "support/Extraction.h"
 
-#include "tools/support/Failure.h"
-#include "tools/support/NewFile.h"
+#include "support/Failure.h"
+#include "support/NewFile.h"
 
 #include "globals/DataFileReader.h"
 
@@ -28,7 +28,7 @@ bool isAbsolute(const std::string& name)
     return isSeparator(name[0]) || hasDrive;
 }
 
-bool leadsUpwards(const std::string& name)
+bool hasParentStep(const std::string& name)
 {
     std::size_t begin = 0;
     while (begin <= name.size()) {
@@ -47,7 +47,7 @@ QString faultOf(const std::string& name)
         return QStringLiteral("has no name");
     if (isAbsolute(name))
         return QStringLiteral("has an absolute name");
-    return leadsUpwards(name) ? QStringLiteral("has a name with \"..\"") : QString();
+    return hasParentStep(name) ? QStringLiteral("has a name with \"..\"") : QString();
 }
 
 QString write(const fs::path& place, const QByteArray& content)

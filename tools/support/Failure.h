@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/support/ExitCode.h"
+#include "support/ExitCode.h"
 
 #include <QString>
 
@@ -8,7 +8,7 @@
 
 namespace globalsctl {
 
-/// Ends a command from wherever it is: main() complains of the reason and exits with the code.
+/// Ends a command, from any depth: main() prints the reason as an error and exits with the code.
 class Failure : public std::runtime_error
 {
 public:

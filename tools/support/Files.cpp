@@ -1,8 +1,8 @@
-#include "tools/support/Files.h"
+#include "support/Files.h"
 
-#include "tools/support/Failure.h"
-#include "tools/support/Interruption.h"
-#include "tools/support/NewFile.h"
+#include "support/Failure.h"
+#include "support/Interruption.h"
+#include "support/NewFile.h"
 
 #include "globals/DataBlock.h"
 
@@ -75,7 +75,7 @@ void writeTarget(const QString& target, const QByteArray& content)
         throw Failure(QStringLiteral("%1 could not be written: %2").arg(target, file.error()));
 }
 
-void requireWhole(const QByteArray& block, const QByteArray& plain)
+void requireCompleteBlock(const QByteArray& block, const QByteArray& plain)
 {
     if (block.size() < TEKLUVA::DataBlock::HEADER_SIZE + plain.size())
         throw Failure(QStringLiteral("there is not enough memory to encrypt %1 bytes").arg(plain.size()));

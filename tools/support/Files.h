@@ -27,6 +27,6 @@ void requireReplaceable(const QString& target, const QStringList& sources);
 void writeTarget(const QString& target, const QByteArray& content);
 
 /// Refuses a \p block without the cipher text of \p plain, for which there was no memory.
-void requireWhole(const QByteArray& block, const QByteArray& plain);
+void requireCompleteBlock(const QByteArray& block, const QByteArray& plain);
 
 } // namespace globalsctl

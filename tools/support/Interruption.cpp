@@ -1,6 +1,6 @@
-#include "tools/support/Interruption.h"
+#include "support/Interruption.h"
 
-#include "tools/support/Failure.h"
+#include "support/Failure.h"
 
 #include "globals/StateHandler.h"
 

@@ -1,4 +1,4 @@
-#include "tools/support/NewFile.h"
+#include "support/NewFile.h"
 
 #include <QRandomGenerator>
 

@@ -12,7 +12,7 @@ namespace globalsctl {
 ///
 ///     NewFile file(path);
 ///     if (!file.write(content) || !file.commit())
-///         complain(file.error());
+///         printError(file.error());
 ///
 /// Not QSaveFile: names from archives are bytes that QFile would change where they are no UTF-8, and ten
 /// thousand extracted files cannot wait for the disk each.

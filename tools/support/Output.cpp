@@ -1,4 +1,4 @@
-#include "tools/support/Output.h"
+#include "support/Output.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -17,7 +17,7 @@ namespace {
 void write(std::FILE* stream, const QString& text)
 {
     const QByteArray line = text.toUtf8() + '\n';
-    // A failure stays with the stream until flushAnswers() asks.
+    // A failure stays with the stream until flushResults() asks.
     static_cast<void>(std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stream));
 }
 
@@ -72,34 +72,34 @@ void reserveStandardStreams()
         close(descriptor);
 }
 
-void answer(const QString& text)
+void printResult(const QString& text)
 {
     write(stdout, text);
 }
 
-void answer(const QJsonArray& array)
+void printResult(const QJsonArray& array)
 {
-    answer(textOf(QJsonDocument(array)));
+    printResult(textOf(QJsonDocument(array)));
 }
 
-void answer(const QJsonObject& object)
+void printResult(const QJsonObject& object)
 {
-    answer(textOf(QJsonDocument(object)));
+    printResult(textOf(QJsonDocument(object)));
 }
 
-bool flushAnswers()
+bool flushResults()
 {
     return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
 }
 
-void report(const QString& text)
+void printNote(const QString& text)
 {
     write(stderr, text);
 }
 
-void complain(const QString& message)
+void printError(const QString& message)
 {
-    report(QStringLiteral("globalsctl: ") + printable(message));
+    printNote(QStringLiteral("globalsctl: ") + printable(message));
 }
 
 QString printable(const QString& text)

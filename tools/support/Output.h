@@ -14,18 +14,18 @@ namespace globalsctl {
 /// the answer. To be called before anything is opened.
 void reserveStandardStreams();
 
-/// Writes \p text and a line end. Whether that worked, flushAnswers() tells.
-void answer(const QString& text);
-void answer(const QJsonArray& array);
-void answer(const QJsonObject& object);
+/// Writes \p text and a line end. Whether that worked, flushResults() tells.
+void printResult(const QString& text);
+void printResult(const QJsonArray& array);
+void printResult(const QJsonObject& object);
 
 /// False when not all answers could be written.
-[[nodiscard]] bool flushAnswers();
+[[nodiscard]] bool flushResults();
 
 /// Writes \p text and a line end beside the answer.
-void report(const QString& text);
+void printNote(const QString& text);
 /// The same behind the name of the program, and printable.
-void complain(const QString& message);
+void printError(const QString& message);
 
 /// \p text with control characters as escapes, "\x1b": names from files must not steer the terminal.
 QString printable(const QString& text);

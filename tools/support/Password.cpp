@@ -1,7 +1,7 @@
-#include "tools/support/Password.h"
+#include "support/Password.h"
 
-#include "tools/support/Failure.h"
-#include "tools/support/Terminal.h"
+#include "support/Failure.h"
+#include "support/Terminal.h"
 
 #include "globals/DataFileCreator.h"
 

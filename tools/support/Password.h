@@ -14,20 +14,20 @@ enum class PasswordNeed {
 
 enum class PasswordUse {
     Reading,
-    Writing, ///< typed twice, and only passwords with which the application can read the result
+    Writing, ///< is typed twice, and must be one with which the application can read the result
 };
 
-/// Where a command gets its password from, as its options say. Never from the command line itself, which
-/// other users of the machine can see.
+/// Where a command gets its password from, as its options say. The command line itself never has it, because
+/// other users of the machine can see that.
 class PasswordSource
 {
 public:
-    /// Throws Failure for wrong usage: for more than one of the options, and for none where a password is
-    /// needed and there is no terminal to ask for it.
+    /// Throws Failure for wrong usage: more than one of the options is given, or none although a password is
+    /// required and there is no terminal to ask for it.
     PasswordSource(const QCommandLineParser& line, PasswordNeed need);
 
-    /// Reads the password; empty when none is wanted. Throws Failure for one that cannot be had or used, and
-    /// when the prompt for it is interrupted.
+    /// Reads the password; empty when no option asks for one. Throws Failure when it cannot be read or used,
+    /// or when the prompt for it is interrupted.
     QString read(PasswordUse use) const;
 
 private:

@@ -1,8 +1,8 @@
-#include "tools/support/PresetFile.h"
+#include "support/PresetFile.h"
 
-#include "tools/support/Failure.h"
-#include "tools/support/Files.h"
-#include "tools/support/PresetTypes.h"
+#include "support/Failure.h"
+#include "support/Files.h"
+#include "support/PresetTypes.h"
 
 #include "globals/DataBlock.h"
 #include "globals/Exception.h"
@@ -17,7 +17,7 @@ using namespace TEKLUVA;
 
 namespace {
 
-/// A preset file has about a hundred lines; what is larger was named by mistake.
+/// Bytes. A preset file has about a hundred lines; a larger file was named by mistake.
 constexpr qint64 LARGEST_FILE = 1 << 20;
 
 bool isUnprintable(QChar c)
@@ -71,7 +71,7 @@ PresetFile::PresetFile(const QString& path)
     noteWithoutEffect();
 }
 
-QStringList PresetFile::report() const
+QStringList PresetFile::remarks() const
 {
     QStringList lines;
     for (auto line = m_remarks.begin(); line != m_remarks.end(); ++line) {
@@ -96,7 +96,7 @@ void PresetFile::readLines(const QString& text)
 {
     const QStringList lines = text.split(QLatin1Char('\n'));
     for (int line = 1; line <= lines.size(); ++line) {
-        // Here and not in main, because the lines behind a fault are to be read, too.
+        // Caught here and not in main(): the lines after a faulty one are to be read, too.
         try {
             if (const auto entry = PresetManager::parseLine(lines[line - 1]))
                 readEntry(*entry, line);
@@ -126,7 +126,7 @@ void PresetFile::write(E_PresetValue preset, const PresetLine& entry, int line)
 {
     PresetManager::getInstance()->setPreset(preset, entry.value);
     const PresetDescription& description = m_descriptions[preset];
-    // Text has no bounds to be moved into: it is taken or not.
+    // Text is not moved into bounds: it is taken or refused.
     const bool isRefused = description.type == QLatin1String("string")
                            && PresetManager::getPreset(preset).toString() != entry.value;
     if (isRefused)
@@ -145,7 +145,7 @@ void PresetFile::noteIfGivenBefore(E_PresetValue preset, const PresetLine& entry
 
 void PresetFile::noteWithoutEffect()
 {
-    // Once all lines are read, as a later one may move a value, too.
+    // After all lines are read, because a later one may move the value of an earlier one.
     for (auto written = m_written.begin(); written != m_written.end(); ++written) {
         const PresetDescription& description = m_descriptions[written.key()];
         const PresetType& type = presetType(description.type);

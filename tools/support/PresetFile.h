@@ -7,23 +7,24 @@
 
 namespace globalsctl {
 
-/// A preset file, read into the PresetManager as the application reads it, except that reading goes on behind
-/// a faulty line. The file may be a protected one or its plain text.
+/// A preset file, read into the PresetManager as the application reads it, except that reading continues
+/// after a faulty line. The file is protected or plain text.
 class PresetFile
 {
 public:
     /// Installs the built-in presets and reads the file over them. Throws Failure or TEKLUVA::Exception
-    /// for a file that cannot be read at all; faulty lines are for report().
+    /// for a file that cannot be read at all; faulty lines are for remarks().
     explicit PresetFile(const QString& path);
 
     bool hasFaults() const { return m_hasFaults; }
-    /// What is to be said of the lines, in their order: "FILE:LINE: error: MESSAGE", or "note" for what is
-    /// allowed but may surprise.
-    QStringList report() const;
-    /// Whether the file is the plain text, and then what it holds.
+    /// The faults of the lines, in their order, as "FILE:LINE: error: MESSAGE", and as "note" what is allowed
+    /// but may surprise.
+    QStringList remarks() const;
+    /// Whether the file is plain text.
     bool isPlain() const { return m_isPlain; }
+    /// What the file contains, protected or plain.
     const QByteArray& bytes() const { return m_bytes; }
-    /// How many presets the file sets.
+    /// The number of presets that the file sets.
     int presetCount() const { return m_written.size(); }
     /// The value of \p preset before the file was read.
     QVariant builtIn(TEKLUVA::E_PresetValue preset) const { return m_builtIn.value(preset); }

@@ -1,4 +1,4 @@
-#include "tools/support/PresetTypes.h"
+#include "support/PresetTypes.h"
 
 #include <QStringList>
 
@@ -67,7 +67,7 @@ QJsonValue text(const QVariant& value)
     return value.toString();
 }
 
-/// Whatever is none of the others is text.
+/// The last one, text, stands for every other name.
 constexpr std::array<PresetType, 5> TYPES = {{
     {"double", "a number", &isFiniteNumber, &number},
     {"float", "a number", &isFiniteNumber, &number},
@@ -78,7 +78,7 @@ constexpr std::array<PresetType, 5> TYPES = {{
 
 QString inWords(double number)
 {
-    // A million in full, but no three hundred digits.
+    // A million is written in full, 1e300 is not.
     constexpr double LARGEST_IN_FULL = 1e15;
     const bool inFull = std::fabs(number) < LARGEST_IN_FULL && std::trunc(number) == number;
     return QString::number(number, inFull ? 'f' : 'g', QLocale::FloatingPointShortest);

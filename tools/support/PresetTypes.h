@@ -10,14 +10,14 @@ namespace globalsctl {
 struct PresetType
 {
     const char* name;
-    const char* wanted; ///< in words, "a number"
-    /// Whether the application makes of \p text what its writer meant.
+    const char* wanted; ///< in words: "a number"
+    /// Whether the application reads \p text as what its writer meant.
     bool (*accepts)(const QString& text);
-    /// What \p value, text or the type itself, comes down to: equal for equal values.
+    /// The normal form of \p value, which is text or of the type itself: equal for equal values.
     QJsonValue (*normal)(const QVariant& value);
 };
 
-/// The type that a preset's description names.
+/// The type with the name that a preset's description gives; text for any other name.
 const PresetType& presetType(const QString& name);
 
 /// A normal value as people write it.

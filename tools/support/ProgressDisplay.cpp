@@ -1,6 +1,6 @@
-#include "tools/support/ProgressDisplay.h"
+#include "support/ProgressDisplay.h"
 
-#include "tools/support/Output.h"
+#include "support/Output.h"
 
 #include "globals/StateHandler.h"
 

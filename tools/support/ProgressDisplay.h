@@ -13,8 +13,8 @@ namespace globalsctl {
 ///
 ///     [############..................]  40%  chairs.3ds
 ///
-/// on the standard error output, and nothing when that is no terminal. The line is gone in the end. On the
-/// main thread; to be made before the process whose steps it shows.
+/// The line is on the standard error output; when that is no terminal, nothing is shown. The destructor
+/// removes the line. Main thread only; make it before the process whose steps it shows.
 class ProgressDisplay
 {
     Q_DISABLE_COPY(ProgressDisplay)
@@ -23,7 +23,7 @@ public:
     ProgressDisplay();
     ~ProgressDisplay();
 
-    /// Takes the line away until something changes, so that a message can stand in its place.
+    /// Removes the line until the next change, so that a message can take its place.
     void clear();
 
 private:
@@ -31,7 +31,7 @@ private:
     void update(const TEKLUVA::ProgressStep& step);
     void draw(const QString& line);
 
-    QObject m_connections; ///< which end with it
+    QObject m_connections; ///< the receiver: the connections end with it
     QElapsedTimer m_sinceDrawn;
     int m_percent = -1;
     int m_drawn = 0; ///< columns

@@ -1,6 +1,6 @@
-#include "tools/support/Terminal.h"
+#include "support/Terminal.h"
 
-#include "tools/support/Failure.h"
+#include "support/Failure.h"
 
 #include <array>
 #include <cerrno>

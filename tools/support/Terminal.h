@@ -1,7 +1,7 @@
 #pragma once
 
 #include "globals/system/Descriptor_p.h"
-#include "tools/support/Interruption.h"
+#include "support/Interruption.h"
 
 #include <QByteArray>
 

@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 #include "commands/Command.h"
+#include "support/Console.h"
 #include "support/Failure.h"
 #include "support/Output.h"
 
@@ -12,7 +13,7 @@
 
 namespace {
 
-/// The one place where exceptions end.
+/// Returns the exit code. All exceptions end here.
 int runGuarded(const QStringList& arguments)
 {
     try {

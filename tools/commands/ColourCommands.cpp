@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 #include "commands/Command.h"
+#include "support/Console.h"
 #include "support/ExitCode.h"
 #include "support/Output.h"
 
@@ -12,8 +13,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-
-#include <unistd.h>
 
 namespace globalsctl {
 
@@ -67,7 +66,7 @@ QString swatchOf(const Components& rgb)
 
 bool mayPrintColours()
 {
-    return qEnvironmentVariableIsEmpty("NO_COLOR") && isatty(STDOUT_FILENO) != 0;
+    return qEnvironmentVariableIsEmpty("NO_COLOR") && isTerminal(StandardStream::Output);
 }
 
 QString decimals(float value, int count = 3)
@@ -75,7 +74,7 @@ QString decimals(float value, int count = 3)
     return QString::number(static_cast<double>(value), 'f', count);
 }
 
-/// The same three decimals as in the text; more would only show how single precision rounds.
+/// Three decimals, as in the text; more would only show the rounding of single precision.
 QJsonArray arrayOf(const Components& values)
 {
     QJsonArray array;

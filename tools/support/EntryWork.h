@@ -1,12 +1,12 @@
 #pragma once
 
-#include "support/Interruption.h"
+#include "support/Console.h"
 #include "support/ProgressDisplay.h"
 
 namespace globalsctl {
 
-/// Work on the entries of an archive, one after the other: a process of the StateHandler that is shown on the
-/// terminal and that signals end between two entries.
+/// Work on the entries of an archive, one by one: a process of the StateHandler, which is shown on the
+/// terminal and which a signal ends between two entries.
 class EntryWork
 {
     Q_DISABLE_COPY(EntryWork)
@@ -14,16 +14,16 @@ class EntryWork
 public:
     EntryWork(const QString& title, int entries);
 
-    /// To be asked before each entry: false when the work is to end.
+    /// Call it before each entry; false when the work is to end.
     bool beginEntry(const QString& entry);
 
-    /// How many entries were begun.
+    /// The number of entries begun.
     int count() const { return m_count; }
 
-    /// Complains without disturbing the display.
+    /// Prints the error without disturbing the display.
     void printError(const QString& message);
 
-    /// Throws Failure, which names the \p consequence, when beginEntry() has ended the work.
+    /// Throws Failure, which names the \p consequence, when a signal has ended the work.
     void throwIfStopped(const QString& consequence);
 
 private:

@@ -1,8 +1,8 @@
 #include "support/Extraction.h"
 
 #include "support/Failure.h"
-#include "support/NewFile.h"
 
+#include "globals/AtomicFile.h"
 #include "globals/DataFileReader.h"
 
 #include <QFile>
@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* SEPARATORS = "/\\"; ///< of all systems on which archives are made
+constexpr const char* SEPARATORS = "/\\"; ///< an archive may have been made on another system
 
 bool isSeparator(char character)
 {
@@ -28,6 +28,7 @@ bool isAbsolute(const std::string& name)
     return isSeparator(name[0]) || hasDrive;
 }
 
+/// Whether one of the parts of \p name is "..".
 bool hasParentStep(const std::string& name)
 {
     std::size_t begin = 0;
@@ -40,7 +41,7 @@ bool hasParentStep(const std::string& name)
     return false;
 }
 
-/// Why no file may have the name; empty for a good one.
+/// Why no file may have that \p name; empty for a good one.
 QString faultOf(const std::string& name)
 {
     if (name.empty())
@@ -52,8 +53,11 @@ QString faultOf(const std::string& name)
 
 QString write(const fs::path& place, const QByteArray& content)
 {
-    NewFile file(QByteArray::fromStdString(place.native()));
-    if (file.write(content) && file.commit())
+    using TEKLUVA::AtomicFile;
+    AtomicFile file(place, AtomicFile::Link::Replaced);
+    // Thousands of files cannot wait for the disk each.
+    const bool isPlaced = file.write(content) && file.commit(AtomicFile::Durability::Later);
+    if (isPlaced)
         return {};
     return QStringLiteral("could not be written: %1").arg(file.error());
 }
@@ -76,7 +80,7 @@ QString Extraction::extract(const TEKLUVA::ArchivedFile& entry)
     if (QString fault = faultOf(entry.name); !fault.isEmpty())
         return fault;
     const fs::path place = m_folder / entry.name;
-    const fs::path folder = place.parent_path(); // of "a/", which is a folder, it is "a"
+    const fs::path folder = place.parent_path(); // that of the entry "a/", a folder, is "a"
     if (QString fault = faultOfFolder(folder); !fault.isEmpty())
         return fault;
     if (!place.has_filename())
@@ -91,7 +95,7 @@ QString Extraction::extract(const TEKLUVA::ArchivedFile& entry)
 QString Extraction::faultOfFolder(const fs::path& folder)
 {
     if (folder.native() == m_lastFolder)
-        return {}; // most entries lie beside the one before, and to look again costs a third of the time
+        return {}; // true of most entries, and the checks below cost several system calls
     if (!isInside(folder))
         return QStringLiteral("would lie outside of the folder, through a link");
     std::error_code error;

@@ -14,22 +14,24 @@ namespace globalsctl {
 class Extraction
 {
 public:
-    /// Makes the folder if need be; throws Failure when it cannot be had. Files that exist are kept, unless
-    /// \p replaces is true.
+    /// Makes \p folder if it is missing; throws Failure when it cannot be made. Files that exist are kept
+    /// unless \p replaces is true.
     Extraction(const QString& folder, bool replaces);
 
-    /// Writes the entry, with the folders on its way. The reason why that could not be done; empty for none.
+    /// Writes the entry and the folders in its name. Returns why that failed, to be put after the entry's
+    /// name; empty when it is written.
     QString extract(const TEKLUVA::ArchivedFile& entry);
 
 private:
-    /// Makes \p folder if need be. Why no entry may lie in it; empty for none.
+    /// Makes \p folder if it is missing. Returns why no entry may be written into it; empty for a good one.
     QString faultOfFolder(const std::filesystem::path& folder);
     bool isInside(const std::filesystem::path& folder) const;
+    /// What is in the way of a file at \p place; empty for nothing.
     QString obstacleAt(const std::filesystem::path& place) const;
 
-    std::filesystem::path m_folder; ///< without links
+    std::filesystem::path m_folder; ///< canonical
     bool m_replaces;
-    std::string m_lastFolder; ///< in which an entry may lie
+    std::string m_lastFolder; ///< the last one that faultOfFolder() found good
 };
 
 } // namespace globalsctl

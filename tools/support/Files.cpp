@@ -1,52 +1,44 @@
 #include "support/Files.h"
 
+#include "support/Console.h"
 #include "support/Failure.h"
-#include "support/Interruption.h"
-#include "support/NewFile.h"
 
+#include "globals/AtomicFile.h"
 #include "globals/DataBlock.h"
+#include "globals/WholeFile.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace globalsctl {
 
-namespace {
-
-void openForReading(QFile& file, qint64 largest)
+void requireReadable(const QString& path, qint64 largest)
 {
-    const QString path = file.fileName();
     const QFileInfo info(path);
     if (!info.exists())
         throw Failure(QStringLiteral("File %1 is missing").arg(path));
     // A pipe or a device might never end.
     if (!info.isFile())
         throw Failure(QStringLiteral("%1 is not a regular file").arg(path));
+    QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw Failure(QStringLiteral("File %1 cannot be read: %2").arg(path, file.errorString()));
     if (file.size() > largest)
         throw Failure(QStringLiteral("File %1 is too large").arg(path));
 }
 
-} // namespace
-
-void requireReadable(const QString& path, qint64 largest)
-{
-    QFile file(path);
-    openForReading(file, largest);
-}
-
 QByteArray contentOf(const QString& path, qint64 largest)
 {
-    QFile file(path);
-    openForReading(file, largest);
-    const qint64 size = file.size();
-    QByteArray content = file.readAll();
-    if (content.size() < size)
-        throw Failure(QStringLiteral("File %1 cannot be read whole: %2").arg(path, file.errorString()));
-    return content;
+    requireReadable(path, largest);
+    QString reason;
+    std::optional<QByteArray> content = TEKLUVA::readWhole(path, largest, &reason);
+    if (!content)
+        throw Failure(QStringLiteral("File %1 cannot be read whole: %2").arg(path, reason));
+    return std::move(*content);
 }
 
 void requireReplaceable(const QString& target, const QStringList& sources)
@@ -67,12 +59,15 @@ void requireReplaceable(const QString& target, const QStringList& sources)
 void writeTarget(const QString& target, const QByteArray& content)
 {
     Interruption interruption;
-    NewFile file(QFile::encodeName(target));
-    if (!file.write(content) || !file.sync())
-        throw Failure(QStringLiteral("%1 could not be written: %2").arg(target, file.error()));
+    TEKLUVA::AtomicFile file(target, TEKLUVA::AtomicFile::Link::Replaced);
+    const auto require = [&target, &file](bool isDone) {
+        if (!isDone)
+            throw Failure(QStringLiteral("%1 could not be written: %2").arg(target, file.error()));
+    };
+    require(file.write(content));
+    require(file.sync());
     interruption.check(QStringLiteral("%1 was not written").arg(target));
-    if (!file.commit())
-        throw Failure(QStringLiteral("%1 could not be written: %2").arg(target, file.error()));
+    require(file.commit());
 }
 
 void requireCompleteBlock(const QByteArray& block, const QByteArray& plain)

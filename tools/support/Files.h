@@ -15,18 +15,18 @@ constexpr qint64 LARGEST_CONTENT = std::numeric_limits<int>::max() - 128;
 /// bytes.
 void requireReadable(const QString& path, qint64 largest = LARGEST_CONTENT);
 
-/// The whole content of a file that requireReadable() accepts.
+/// The whole content of a file, which must be one that requireReadable() accepts.
 QByteArray contentOf(const QString& path, qint64 largest = LARGEST_CONTENT);
 
-/// Refuses a place that is taken by something other than a regular file, or by one of \p sources: what comes
-/// out may be worth less than what it would replace, with a wrong password for one.
+/// Refuses a target that exists and is no regular file, or that is one of \p sources: with a wrong password,
+/// for example, the result is worth less than what it would replace.
 void requireReplaceable(const QString& target, const QStringList& sources);
 
-/// Writes the file \p target, which is whole and on disk then. A failure, and a signal to end, leave an older
-/// one as it was.
+/// Writes \p content to the file \p target; it is on disk when the function returns. A link is replaced, not
+/// followed. A failure or a signal to end leaves an older file as it was.
 void writeTarget(const QString& target, const QByteArray& content);
 
-/// Refuses a \p block without the cipher text of \p plain, for which there was no memory.
+/// Refuses a \p block that lacks the cipher text of \p plain: the library had no memory for it.
 void requireCompleteBlock(const QByteArray& block, const QByteArray& plain);
 
 } // namespace globalsctl

@@ -7,9 +7,6 @@
 
 #include <cstdio>
 
-#include <fcntl.h>
-#include <unistd.h>
-
 namespace globalsctl {
 
 namespace {
@@ -31,8 +28,8 @@ bool isUpperControl(QChar c)
     return isControl(c) && c >= QLatin1Char('\x7f');
 }
 
-/// \p text with the characters for which \p isBad holds as \p escape, in which "%1" is a number of so many
-/// hexadecimal \p digits.
+/// \p text with an \p escape in place of each character for which \p isBad holds. "%1" in the escape becomes
+/// the character's code, with \p digits hexadecimal digits.
 QString withEscapes(const QString& text, bool (*isBad)(QChar), const QString& escape, int digits)
 {
     QString shown;
@@ -60,17 +57,6 @@ QVector<int> columnWidths(const QList<QStringList>& rows)
 }
 
 } // namespace
-
-void reserveStandardStreams()
-{
-    // Opened for reading only: writing an answer to it has to fail.
-    int descriptor = 0;
-    do {
-        descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
-    if (descriptor >= 0)
-        close(descriptor);
-}
 
 void printResult(const QString& text)
 {

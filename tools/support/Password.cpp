@@ -1,7 +1,7 @@
 #include "support/Password.h"
 
+#include "support/Console.h"
 #include "support/Failure.h"
-#include "support/Terminal.h"
 
 #include "globals/DataFileCreator.h"
 
@@ -26,7 +26,7 @@ QByteArray fromFile(const QString& path, PasswordUse /*use*/)
     QFile file(path);
     const bool isStandardInput = path == QLatin1String("-");
     const bool isOpen =
-        isStandardInput ? file.open(STDIN_FILENO, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
+        isStandardInput ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
     if (!isOpen)
         throw Failure(QStringLiteral("File %1 cannot be read: %2").arg(path, file.errorString()));
     QByteArray line = file.readLine(LONGEST_LINE);
@@ -76,7 +76,7 @@ PasswordSource::PasswordSource(const QCommandLineParser& line, PasswordNeed need
     }
     if (m_source || need == PasswordNeed::Optional)
         return;
-    if (!Terminal::isThere())
+    if (!Terminal::isAvailable())
         throw Failure(QStringLiteral("--password-env, --password-file or --ask-password is missing"),
                       WrongUsage);
     m_source = &fromTerminal;
@@ -87,7 +87,7 @@ QString PasswordSource::read(PasswordUse use) const
     if (!m_source)
         return {};
     const QByteArray bytes = m_source(m_value, use);
-    // An empty one would mean: not encrypted.
+    // For the library an empty one means "not encrypted".
     if (bytes.isEmpty())
         throw Failure(QStringLiteral("the password is empty"));
     QString password = QString::fromUtf8(bytes);

@@ -1,13 +1,11 @@
 #include "support/ProgressDisplay.h"
 
+#include "support/Console.h"
 #include "support/Output.h"
 
 #include "globals/StateHandler.h"
 
 #include <cstdio>
-
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 namespace globalsctl {
 
@@ -17,15 +15,6 @@ namespace {
 
 constexpr int WIDEST_BAR = 30;
 constexpr qint64 DRAWING_PAUSE = 100; ///< milliseconds
-
-/// Columns of the terminal without the last one, behind which some terminals begin a new line.
-int usableColumns()
-{
-    constexpr int USUAL_COLUMNS = 80;
-    winsize size{};
-    const bool isKnown = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return (isKnown ? size.ws_col : USUAL_COLUMNS) - 1;
-}
 
 int percentOf(const ProgressStep& step)
 {
@@ -46,7 +35,7 @@ QString lineOf(int percent, const QString& text, int columns)
 
 ProgressDisplay::ProgressDisplay()
 {
-    if (isatty(STDERR_FILENO) == 0)
+    if (!isTerminal(StandardStream::Error))
         return;
     QObject::connect(StateHandler::getInstance(), &StateHandler::createNewProgressStepRequested,
                      &m_connections, [this](ProgressStep* step) { follow(step); });
@@ -78,7 +67,8 @@ void ProgressDisplay::update(const ProgressStep& step)
         return;
     m_percent = percent;
     m_sinceDrawn.start();
-    draw(lineOf(percent, step.getProgressStepText(), usableColumns()));
+    // Some terminals begin a new line after their last column.
+    draw(lineOf(percent, step.getProgressStepText(), terminalColumns() - 1));
 }
 
 void ProgressDisplay::draw(const QString& line)

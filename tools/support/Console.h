@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <memory>
+
+/// What the tool asks of the operating system besides files: standard streams, terminal and signals. Only
+/// Console_unix.cpp includes system headers.
+namespace globalsctl {
+
+enum class StandardStream {
+    Output,
+    Error,
+};
+
+/// Takes the descriptors of standard streams that are closed, so that no file opened later gets one and
+/// receives what is printed. Call it before anything is opened.
+void reserveStandardStreams();
+
+bool isTerminal(StandardStream stream);
+
+/// The width of the terminal's window at the standard error stream; 80 when that is unknown.
+int terminalColumns();
+
+/// Keeps the signals that ask the program to end (SIGHUP, SIGINT, SIGTERM) from ending it, as long as the
+/// scope lives, so that nothing is left half done. When events are processed, a signal becomes the abort
+/// request of the StateHandler.
+///
+/// Main thread only, one at a time. A signal that is ignored already, as by nohup, stays ignored.
+class Interruption
+{
+    Q_DISABLE_COPY(Interruption)
+
+public:
+    /// Throws Failure when the process cannot open another descriptor.
+    Interruption();
+    ~Interruption();
+
+    /// Throws Failure, which names the \p consequence, when a signal has arrived.
+    void check(const QString& consequence);
+
+private:
+    friend class Terminal; // waits for input and signals at once
+    struct System;
+
+    /// The number of the signal that has arrived, 0 for none.
+    int signal();
+    void requestAbort();
+
+    const std::unique_ptr<System> m_system;
+};
+
+/// The terminal of the process, wherever the standard streams lead. It does not show what is typed as long as
+/// the scope lives; a signal such as Ctrl-C ends the scope, too.
+class Terminal
+{
+    Q_DISABLE_COPY(Terminal)
+
+public:
+    /// Whether the process has a terminal.
+    static bool isAvailable();
+
+    /// Throws Failure when there is no terminal.
+    Terminal();
+    ~Terminal();
+
+    /// Prints \p prompt and returns the line that the user types, without its end; empty at the end of input.
+    /// Throws Failure when a signal arrives.
+    QByteArray ask(const QByteArray& prompt);
+
+private:
+    struct System;
+
+    void waitForInput();
+
+    Interruption m_interruption; ///< outlives the change of the terminal
+    const std::unique_ptr<System> m_system;
+};
+
+} // namespace globalsctl

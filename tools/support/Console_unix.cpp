@@ -1,0 +1,215 @@
+#include "support/Console.h"
+#include "support/Failure.h"
+
+#include <QSocketNotifier>
+
+#include <array>
+#include <cerrno>
+
+#include <csignal>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace globalsctl {
+
+/// A file descriptor that is closed at the end of its scope; a negative one stands for none.
+class Descriptor
+{
+    Q_DISABLE_COPY(Descriptor)
+
+public:
+    explicit Descriptor(int descriptor)
+        : m_descriptor(descriptor)
+    {
+    }
+    ~Descriptor()
+    {
+        if (isOpen())
+            ::close(m_descriptor);
+    }
+
+    bool isOpen() const { return m_descriptor >= 0; }
+    int get() const { return m_descriptor; }
+
+private:
+    const int m_descriptor;
+};
+
+namespace {
+
+constexpr std::array<int, 3> SIGNALS = {SIGHUP, SIGINT, SIGTERM};
+
+/// Where the signal handler writes to.
+volatile std::sig_atomic_t signalPipe = -1;
+
+/// Writes the number of the signal and does nothing else: a handler may run in the middle of any function.
+void noteSignal(int signal)
+{
+    const int before = errno;
+    const char number = static_cast<char>(signal);
+    // A full pipe has told of a signal already.
+    static_cast<void>(!::write(signalPipe, &number, 1));
+    errno = before;
+}
+
+std::array<int, 2> openPipe()
+{
+    std::array<int, 2> ends{};
+    bool isOpen = ::pipe(ends.data()) == 0;
+    for (const int end : ends)
+        isOpen = isOpen && ::fcntl(end, F_SETFD, FD_CLOEXEC) == 0 && ::fcntl(end, F_SETFL, O_NONBLOCK) == 0;
+    if (!isOpen)
+        throw Failure(QStringLiteral("signals cannot be waited for: %1").arg(qt_error_string(errno)));
+    return ends;
+}
+
+int openTerminal()
+{
+    return ::open("/dev/tty", O_RDWR | O_CLOEXEC);
+}
+
+/// \p terminal as it is to be while a password is typed.
+termios silent(termios terminal)
+{
+    terminal.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    terminal.c_lflag |= ICANON | ISIG;
+    // These keys would leave the shell with a silent terminal.
+    terminal.c_cc[VQUIT] = _POSIX_VDISABLE;
+    terminal.c_cc[VSUSP] = _POSIX_VDISABLE;
+    return terminal;
+}
+
+void show(const Descriptor& terminal, const QByteArray& text)
+{
+    // A terminal that takes no prompt may still give a line.
+    static_cast<void>(!::write(terminal.get(), text.constData(), static_cast<std::size_t>(text.size())));
+}
+
+} // namespace
+
+void reserveStandardStreams()
+{
+    // Opened for reading only: printing to it has to fail.
+    int descriptor = 0;
+    do {
+        descriptor = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+    if (descriptor >= 0)
+        ::close(descriptor);
+}
+
+bool isTerminal(StandardStream stream)
+{
+    return ::isatty(stream == StandardStream::Output ? STDOUT_FILENO : STDERR_FILENO) != 0;
+}
+
+int terminalColumns()
+{
+    constexpr int USUAL_COLUMNS = 80;
+    winsize size{};
+    const bool isKnown = ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return isKnown ? size.ws_col : USUAL_COLUMNS;
+}
+
+struct Interruption::System
+{
+    explicit System(const std::array<int, 2>& pipe)
+        : readEnd(pipe[0])
+        , writeEnd(pipe[1])
+        , notifier(pipe[0], QSocketNotifier::Read)
+    {
+    }
+
+    const Descriptor readEnd;
+    const Descriptor writeEnd;
+    QSocketNotifier notifier;
+    std::array<struct sigaction, SIGNALS.size()> before{};
+    int signal = 0;
+};
+
+Interruption::Interruption()
+    : m_system(std::make_unique<System>(openPipe()))
+{
+    QObject::connect(&m_system->notifier, &QSocketNotifier::activated, [this] {
+        m_system->notifier.setEnabled(false);
+        requestAbort();
+    });
+    signalPipe = m_system->writeEnd.get();
+    struct sigaction action = {};
+    action.sa_handler = &noteSignal;
+    action.sa_flags = SA_RESTART;
+    for (std::size_t i = 0; i < SIGNALS.size(); ++i) {
+        struct sigaction& before = m_system->before[i];
+        sigaction(SIGNALS[i], nullptr, &before);
+        if (before.sa_handler != SIG_IGN)
+            sigaction(SIGNALS[i], &action, nullptr);
+    }
+}
+
+Interruption::~Interruption()
+{
+    for (std::size_t i = 0; i < SIGNALS.size(); ++i)
+        sigaction(SIGNALS[i], &m_system->before[i], nullptr);
+}
+
+int Interruption::signal()
+{
+    char number = 0;
+    if (m_system->signal == 0 && ::read(m_system->readEnd.get(), &number, 1) == 1)
+        m_system->signal = static_cast<uchar>(number);
+    return m_system->signal;
+}
+
+struct Terminal::System
+{
+    const Descriptor terminal{openTerminal()};
+    termios before{};
+};
+
+bool Terminal::isAvailable()
+{
+    return Descriptor(openTerminal()).isOpen();
+}
+
+Terminal::Terminal()
+    : m_system(std::make_unique<System>())
+{
+    const Descriptor& terminal = m_system->terminal;
+    if (!terminal.isOpen() || tcgetattr(terminal.get(), &m_system->before) != 0)
+        throw Failure(QStringLiteral("there is no terminal to ask for a password"));
+    const termios wanted = silent(m_system->before);
+    tcsetattr(terminal.get(), TCSAFLUSH, &wanted);
+}
+
+Terminal::~Terminal()
+{
+    tcsetattr(m_system->terminal.get(), TCSAFLUSH, &m_system->before);
+    show(m_system->terminal, "\n");
+}
+
+QByteArray Terminal::ask(const QByteArray& prompt)
+{
+    show(m_system->terminal, prompt);
+    waitForInput();
+    // What a terminal collects for a line at the most.
+    std::array<char, 4096> typed{};
+    const ssize_t length = ::read(m_system->terminal.get(), typed.data(), typed.size());
+    QByteArray line(typed.data(), static_cast<int>(qMax<ssize_t>(0, length)));
+    if (line.endsWith('\n'))
+        line.chop(1);
+    return line;
+}
+
+void Terminal::waitForInput()
+{
+    std::array<pollfd, 2> sources = {
+        {{m_system->terminal.get(), POLLIN, 0}, {m_interruption.m_system->readEnd.get(), POLLIN, 0}}};
+    while (::poll(sources.data(), sources.size(), -1) < 0 && errno == EINTR)
+        continue;
+    m_interruption.check(QStringLiteral("no password was read"));
+}
+
+} // namespace globalsctl

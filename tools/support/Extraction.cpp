@@ -3,6 +3,7 @@
 #include "support/Failure.h"
 
 #include "globals/AtomicFile.h"
+#include "globals/Containment.h"
 #include "globals/DataFileReader.h"
 
 #include <QFile>
@@ -96,7 +97,7 @@ QString Extraction::faultOfFolder(const fs::path& folder)
 {
     if (folder.native() == m_lastFolder)
         return {}; // true of most entries, and the checks below cost several system calls
-    if (!isInside(folder))
+    if (!TEKLUVA::isWithin(folder, m_folder))
         return QStringLiteral("would lie outside of the folder, through a link");
     std::error_code error;
     fs::create_directories(folder, error);
@@ -104,15 +105,6 @@ QString Extraction::faultOfFolder(const fs::path& folder)
         return QStringLiteral("has a folder that could not be made");
     m_lastFolder = folder.native();
     return {};
-}
-
-bool Extraction::isInside(const fs::path& folder) const
-{
-    std::error_code error;
-    const fs::path real = fs::weakly_canonical(folder, error);
-    return !error
-           && std::mismatch(m_folder.begin(), m_folder.end(), real.begin(), real.end()).first
-                  == m_folder.end();
 }
 
 QString Extraction::obstacleAt(const fs::path& place) const

@@ -25,7 +25,6 @@ public:
 private:
     /// Makes \p folder if it is missing. Returns why no entry may be written into it; empty for a good one.
     QString faultOfFolder(const std::filesystem::path& folder);
-    bool isInside(const std::filesystem::path& folder) const;
     /// What is in the way of a file at \p place; empty for nothing.
     QString obstacleAt(const std::filesystem::path& place) const;
 

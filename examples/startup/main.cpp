@@ -9,6 +9,7 @@
 #include "globals/Log.h"
 #include "globals/LogManager.h"
 #include "globals/PresetManager.h"
+#include "globals/SettingsKeys.h"
 
 #include <QCoreApplication>
 #include <QDirIterator>
@@ -58,7 +59,7 @@ void showLastRun(const ConfigManager& config)
 {
     const E_RuntimeState state = config.getLastRuntimeState();
     out() << "Last run: " << runVerdictText(state);
-    if (state != E_RS_FIRST_START)
+    if (runVerdict(state) != E_RV_NO_RUN)
         out() << ", alive until " << config.getLastLifeTime().toString(Qt::ISODate);
     out() << "\n\n";
 }
@@ -87,7 +88,7 @@ void show()
     out() << "\nFiles made:\n";
     showFiles(config->getPath(E_PT_SETTINGS));
     out() << "\nSettings:\n";
-    showFile(config->getPath(E_PT_SETTINGS) + QStringLiteral("settings.ini"));
+    showFile(config->getPath(E_PT_SETTINGS) + SettingsKeys::FILE_NAME);
     out() << "\nLog:\n";
     showFile(QString::fromStdString(LogManager::getInstance()->getActiveLog()->getFilePath()));
 }

@@ -4,6 +4,7 @@
 #include "support/Output.h"
 
 #include "globals/PathRegistry.h"
+#include "globals/SettingsKeys.h"
 
 #include <QCommandLineParser>
 #include <QJsonArray>
@@ -15,7 +16,8 @@ namespace {
 
 QString reasonOf(const TEKLUVA::PathDescription& path)
 {
-    return path.overridden ? QStringLiteral("set by the user: %1 in User_Pathes").arg(path.overrideKey)
+    return path.overridden ? QStringLiteral("set by the user: %1 in %2")
+                                 .arg(path.overrideKey, TEKLUVA::SettingsKeys::USER_PATHS)
                            : path.rule;
 }
 

@@ -3,12 +3,11 @@
 #include "globals/PresetValue.h"
 #include "globals/globals_export.h"
 
-#include <QHash>
 #include <QList>
 #include <QString>
 #include <QVariant>
 
-#include <array>
+#include <memory>
 #include <optional>
 
 namespace TEKLUVA {
@@ -20,108 +19,122 @@ struct PresetLine
     QString value;
 };
 
-/// What is known of a preset beside its value, for people.
+/// A preset without its value, for people.
 struct PresetDescription
 {
     E_PresetValue value = E_PV_NONE;
     QString key;
-    /// The type of the built-in value: "double", "float", "int", "bool" or "string".
+    /// The type of the default: "double", "float", "int", "bool" or "string".
     QString type;
-    /// What bounds the value, in words.
+    /// The constraint in words, "min_room_height to max_room_height".
     QString bounds;
 };
 
 /// The tunable constants of the application: built-in defaults, overridden by the protected file
-/// "presets.dat". A value is clamped to its bounds when it is written. A bound takes its partner along, where
-/// it has one, and of the values between them those of the navigation; the others stay as they were written.
-/// A minimum is only ever raised and a maximum only ever lowered, so that a preset file can narrow the
-/// built-in range and never widen it.
+/// "presets.dat".
 ///
 ///     PresetManager::getInstance()->init();                       // throws Exception for a bad file
 ///     const double height = PresetManager::getPreset(E_PV_ROOM_HEIGHT).toDouble();
 ///
-/// Values are kept in the type they were given in: text from a file, int, float or double. Bounds compare
-/// them as numbers; text that is no number counts as 0.
+/// Bounds: a value is clamped to its bounds when it is written. A minimum is only ever raised and a maximum
+/// only ever lowered, so that a preset file can narrow the built-in range but not widen it. A bound that
+/// passes its partner moves the partner along, where it has one. A changed bound of the scene box clamps the
+/// navigation values again; all other values stay as they were written.
 ///
-/// Not thread-safe: filled by the start-up thread and read afterwards, then from any thread.
+/// Types: a value keeps the type it was given in, which is text when it comes from a file, and int, float,
+/// double or bool otherwise. Bounds compare values as numbers. Text that is no number counts as 0.
+///
+/// Threads: not thread-safe. The start-up thread fills it; afterwards any thread may read.
+///
+/// Ownership: getInstance() makes it, and nothing in the library deletes it.
 class GLOBALS_EXPORT PresetManager
 {
     Q_DISABLE_COPY(PresetManager)
 
 public:
-    /// The one instance, made empty on the first call. It lives until it is deleted or the process ends.
+    /// The one instance, made empty by the first call.
     static PresetManager* getInstance();
     ~PresetManager();
 
     /// \name Start-up
     /// @{
 
-    /// Installs the defaults and reads "presets.dat" in the application's folder. Throws Exception:
-    /// E_ET_MISSING_DATA without the file, E_ET_FATAL when it is an archive or holds a malformed line or an
-    /// unknown key; the presets before that line stay in force. Content that cannot be read is no lines, with
-    /// a warning.
+    /// Fills the map of keys, installs the defaults and reads "presets.dat" in the application's folder.
+    /// Throws Exception: E_ET_MISSING_DATA when the file is missing; E_ET_FATAL when it is an archive, or for
+    /// a malformed line or an unknown key. Presets before that line stay in force. When the content cannot be
+    /// read, nothing is overridden and the active log gets a warning.
     void init();
-    /// The pieces of init(), for other files and for text. Those that read throw as init() does.
+
+    /// The steps of init(), for other files and for text. Those that read throw as init() does.
     void fillNameMap();
     void setInitialPresets();
     void readFile(const QString& path);
     void readText(const QString& text);
     void readLine(const QString& line);
-    /// The decrypted text of a protected preset file.
+
+    /// The decrypted text of a protected preset file. Throws as init() does for the file. Empty when the
+    /// content cannot be read.
     static QString textOfFile(const QString& path);
-    /// The content of a protected preset file with \p text, UTF-8, whose lines are not checked. Its first 17
-    /// bytes only when it could not be encrypted, such as for want of memory.
+    /// The content of a protected preset file with \p text, which is UTF-8 and not checked. When the text
+    /// cannot be encrypted, for example for want of memory, the result has 17 bytes and no text.
     static QByteArray protectedContent(const QByteArray& text);
-    /// The two sides of a line KEY=VALUE; nothing for an empty line and a comment ("#").
+    /// The two sides of a line KEY=VALUE. Nothing for an empty line and for a comment ("#"). Throws Exception
+    /// for a malformed line.
     static std::optional<PresetLine> parseLine(const QString& line);
     /// @}
 
     /// \name Reading
     /// @{
 
-    /// The value of \p key in any case; E_PV_NONE for an unknown key, and for every key before fillNameMap().
+    /// The number of the preset \p key, which may be in upper and lower case. E_PV_NONE for an unknown key,
+    /// and for every key before fillNameMap().
     E_PresetValue getKey(const QString& key) const;
+    /// Whether a value is stored. False for a number that is no preset.
     static bool hasPreset(const E_PresetValue& value);
-    /// The stored entry itself, or the invalid fallback entry for a preset without a value.
+    /// The stored value. For a preset without one, and for a number that is no preset, the fallback entry,
+    /// which is invalid.
     static QVariant& getPreset(const E_PresetValue& value);
-    /// All presets that have a key, by number.
+    /// All presets that have a key, in the order of their numbers.
     static QList<PresetDescription> describePresets();
     /// @}
 
-    /// \name Checked writing
-    /// Both throw Exception, E_ET_FATAL, for a key or number that is no preset.
+    /// \name Writing with the rule of the preset
+    /// Both throw Exception with E_ET_FATAL for a key or a number that is no preset.
     /// @{
     void setPreset(const QString& key, const QVariant& value);
     void setPreset(const E_PresetValue& key, const QVariant& value);
     /// @}
 
-    /// \name Writing by hand
-    /// What setPreset() is made of. A bound or partner outside 1 to 101, or without a value, is left out.
+    /// \name Writing with a rule given by the caller
+    /// The rules of setPreset(). Any key may be E_PV_NONE or another number that is no preset: the step that
+    /// would use it is left out. So is one that would read a bound without a value.
     /// @{
+
+    /// Unchecked.
     void setValue(const E_PresetValue& key, const QVariant& value);
     /// Clamped between two presets.
     void setValue(const E_PresetValue& key, const QVariant& value, const E_PresetValue& minKey,
                   const E_PresetValue& maxKey);
     /// Clamped between two numbers.
     void setValue(const E_PresetValue& key, const QVariant& value, const double& min, const double& max);
-    /// Raises a minimum, and with it the maximum \p maxKey and the value \p valueKey where they are below.
+    /// Raises the minimum \p key, the maximum \p maxKey and the value \p valueKey to \p value where they are
+    /// below it. A minimum or value that is not stored yet becomes \p value.
     void setMinBound(const E_PresetValue& key, const QVariant& value, const E_PresetValue& maxKey,
                      const E_PresetValue& valueKey);
-    /// Lowers a maximum, and with it the minimum \p minKey and the value \p valueKey where they are above.
+    /// Lowers the maximum \p key, the minimum \p minKey and the value \p valueKey to \p value where they are
+    /// above it. A maximum or value that is not stored yet becomes \p value.
     void setMaxBound(const E_PresetValue& key, const QVariant& value, const E_PresetValue& minKey,
                      const E_PresetValue& valueKey);
     /// @}
 
 private:
-    PresetManager() = default;
-    void raise(const E_PresetValue& key, const QVariant& value);
-    void lower(const E_PresetValue& key, const QVariant& value);
+    class Private;
+
+    PresetManager();
 
     static PresetManager* __instance;
 
-    /// By number, from 0 on. An array, because presets are asked for in loops over geometry.
-    std::array<std::optional<QVariant>, E_PV_LIGHT_QUADRATIC_ATTENUATION + 1> m_presets;
-    QHash<QString, E_PresetValue> m_values; ///< by key
+    const std::unique_ptr<Private> d;
 };
 
 } // namespace TEKLUVA

@@ -2,11 +2,11 @@
 
 namespace TEKLUVA {
 
-/// The presets by number. The numbers and the keys they are named after are the contract with the application
-/// and its preset files.
+/// The presets. The numbers are the contract with the application, the names in lower case are the keys in
+/// its preset files.
 enum E_PresetValue : int {
-    E_PV_NONE = 0,     ///< no preset: the answer to an unknown key, never stored
-    E_PV_FALLBACK = 1, ///< the invalid entry that stands in for a preset without a value; has no key
+    E_PV_NONE = 0,     ///< no preset: what an unknown key is, never stored
+    E_PV_FALLBACK = 1, ///< the invalid entry that is read in place of a preset without a value; has no key
     E_PV_MIN_ROOM_HEIGHT = 2,
     E_PV_MAX_ROOM_HEIGHT = 3,
     E_PV_ROOM_HEIGHT = 4,

@@ -9,7 +9,11 @@
 #include "globals/presets/PresetTable_p.h"
 
 #include <QFile>
+#include <QHash>
 #include <QStringList>
+
+#include <algorithm>
+#include <vector>
 
 namespace TEKLUVA {
 
@@ -21,21 +25,11 @@ namespace {
     throw Exception(type, description.toStdString(), true);
 }
 
-constexpr bool isGiven(E_PresetValue key)
-{
-    return key >= E_PV_FALLBACK && key <= E_PV_FALLBACK + PRESET_COUNT;
-}
-
-constexpr std::size_t placeOf(E_PresetValue key)
-{
-    return static_cast<std::size_t>(key);
-}
-
-/// Turns a built-in value into what is stored, and names its type.
+/// Makes what is stored of a default.
 struct ToVariant
 {
     QVariant operator()(const char* text) const { return QString::fromLatin1(text); }
-    QVariant operator()(float (*current)()) const { return current(); }
+    QVariant operator()(float (*value)()) const { return value(); }
     template <typename Number>
     QVariant operator()(Number number) const
     {
@@ -43,6 +37,7 @@ struct ToVariant
     }
 };
 
+/// The type in which a default is stored.
 struct TypeName
 {
     QString operator()(double /*value*/) const { return QStringLiteral("double"); }
@@ -53,10 +48,10 @@ struct TypeName
     QString operator()(float (* /*value*/)()) const { return QStringLiteral("float"); }
 };
 
-/// A bound in words: the key of the preset that is it, or the number.
-QString boundInWords(E_PresetValue key, double number)
+/// The key of the preset that is the bound. Where no preset is, the number.
+QString boundInWords(E_PresetValue preset, double number)
 {
-    const PresetRow* row = presetRow(key);
+    const PresetRow* row = presetRow(preset);
     return row ? QString::fromLatin1(row->key) : QString::number(number, 'g', 15);
 }
 
@@ -67,9 +62,75 @@ QString inWords(const PresetConstraint& constraint)
         .replace(QLatin1String("%upper"), boundInWords(constraint.upper, constraint.max));
 }
 
+PresetDescription describe(const PresetRow& row)
+{
+    return {row.value, QString::fromLatin1(row.key), std::visit(TypeName(), row.initial),
+            inWords(row.constraint)};
+}
+
 } // namespace
 
+class PresetManager::Private
+{
+public:
+    /// The value of a preset. Null when it has none, and for a number that is no preset.
+    QVariant* find(E_PresetValue preset)
+    {
+        return isGiven(preset) && slot(preset) ? &*slot(preset) : nullptr;
+    }
+
+    QVariant& fallback()
+    {
+        std::optional<QVariant>& entry = slot(E_PV_FALLBACK);
+        if (!entry)
+            entry.emplace();
+        return *entry;
+    }
+
+    /// Does nothing for a number that is no preset.
+    void store(E_PresetValue preset, const QVariant& value)
+    {
+        if (isGiven(preset))
+            slot(preset) = value;
+    }
+
+    /// Stores \p value when it is above the current one, or the first.
+    void raise(E_PresetValue preset, const QVariant& value)
+    {
+        const QVariant* current = find(preset);
+        if (!current || value.toDouble() > current->toDouble())
+            store(preset, value);
+    }
+
+    /// Stores \p value when it is below the current one, or the first.
+    void lower(E_PresetValue preset, const QVariant& value)
+    {
+        const QVariant* current = find(preset);
+        if (!current || current->toDouble() > value.toDouble())
+            store(preset, value);
+    }
+
+    QHash<QString, E_PresetValue> presetsByKey; ///< in lower case
+
+private:
+    /// The fallback entry is given, too.
+    bool isGiven(E_PresetValue preset) const
+    {
+        return preset >= E_PV_FALLBACK && static_cast<std::size_t>(preset) < m_values.size();
+    }
+
+    std::optional<QVariant>& slot(E_PresetValue preset) { return m_values[static_cast<std::size_t>(preset)]; }
+
+    /// By number, so that finding a value takes no search: presets are read in loops over geometry.
+    std::vector<std::optional<QVariant>> m_values{E_PV_FALLBACK + 1 + presetRows().size()};
+};
+
 PresetManager* PresetManager::__instance = nullptr;
+
+PresetManager::PresetManager()
+    : d(std::make_unique<Private>())
+{
+}
 
 PresetManager* PresetManager::getInstance()
 {
@@ -92,14 +153,14 @@ void PresetManager::init()
 
 void PresetManager::fillNameMap()
 {
-    for (const PresetRow& row : presetTable())
-        m_values.insert(QString::fromLatin1(row.key), row.value);
+    for (const PresetRow& row : presetRows())
+        d->presetsByKey.insert(QString::fromLatin1(row.key), row.value);
 }
 
 void PresetManager::setInitialPresets()
 {
     setPreset(E_PV_FALLBACK, QVariant());
-    for (const PresetRow& row : presetTable())
+    for (const PresetRow& row : presetRows())
         setPreset(row.value, std::visit(ToVariant(), row.initial));
 }
 
@@ -121,7 +182,8 @@ void PresetManager::readText(const QString& text)
 
 void PresetManager::readLine(const QString& line)
 {
-    if (const auto entry = parseLine(line))
+    const std::optional<PresetLine> entry = parseLine(line);
+    if (entry)
         setPreset(entry->key, entry->value);
 }
 
@@ -158,39 +220,38 @@ std::optional<PresetLine> PresetManager::parseLine(const QString& line)
 
 E_PresetValue PresetManager::getKey(const QString& key) const
 {
-    const auto asGiven = m_values.find(key); // most are written as we write them, which saves the folding
-    return asGiven != m_values.end() ? *asGiven : m_values.value(key.toLower(), E_PV_NONE);
+    // Most keys are in lower case already, and toLower() allocates.
+    const QHash<QString, E_PresetValue>& presets = d->presetsByKey;
+    const auto asGiven = presets.constFind(key);
+    return asGiven != presets.constEnd() ? *asGiven : presets.value(key.toLower(), E_PV_NONE);
 }
 
 bool PresetManager::hasPreset(const E_PresetValue& value)
 {
-    return isGiven(value) && getInstance()->m_presets[placeOf(value)].has_value();
+    return getInstance()->d->find(value) != nullptr;
 }
 
 QVariant& PresetManager::getPreset(const E_PresetValue& value)
 {
-    auto& presets = getInstance()->m_presets;
-    if (isGiven(value) && presets[placeOf(value)])
-        return *presets[placeOf(value)];
-    auto& fallback = presets[placeOf(E_PV_FALLBACK)];
-    return fallback ? *fallback : fallback.emplace();
+    Private& presets = *getInstance()->d;
+    QVariant* found = presets.find(value);
+    return found ? *found : presets.fallback();
 }
 
 QList<PresetDescription> PresetManager::describePresets()
 {
     QList<PresetDescription> descriptions;
-    for (int value = E_PV_FALLBACK + 1; isGiven(E_PresetValue(value)); ++value) {
-        const PresetRow& row = *presetRow(E_PresetValue(value));
-        descriptions << PresetDescription{row.value, QString::fromLatin1(row.key),
-                                          std::visit(TypeName(), row.initial), inWords(row.constraint)};
-    }
+    for (const PresetRow& row : presetRows())
+        descriptions << describe(row);
+    std::sort(descriptions.begin(), descriptions.end(),
+              [](const PresetDescription& a, const PresetDescription& b) { return a.value < b.value; });
     return descriptions;
 }
 
 void PresetManager::setPreset(const QString& key, const QVariant& value)
 {
     const E_PresetValue known = getKey(key);
-    if (!isGiven(known))
+    if (known == E_PV_NONE)
         fail(E_ET_FATAL, QStringLiteral("The preset key %1 is invalid").arg(key));
     setPreset(known, value);
 }
@@ -198,7 +259,7 @@ void PresetManager::setPreset(const QString& key, const QVariant& value)
 void PresetManager::setPreset(const E_PresetValue& key, const QVariant& value)
 {
     if (const PresetRow* row = presetRow(key))
-        row->constraint.write(*this, key, row->constraint, value);
+        row->constraint.rule(*this, key, row->constraint, value);
     else if (key == E_PV_FALLBACK)
         setValue(key, value);
     else
@@ -207,62 +268,49 @@ void PresetManager::setPreset(const E_PresetValue& key, const QVariant& value)
 
 void PresetManager::setValue(const E_PresetValue& key, const QVariant& value)
 {
-    if (isGiven(key))
-        m_presets[placeOf(key)] = value;
+    d->store(key, value);
 }
 
 void PresetManager::setValue(const E_PresetValue& key, const QVariant& value, const E_PresetValue& minKey,
                              const E_PresetValue& maxKey)
 {
     const double number = value.toDouble();
-    setValue(key, value);
-    if (hasPreset(minKey) && getPreset(minKey).toDouble() > number)
-        setValue(key, getPreset(minKey));
-    if (hasPreset(maxKey) && number > getPreset(maxKey).toDouble())
-        setValue(key, getPreset(maxKey));
+    d->store(key, value);
+    const QVariant* min = d->find(minKey);
+    if (min && min->toDouble() > number)
+        d->store(key, *min);
+    const QVariant* max = d->find(maxKey);
+    if (max && number > max->toDouble())
+        d->store(key, *max);
 }
 
 void PresetManager::setValue(const E_PresetValue& key, const QVariant& value, const double& min,
                              const double& max)
 {
     const double number = value.toDouble();
-    setValue(key, value);
+    d->store(key, value);
     if (min > number)
-        setValue(key, min);
+        d->store(key, min);
     if (number > max)
-        setValue(key, max);
+        d->store(key, max);
 }
 
 void PresetManager::setMinBound(const E_PresetValue& key, const QVariant& value, const E_PresetValue& maxKey,
                                 const E_PresetValue& valueKey)
 {
-    raise(key, value);
-    if (hasPreset(maxKey))
-        raise(maxKey, value);
-    if (isGiven(valueKey))
-        raise(valueKey, value);
+    d->raise(key, value);
+    if (d->find(maxKey))
+        d->raise(maxKey, value);
+    d->raise(valueKey, value);
 }
 
 void PresetManager::setMaxBound(const E_PresetValue& key, const QVariant& value, const E_PresetValue& minKey,
                                 const E_PresetValue& valueKey)
 {
-    lower(key, value);
-    if (hasPreset(minKey))
-        lower(minKey, value);
-    if (isGiven(valueKey))
-        lower(valueKey, value);
-}
-
-void PresetManager::raise(const E_PresetValue& key, const QVariant& value)
-{
-    if (!hasPreset(key) || value.toDouble() > getPreset(key).toDouble())
-        setValue(key, value);
-}
-
-void PresetManager::lower(const E_PresetValue& key, const QVariant& value)
-{
-    if (!hasPreset(key) || getPreset(key).toDouble() > value.toDouble())
-        setValue(key, value);
+    d->lower(key, value);
+    if (d->find(minKey))
+        d->lower(minKey, value);
+    d->lower(valueKey, value);
 }
 
 } // namespace TEKLUVA

@@ -1,5 +1,6 @@
 #include "globals/presets/PresetRules_p.h"
 
+#include "globals/PresetManager.h"
 #include "globals/logs/ActiveLog_p.h"
 
 #include <QRegExp>
@@ -8,6 +9,9 @@ namespace TEKLUVA::PresetRules {
 
 namespace {
 
+/// How far the scene box and the satellite camera reach above the highest room, at least.
+constexpr float CLEARANCE = 50.0F;
+
 float number(E_PresetValue key)
 {
     return PresetManager::getPreset(key).toFloat();
@@ -15,11 +19,11 @@ float number(E_PresetValue key)
 
 bool isTooCloseAboveRoom(const QVariant& value)
 {
-    return PresetManager::hasPreset(E_PV_MAX_ROOM_HEIGHT) && value.toFloat() < aboveHighestRoom();
+    return PresetManager::hasPreset(E_PV_MAX_ROOM_HEIGHT) && value.toFloat() < roomHeightWithClearance();
 }
 
-/// Sets the values along an axis again, so that they are clamped to the new extent of the box.
-void fitIntoBox(PresetManager& presets, const NavigationValues& dependents)
+/// Sets the current values again, which clamps them to the bounds as they are now.
+void clampAgain(PresetManager& presets, const NavigationValues& dependents)
 {
     for (const E_PresetValue key : dependents) {
         if (!PresetManager::hasPreset(key))
@@ -29,17 +33,17 @@ void fitIntoBox(PresetManager& presets, const NavigationValues& dependents)
     }
 }
 
-/// Lifts \p key when the room's ceiling would lie more than the space above it. A plain write: as a maximum
-/// it would only go down.
-void keepAbove(PresetManager& presets, E_PresetValue key, const QVariant& ceiling)
+/// Lifts \p key to the clearance above \p roomHeight when the room would reach more than the clearance above
+/// \p key. Stored without the rule of \p key, because a maximum would not be raised by it.
+void liftAboveRoom(PresetManager& presets, E_PresetValue key, const QVariant& roomHeight)
 {
-    if (PresetManager::hasPreset(key) && ceiling.toFloat() > number(key) + SPACE_ABOVE_ROOM)
-        presets.setValue(key, ceiling.toFloat() + SPACE_ABOVE_ROOM);
+    if (PresetManager::hasPreset(key) && roomHeight.toFloat() > number(key) + CLEARANCE)
+        presets.setValue(key, roomHeight.toFloat() + CLEARANCE);
 }
 
-bool isRatio(const QString& text)
+bool isAspectRatio(const QString& text)
 {
-    // Anchored at both ends, a line break at the end included.
+    // QRegularExpression's "$" would match before a line break at the end as well.
     return QRegExp(QStringLiteral("^\\d{1,3}:\\d{1,3}$")).exactMatch(text);
 }
 
@@ -53,82 +57,82 @@ void warnOfFormat(E_PresetValue key, const QVariant& value, const QString& alter
 
 } // namespace
 
-float aboveHighestRoom()
+float roomHeightWithClearance()
 {
-    return number(E_PV_MAX_ROOM_HEIGHT) + SPACE_ABOVE_ROOM;
+    return number(E_PV_MAX_ROOM_HEIGHT) + CLEARANCE;
 }
 
-void writeAsIs(PresetManager& presets, E_PresetValue key, const PresetConstraint& /*constraint*/,
-               const QVariant& value)
+void storeUnchecked(PresetManager& presets, E_PresetValue key, const PresetConstraint& /*constraint*/,
+                    const QVariant& value)
 {
     presets.setValue(key, value);
 }
 
-void writeWithin(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
-                 const QVariant& value)
+void clampToPresets(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
+                    const QVariant& value)
 {
     presets.setValue(key, value, constraint.lower, constraint.upper);
 }
 
-void writeBetween(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
-                  const QVariant& value)
+void clampToNumbers(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
+                    const QVariant& value)
 {
     presets.setValue(key, value, constraint.min, constraint.max);
 }
 
-void writeMinimum(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
+void raiseMinimum(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
                   const QVariant& value)
 {
     presets.setMinBound(key, value, constraint.upper, E_PV_NONE);
-    fitIntoBox(presets, constraint.dependents);
+    clampAgain(presets, constraint.dependents);
 }
 
-void writeMaximum(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
+void lowerMaximum(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
                   const QVariant& value)
 {
     presets.setMaxBound(key, value, constraint.lower, E_PV_NONE);
-    fitIntoBox(presets, constraint.dependents);
+    clampAgain(presets, constraint.dependents);
 }
 
-void writeRoomCeiling(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
+void setMaxRoomHeight(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
                       const QVariant& value)
 {
-    writeMaximum(presets, key, constraint, value);
-    keepAbove(presets, E_PV_MAX_CUBE_Y, value);
-    keepAbove(presets, E_PV_SAT_NAV_Y, value);
+    lowerMaximum(presets, key, constraint, value);
+    liftAboveRoom(presets, E_PV_MAX_CUBE_Y, value);
+    liftAboveRoom(presets, E_PV_SAT_NAV_Y, value);
 }
 
-void writeBoxTop(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
+void setMaxCubeY(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
                  const QVariant& value)
 {
-    // Kept on purpose: too low a top still becomes the top, but is held against the z minimum, and the z
-    // values are fitted into the box instead of the y values.
-    const PresetConstraint& rule =
+    // Meant as it is: a value too close above the room still becomes the maximum, but it takes min_cube_z
+    // down instead of min_cube_y, and the z values are clamped again instead of the y values.
+    const PresetConstraint& effective =
         isTooCloseAboveRoom(value) ? presetRow(E_PV_MAX_CUBE_Z)->constraint : constraint;
-    writeMaximum(presets, key, rule, value);
+    lowerMaximum(presets, key, effective, value);
 }
 
-void writeSatelliteHeight(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
-                          const QVariant& value)
-{
-    if (!isTooCloseAboveRoom(value))
-        writeWithin(presets, key, constraint, value);
-}
-
-void writeRatio(PresetManager& presets, E_PresetValue key, const PresetConstraint& /*constraint*/,
+void setSatNavY(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
                 const QVariant& value)
 {
-    if (isRatio(value.toString()))
+    if (!isTooCloseAboveRoom(value))
+        clampToPresets(presets, key, constraint, value);
+}
+
+void storeAspectRatio(PresetManager& presets, E_PresetValue key, const PresetConstraint& /*constraint*/,
+                      const QVariant& value)
+{
+    if (isAspectRatio(value.toString()))
         presets.setValue(key, value);
     else
         warnOfFormat(key, value, QString());
 }
 
-void writeRatioOrScreen(PresetManager& presets, E_PresetValue key, const PresetConstraint& /*constraint*/,
-                        const QVariant& value)
+void storeAspectRatioOrScreen(PresetManager& presets, E_PresetValue key,
+                              const PresetConstraint& /*constraint*/, const QVariant& value)
 {
     const QString text = value.toString();
-    if (isRatio(text) || text == QLatin1String("0"))
+    if (isAspectRatio(text) || text == QLatin1String("0"))
         presets.setValue(key, value);
     else
         warnOfFormat(

@@ -2,41 +2,40 @@
 
 #include "globals/presets/PresetTable_p.h"
 
-/// The ways a preset is written; the table of presets names one per row.
+/// The rules by which presets are stored. Each row of the table of presets has one.
 namespace TEKLUVA::PresetRules {
 
-/// How far above the highest room the scene box ends and the satellite camera stands.
-inline constexpr float SPACE_ABOVE_ROOM = 50.0F;
+/// max_room_height and the clearance that the scene box and the satellite camera keep above it.
+float roomHeightWithClearance();
 
-/// The highest room plus SPACE_ABOVE_ROOM.
-float aboveHighestRoom();
-
-void writeAsIs(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
-               const QVariant& value);
-/// Clamps between two presets.
-void writeWithin(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
-                 const QVariant& value);
-/// Clamps between two numbers.
-void writeBetween(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
+void storeUnchecked(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
+                    const QVariant& value);
+/// Clamps to the presets PresetConstraint::lower and PresetConstraint::upper.
+void clampToPresets(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
+                    const QVariant& value);
+/// Clamps to PresetConstraint::min and PresetConstraint::max.
+void clampToNumbers(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
+                    const QVariant& value);
+/// Raises a minimum, and with it the maximum PresetConstraint::upper.
+void raiseMinimum(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
                   const QVariant& value);
-void writeMinimum(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
+/// Lowers a maximum, and with it the minimum PresetConstraint::lower.
+void lowerMaximum(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
                   const QVariant& value);
-void writeMaximum(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
-                  const QVariant& value);
-/// max_room_height: a maximum that lifts the box top and the satellite camera with it.
-void writeRoomCeiling(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
+/// A maximum that lifts max_cube_y and sat_nav_y when they would be too close above it.
+void setMaxRoomHeight(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
                       const QVariant& value);
-/// max_cube_y: a maximum that treats a value too close above the highest room like one of max_cube_z.
-void writeBoxTop(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
+/// A maximum. A value too close above max_room_height is treated as one of max_cube_z.
+void setMaxCubeY(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
                  const QVariant& value);
-/// sat_nav_y: ignores a value too close above the highest room.
-void writeSatelliteHeight(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
-                          const QVariant& value);
-/// Accepts "4:3".
-void writeRatio(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
+/// Clamps to presets. A value too close above max_room_height is ignored.
+void setSatNavY(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
                 const QVariant& value);
-/// Accepts "4:3", and "0" for the ratio of the screen.
-void writeRatioOrScreen(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
-                        const QVariant& value);
+/// Stores "4:3"; warns of text of another form.
+void storeAspectRatio(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
+                      const QVariant& value);
+/// The same, and stores "0", which stands for the ratio of the screen.
+void storeAspectRatioOrScreen(PresetManager& presets, E_PresetValue key, const PresetConstraint& constraint,
+                              const QVariant& value);
 
 } // namespace TEKLUVA::PresetRules

@@ -10,7 +10,8 @@ if(IS_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/images)
 endif()
 set(DOXYGEN_FILTER_PATTERNS
     "*/docs/paths.md=${CMAKE_CURRENT_BINARY_DIR}/docs_tables"
-    "*/docs/presets.md=${CMAKE_CURRENT_BINARY_DIR}/docs_tables")
+    "*/docs/presets.md=${CMAKE_CURRENT_BINARY_DIR}/docs_tables"
+    "*/docs/units.md=${CMAKE_CURRENT_BINARY_DIR}/docs_tables")
 
 set(DOXYGEN_JAVADOC_AUTOBRIEF YES)
 set(DOXYGEN_EXTRACT_STATIC YES) # the colour systems

@@ -3,6 +3,7 @@
 #include "globals/globals.h"
 #include "globals/globals_export.h"
 
+#include <QList>
 #include <QObject>
 #include <QPair>
 #include <QString>
@@ -18,13 +19,13 @@ namespace TEKLUVA {
 ///     const E_MeasurementUnit unit = units->getPrefferedConstructionUnit();
 ///     label->setText(units->createMeasurementString(E_MD_LINEAR, unit, wallLength, true)); // "1,234 m"
 ///
-/// Any number that is no unit is taken for centimetre. Areas and volumes have one unit in each system: square
-/// and cubic feet for inch and foot, square and cubic metres for all others, and so 1 m² for 10000 cm² even
-/// in millimetre. A number that is no dimension converts nothing. No function fails.
+/// A number that is no unit is treated as centimetre. Areas and volumes have one unit in each system: square
+/// and cubic feet in the imperial one, square and cubic metres in the metric one. An area of 10000 cm² is 1
+/// m² also in millimetre. For a number that is no dimension nothing is converted. No function fails.
 ///
-/// Threads: main thread only. Conversions, precision and step are pure functions without allocation.
+/// Threads: main thread only. Conversions, precision and step are pure functions and allocate nothing.
 ///
-/// Ownership: made by the first getInstance(), without a parent; nothing in the library destroys it.
+/// Ownership: made by the first getInstance(), without a parent; nothing in the library deletes it.
 class GLOBALS_EXPORT MeasurementManager : public QObject
 {
     Q_OBJECT
@@ -34,8 +35,11 @@ public:
     static MeasurementManager* getInstance();
     ~MeasurementManager() override;
 
+    /// All units but E_MU_UNDEFINED, in the order of their numbers.
+    static QList<E_MeasurementUnit> getMeasurementUnits();
+
     /// \name Conversion
-    /// "to" takes cm, cm² or cm³ and answers in the unit's scale, "from" the other way round.
+    /// "to" converts from cm, cm² or cm³ to the unit, "from" back.
     /// @{
     double toLinearMeasurementUnit(E_MeasurementUnit unit, double cm) const;
     double fromLinearMeasurementUnit(E_MeasurementUnit unit, double value) const;
@@ -50,27 +54,27 @@ public:
     /// \name Precision and step
     /// @{
 
-    /// The number of decimals shown.
+    /// The number of decimals that are shown.
     unsigned int getLinearMeasurementUnitPrecision(E_MeasurementUnit unit) const;
     unsigned int getMeasurementUnitPrecision(E_MeasurementDimension dimension, E_MeasurementUnit unit) const;
-    /// What one click in a spin box adds, in the unit itself.
+    /// The step of a spin box, in the unit.
     double getLinearMeasurementUnitStep(E_MeasurementUnit unit) const;
     double getMeasurementUnitStep(E_MeasurementDimension dimension, E_MeasurementUnit unit) const;
     /// @}
 
     /// \name Preferred units
-    /// One while rooms are constructed and one while furniture is arranged, kept as abbreviations in the
-    /// group "Locale" of the settings and read from there each time: nothing for inner loops.
+    /// One for constructing rooms and one for arranging furniture. Stored as abbreviations in the group
+    /// "Locale" of the settings. Each call reads the settings file: not for inner loops.
     /// @{
 
     /// Centimetre when nothing, or no known abbreviation, is stored.
     E_MeasurementUnit getPrefferedConstructionUnit() const;
     E_MeasurementUnit getPrefferedArrangementUnit() const;
-    /// Stores \p unit, then emits the signal of the preference once. Does nothing when the getter answers
-    /// \p unit already.
+    /// Stores \p unit, then emits the preference's signal once. Does nothing when the getter returns \p unit
+    /// already.
     void setPrefferedConstructionUnit(const E_MeasurementUnit& unit);
     void setPrefferedArrangementUnit(const E_MeasurementUnit& unit);
-    /// Removes what is stored. Emits nothing on purpose, although the unit may change.
+    /// Removes the stored unit. Emits no signal, although the unit may change: that is meant.
     void resetPrefferedConstructionUnit();
     void resetPrefferedArrangementUnit();
     /// @}
@@ -81,46 +85,46 @@ public:
 
     /// "Quadratmeter", translated.
     QString getMeasurementUnitName(E_MeasurementDimension dimension, E_MeasurementUnit unit) const;
-    /// "mm", "cm", "m", "in" or "ft", in every language.
+    /// "mm", the same in every language.
     QString getLinearMeasurementUnitAbbrevation(E_MeasurementUnit unit) const;
     /// "m²" or "sq ft".
     QString getSquaredMeasurementUnitAbbrevation(E_MeasurementUnit unit) const;
     /// "m³" or "cft".
     QString getCubicMeasurementUnitAbbrevation(E_MeasurementUnit unit) const;
     QString getMeasurementUnitAbbrevation(E_MeasurementDimension dimension, E_MeasurementUnit unit) const;
-    /// The dimension and the unit that \p abbreviation stands for, in any case but without blanks around it.
-    /// Linear centimetre for any other text, "m³" and "cft" among them.
+    /// The dimension and the unit of \p abbreviation, which may be in upper and lower case, but without
+    /// blanks around it. Linear centimetre for any other text, such as the abbreviations of volumes.
     QPair<E_MeasurementDimension, E_MeasurementUnit>
     getMeasurementFromAbbrevation(QString abbreviation) const;
     /// @}
 
     /// \name Measured values as text
-    /// Values in cm, cm² or cm³. The decimal separator is a comma in every locale; trailing zeros are left
-    /// out.
+    /// Values are in cm, cm² or cm³. The decimal separator is a comma in every locale; trailing zeros are
+    /// dropped.
     /// @{
 
     /// "1,23 m", or "1,23" without the unit. Rounded to \p precision decimals, but never to more than
-    /// getMeasurementUnitPrecision(). Lengths in inch and foot are createFeetMeasurementString().
+    /// getMeasurementUnitPrecision(). Lengths in inch and foot are written by createFeetMeasurementString().
     QString createMeasurementString(E_MeasurementDimension dimension, E_MeasurementUnit unit, double value,
                                     unsigned int precision, bool withUnit) const;
-    /// The same with all of the unit's decimals. Do not pass a precision here: it would be taken for
+    /// The same with all decimals of the unit. Do not pass a precision here: it would be converted to
     /// \p withUnit.
     QString createMeasurementString(E_MeasurementDimension dimension, E_MeasurementUnit unit, double value,
                                     bool withUnit) const;
-    /// A length as feet and inches, 5' 6". \p withUnit changes nothing: without its marks this could not be
-    /// read. Rounded inches are not carried (5' 12"), and both parts have the sign (-1' -6").
+    /// A length in feet and inches, 5' 6". The marks are always written; \p withUnit has no effect. Rounded
+    /// inches are not carried (5' 12"), and both parts have the sign (-1' -6").
     QString createFeetMeasurementString(double value, bool withUnit) const;
     /// The family of the font that measurements are drawn in.
     static QString getMeasurementFontName();
     /// @}
 
     /// \name Choice of the unit
-    /// The items of a combo box have their E_MeasurementUnit as user data. Foot is not offered.
+    /// Each item of the combo box has its E_MeasurementUnit as user data. Foot is not offered.
     /// @{
 
-    /// Appends the items for millimetre, centimetre, metre and inch, then sets their texts.
+    /// Appends an item for each unit that is offered, then calls updateMeasurementComboBoxLanguage().
     void fillMeasurementComboBox(QComboBox* box) const;
-    /// Sets the texts in the current language, each for the first item of its unit.
+    /// Sets the texts in the current language. Of several items of one unit only the first gets its text.
     void updateMeasurementComboBoxLanguage(QComboBox* box) const;
     /// @}
 

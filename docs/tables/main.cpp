@@ -5,6 +5,7 @@
 #include "support/PresetTypes.h"
 
 #include "globals/LastRun.h"
+#include "globals/MeasurementManager.h"
 #include "globals/PathRegistry.h"
 #include "globals/PresetManager.h"
 
@@ -80,6 +81,24 @@ QString tableOfPaths()
     return table;
 }
 
+QString tableOfUnits()
+{
+    const MeasurementManager* manager = MeasurementManager::getInstance();
+    const QMap<int, QString> names = enumerators("globals.h", "E_MU_");
+    QString table =
+        QStringLiteral("| Number | Unit | Length | Area | Volume | Decimals of a length | Its step |\n"
+                       "|---|---|---|---|---|---|---|\n");
+    for (const E_MeasurementUnit unit : MeasurementManager::getMeasurementUnits()) {
+        table += row({QString::number(unit), code(names.value(unit)),
+                      manager->getLinearMeasurementUnitAbbrevation(unit),
+                      manager->getSquaredMeasurementUnitAbbrevation(unit),
+                      manager->getCubicMeasurementUnitAbbrevation(unit),
+                      QString::number(manager->getLinearMeasurementUnitPrecision(unit)),
+                      QString::number(manager->getLinearMeasurementUnitStep(unit))});
+    }
+    return table;
+}
+
 QString tableOfPresets()
 {
     PresetManager::getInstance()->fillNameMap();
@@ -120,6 +139,7 @@ constexpr Table TABLES[] = {
     {"paths", &tableOfPaths},
     {"presets", &tableOfPresets},
     {"runtime states", &tableOfRuntimeStates},
+    {"units", &tableOfUnits},
 };
 
 QString filled(QString page)

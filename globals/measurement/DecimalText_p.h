@@ -3,13 +3,17 @@
 #include <QString>
 #include <QStringView>
 
+#include <cstddef>
 #include <optional>
 
 namespace TEKLUVA {
 
-/// \p value with at most \p decimals decimals behind a comma, in every locale, without trailing zeros, and a
-/// blank and \p unit behind it if there is one. The digits are those of QString::number(): halves are rounded
-/// away from zero, and what rounds to zero from below stays "-0".
+/// In characters. Longer ones do not fit behind the number.
+inline constexpr std::size_t LONGEST_UNIT = 13;
+
+/// \p value with at most \p decimals decimals, followed by a blank and \p unit if there is one. The decimal
+/// separator is a comma in every locale; trailing zeros are dropped. The digits are those of
+/// QString::number(): halves are rounded away from zero, and a negative value that rounds to zero is "-0".
 QString decimalText(double value, unsigned int decimals, std::optional<QStringView> unit = std::nullopt);
 
 } // namespace TEKLUVA

@@ -9,7 +9,7 @@ constexpr Option CHANGED = {"changed", "Only presets whose value in force differ
 constexpr Option ORGANIZATION = {"organization", "Whose folders to look at", "NAME", "tekluva"};
 constexpr Option APPLICATION = {"application", "The application that the folders belong to", "NAME",
                                 "tekluva 3D-Planner"};
-constexpr Option FROM = {"from", "The unit of VALUE: mm, cm, m, in or ft", "UNIT", "cm"};
+constexpr Option FROM = {"from", "The unit of VALUE by its abbreviation, such as mm or ft", "UNIT", "cm"};
 constexpr Option TO = {"to", "The unit to convert to", "UNIT", "cm"};
 constexpr Option DIMENSION = {"dimension",
                               "linear, squared (only m² and sq ft) or cubic (only m³ and cubic feet)",

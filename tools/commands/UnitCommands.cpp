@@ -45,11 +45,8 @@ Words dimensions()
 Words units()
 {
     Words words;
-    for (int unit = E_MU_MILLIMETER; unit <= E_MU_FOOT; ++unit) {
-        const auto candidate = E_MeasurementUnit(unit);
-        words.append(
-            {MeasurementManager::getInstance()->getLinearMeasurementUnitAbbrevation(candidate), unit});
-    }
+    for (const E_MeasurementUnit unit : MeasurementManager::getMeasurementUnits())
+        words.append({MeasurementManager::getInstance()->getLinearMeasurementUnitAbbrevation(unit), unit});
     return words;
 }
 

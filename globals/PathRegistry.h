@@ -7,7 +7,7 @@
 
 namespace TEKLUVA {
 
-/// One row of the path registry, for people: where a path type leads, and why.
+/// One path type, for people: its folder, and why it is that one.
 struct PathDescription
 {
     E_PathType type = E_PathType(0);
@@ -15,17 +15,19 @@ struct PathDescription
     QString role;
     /// The rule in words, "type 8, then \"model\"".
     QString rule;
-    /// The key in the group "User_Pathes" that may override the rule; empty when nothing may.
+    /// The settings key in the group "User_Pathes" that may override the rule; empty for none.
     QString overrideKey;
-    /// True when the user has set that key and it decides.
+    /// True when the user has set that key and it takes the place of the rule.
     bool overridden = false;
-    /// Where the type leads, ending in "/"; empty for a type that leads nowhere.
+    /// The folder, ending in "/"; empty for a type that has none.
     QString path;
+    /// Whether the folder exists.
     bool exists = false;
 };
 
-/// Describes all path types from 1 to 38, in order. Makes no folder and no file, and does not need (or
-/// create) the configuration manager: it reads "settings.ini" where the manager would look for it. Reentrant.
+/// Describes all path types, in the order of their numbers from 1 on. Creates no folder and no file. Does not
+/// need the configuration manager and does not create it: it reads "settings.ini" where the manager would
+/// look for it. Reentrant.
 GLOBALS_EXPORT QList<PathDescription> describePaths();
 
 } // namespace TEKLUVA

@@ -20,12 +20,12 @@ enum E_LogLevel : int {
     E_LL_ERROR = 8192,
 };
 
-/// The folders that ConfigManager::getPath() resolves. The numbers are the contract with the application;
-/// 13 and 27 lead nowhere.
+/// The folders that ConfigManager::getPath() returns. The numbers are the contract with the application; 13
+/// and 27 have no folder.
 enum E_PathType : int {
     E_PT_APPLICATION = 1,
     E_PT_STORAGE_PROJECTS = 2,
-    E_PT_STORAGE = 3,        ///< where all of the user's data is
+    E_PT_STORAGE = 3,        ///< the user's data
     E_PT_STORAGE_COMMON = 4, ///< the same as E_PT_STORAGE
     E_PT_WORKING_TEMP = 5,
     E_PT_STORAGE_USER = 6, ///< the same as E_PT_STORAGE
@@ -102,7 +102,7 @@ enum E_FontType : int {
     E_FT_MEASUREMENT = 1,
 };
 
-/// The units a user may choose for display. Inside the application all geometry is in centimetres.
+/// The units of display. Inside the application all geometry is in centimetres.
 enum E_MeasurementUnit : int {
     E_MU_UNDEFINED = 0, ///< behaves exactly like centimetre everywhere
     E_MU_MILLIMETER = 1,
@@ -112,7 +112,7 @@ enum E_MeasurementUnit : int {
     E_MU_FOOT = 5,
 };
 
-/// What a measured value is: a length, an area or a volume.
+/// Whether a measured value is a length, an area or a volume.
 enum E_MeasurementDimension : int {
     E_MD_LINEAR = 1,
     E_MD_SQUARED = 2,

@@ -8,11 +8,11 @@
 
 namespace TEKLUVA {
 
-/// Answers the value of a key in the group SettingsKeys::USER_PATHS, empty when it is not set.
+/// Returns the value of a key in the group SettingsKeys::USER_PATHS, empty when it is not set.
 using PathOverrides = std::function<QString(const QString& key)>;
 
-/// Walks to the folder of \p type, making what is missing on the way. Each step that fails logs its error,
-/// and the walk goes on with what it has. The result ends in "/"; it is empty for a type that is not handled.
+/// The folder of \p type. Missing folders are created on the way; a step that fails logs its error, and the
+/// next step starts from the folder reached. The result ends in "/"; it is empty for a type that has no path.
 QString resolvePath(E_PathType type, const PathOverrides& overrides);
 
 /// The settings key that overrides \p type, empty when users cannot override it.

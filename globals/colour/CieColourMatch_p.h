@@ -6,15 +6,15 @@
 
 namespace TEKLUVA {
 
-/// \name The wavelengths of the table's rows, in nanometres
+/// \name The wavelengths of the rows, in nanometres
 /// @{
 inline constexpr float CIE_FIRST_WAVELENGTH = 380;
 inline constexpr float CIE_LAST_WAVELENGTH = 780;
 inline constexpr float CIE_WAVELENGTH_STEP = 5;
 /// @}
 
-/// How much light of a wavelength counts for X, Y and Z: CIE 015; Wyszecki and Stiles, "Color Science",
-/// table I(3.3.1), to four decimals.
+/// The weights of a wavelength in X, Y and Z, to four decimals: CIE 015; Wyszecki and Stiles, "Color
+/// Science", table I(3.3.1).
 inline constexpr float cie_colour_match[][3] = {
     // clang-format off
     {0.0014f, 0.0000f, 0.0065f}, // 380

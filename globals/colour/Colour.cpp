@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
+#include <iterator>
 #include <limits>
 
 namespace TEKLUVA {
@@ -28,7 +30,7 @@ float dot(const Vector& a, const Vector& b)
     return a.x * b.x + a.y * b.y + a.z * b.z;
 }
 
-/// The third coordinate of a chromaticity follows from the others.
+/// The chromaticity (x, y, z), whose coordinates add up to 1.
 Vector chromaticity(double x, double y)
 {
     const auto xc = static_cast<float>(x);
@@ -36,7 +38,8 @@ Vector chromaticity(double x, double y)
     return {xc, yc, 1 - (xc + yc)};
 }
 
-/// One component of \p colour: \p row of the inverse of the primaries' matrix, scaled to the white.
+/// One RGB component of \p colour. \p row is that of the inverse of the primaries' matrix, which still has to
+/// be scaled to the white point.
 float component(Vector row, const Vector& white, const Vector& colour)
 {
     const float scale = dot(row, white) / white.y;
@@ -55,15 +58,18 @@ void toRgb(const colourSystem& system, const Vector& colour, float& r, float& g,
     b = component(cross(red, green), white, colour);
 }
 
-/// Below this the transfer curve of Rec. 709 is a straight line.
-constexpr double REC709_LINEAR_BELOW = 0.018;
+/// \name The opto-electronic transfer function of ITU-R BT.709, item 1.2
+/// @{
+constexpr double REC709_LINEAR_BELOW = 0.018; ///< from here on it is a power law
 
-double rec709Curve(double c)
+double rec709PowerLaw(double c)
 {
     return 1.099 * std::pow(c, 0.45) - 0.099;
 }
+/// @}
 
-/// The chromaticity of a spectrum, whose \p intensityAt is called for the wavelengths in rising order.
+/// The chromaticity of a spectrum. \p intensityAt is called once for each wavelength of the observer's table,
+/// in rising order.
 template <typename Intensity>
 Vector chromaticityOf(Intensity intensityAt)
 {
@@ -80,53 +86,60 @@ Vector chromaticityOf(Intensity intensityAt)
     return {sum.x / all, sum.y / all, sum.z / all};
 }
 
-/// What Planck's law needs of a wavelength, whatever the temperature is.
-struct Emitter
+/// The radiation constants of Planck's law: 2 pi h c^2 as in CODATA 1973, and h c / k as in the temperature
+/// scale of 1968, in which D65 has 6504 kelvin. Newer values would change colours.
+constexpr double FIRST_RADIATION_CONSTANT = 3.74183e-16; ///< W m^2
+constexpr double SECOND_RADIATION_CONSTANT = 0.014388;   ///< m K
+
+/// The part of Planck's law that depends on the wavelength only.
+struct PlanckTerm
 {
-    double metres;
-    double factor;
+    double metres;    ///< the wavelength
+    double numerator; ///< of the law
 };
 
-Emitter emitterAt(double nanometres)
+PlanckTerm planckTermAt(double nanometres)
 {
-    constexpr double FIRST_RADIATION = 3.74183e-16; // W m^2, 2 pi h c^2
     const double metres = nanometres * 1e-9;
-    return {metres, FIRST_RADIATION * std::pow(metres, -5.0)};
+    return {metres, FIRST_RADIATION_CONSTANT * std::pow(metres, -5.0)};
 }
 
-double emission(const Emitter& emitter, double kelvin)
+/// In W m^-3: per area and wavelength.
+double radiantExitance(const PlanckTerm& term, double kelvin)
 {
-    constexpr double SECOND_RADIATION = 0.014388; // m K, h c / k
-    return emitter.factor / (std::exp(SECOND_RADIATION / (emitter.metres * kelvin)) - 1);
+    return term.numerator / (std::exp(SECOND_RADIATION_CONSTANT / (term.metres * kelvin)) - 1);
 }
 
-using Emitters = std::array<Emitter, std::size(cie_colour_match)>;
+using PlanckTerms = std::array<PlanckTerm, std::size(cie_colour_match)>;
 
-Emitters emittersOfObserver()
+PlanckTerms planckTermsOfObserver()
 {
-    Emitters emitters = {};
+    PlanckTerms terms = {};
     float wavelength = CIE_FIRST_WAVELENGTH;
-    for (Emitter& emitter : emitters) {
-        emitter = emitterAt(static_cast<double>(wavelength));
+    for (PlanckTerm& term : terms) {
+        term = planckTermAt(static_cast<double>(wavelength));
         wavelength += CIE_WAVELENGTH_STEP;
     }
-    return emitters;
+    return terms;
 }
 
-/// As spectrum_to_xyz() has it for bb_spectrum(), bit for bit, but a power costs twice an exponential, and
-/// these powers are always the same.
+/// The result of spectrum_to_xyz() for bb_spectrum(), bit for bit. The terms are computed once, because they
+/// do not depend on the temperature.
 Vector blackBodyChromaticity(double kelvin)
 {
-    static const Emitters EMITTERS = emittersOfObserver();
-    const Emitter* emitter = EMITTERS.data();
-    return chromaticityOf([&emitter, kelvin](double) { return emission(*emitter++, kelvin); });
+    static const PlanckTerms TERMS = planckTermsOfObserver();
+    const PlanckTerm* term = TERMS.data();
+    return chromaticityOf([&term, kelvin](double) { return radiantExitance(*term++, kelvin); });
 }
 
-/// The sector of 60 degrees that a hue is in. Numbers below 0 wrap around, as those of an unsigned integer
-/// do; for what is out of its range, or no number, the greatest one stands.
-unsigned sectorOf(float sixths)
+constexpr float DEGREES_PER_SECTOR = 60;
+constexpr float FULL_CIRCLE = 360;
+
+/// The number of the hue's sector. Negative numbers wrap around like those of an unsigned integer. The
+/// greatest number for a hue that is out of range or NaN.
+unsigned sectorOf(float sectors)
 {
-    const float whole = std::floor(sixths);
+    const float whole = std::floor(sectors);
     if (std::abs(whole) < 0x1p32F)
         return static_cast<unsigned>(static_cast<long long>(whole));
     return std::numeric_limits<unsigned>::max();
@@ -196,7 +209,7 @@ void spectrum_to_xyz(double (*spec_intens)(const double&), float& x, float& y, f
 
 double bb_spectrum(const double& wavelength)
 {
-    return emission(emitterAt(wavelength), _bbTemp);
+    return radiantExitance(planckTermAt(wavelength), _bbTemp);
 }
 
 void temperaturToColor(const double& kelvin, float& r, float& g, float& b)
@@ -211,9 +224,9 @@ void gamma_correct(const colourSystem* cs, double& c)
     if (cs->gamma != 0)
         c = std::pow(c, 1 / cs->gamma);
     else if (c < REC709_LINEAR_BELOW)
-        c = c * rec709Curve(REC709_LINEAR_BELOW) / REC709_LINEAR_BELOW;
+        c = c * rec709PowerLaw(REC709_LINEAR_BELOW) / REC709_LINEAR_BELOW;
     else
-        c = rec709Curve(c);
+        c = rec709PowerLaw(c);
 }
 
 void gamma_correct_rgb(const colourSystem* cs, double& r, double& g, double& b)
@@ -225,7 +238,7 @@ void gamma_correct_rgb(const colourSystem* cs, double& r, double& g, double& b)
 
 void RGBtoHSV(const float& r, const float& g, const float& b, float& h, float& s, float& v)
 {
-    // The results may be written over the arguments, so these are read to the end first.
+    // Results may be references to arguments: all arguments are read before the first result is written.
     const float greatest = std::max({r, g, b});
     const float delta = greatest - std::min({r, g, b});
     if (r == g && g == b) {
@@ -233,13 +246,13 @@ void RGBtoHSV(const float& r, const float& g, const float& b, float& h, float& s
         v = greatest;
         return;
     }
-    float sixths = 4 + (r - g) / delta;
+    float sectors = 4 + (r - g) / delta;
     if (r == greatest)
-        sixths = (g - b) / delta;
+        sectors = (g - b) / delta;
     else if (g == greatest)
-        sixths = 2 + (b - r) / delta;
-    const float degrees = sixths * 60;
-    h = degrees < 0 ? degrees + 360 : degrees;
+        sectors = 2 + (b - r) / delta;
+    const float degrees = sectors * DEGREES_PER_SECTOR;
+    h = degrees < 0 ? degrees + FULL_CIRCLE : degrees;
     s = greatest != 0 ? delta / greatest : 0;
     v = greatest;
 }
@@ -251,16 +264,16 @@ void HSVtoRGB(float& r, float& g, float& b, const float& h, const float& s, cons
         r = g = b = value;
         return;
     }
-    const float sixths = h / 60;
-    const unsigned sector = sectorOf(sixths);
-    const float f = sixths - static_cast<float>(sector);
+    const float sectors = h / DEGREES_PER_SECTOR;
+    const unsigned sector = sectorOf(sectors);
+    const float f = sectors - static_cast<float>(sector);
     const float p = value * (1 - s);
     const float q = value * (1 - s * f);
     const float t = value * (1 - s * (1 - f));
-    // The last row is for all sectors that are not one of the six, too.
-    const Vector sectors[] = {{value, t, p}, {q, value, p}, {p, value, t},
+    // The last row is also for a number beyond it.
+    const Vector colours[] = {{value, t, p}, {q, value, p}, {p, value, t},
                               {p, q, value}, {t, p, value}, {value, p, q}};
-    const Vector& colour = sectors[std::min(sector, 5U)];
+    const Vector& colour = colours[std::min<std::size_t>(sector, std::size(colours) - 1)];
     r = colour.x;
     g = colour.y;
     b = colour.z;

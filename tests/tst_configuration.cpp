@@ -56,11 +56,25 @@ private Q_SLOTS:
         QCOMPARE(config()->getDirName(E_PathType(type)), TestData::field("dirName"));
     }
 
+    void tableHereIsComplete()
+    {
+        const QByteArray rows = TestData::content("paths.txt");
+        for (const PathDescription& path : describePaths())
+            QVERIFY2(rows.contains("\n" + QByteArray::number(path.type) + " |"), qPrintable(path.role));
+    }
+
+    void otherNumbersHaveNoFolder()
+    {
+        for (const int type : {-1, 0, describePaths().count() + 1}) {
+            QCOMPARE(config()->getPath(E_PathType(type)), QString());
+            QCOMPARE(config()->getDirName(E_PathType(type)), QString());
+        }
+    }
+
     void describingMakesNothing()
     {
         qputenv("HOME", m_home + "/untouched");
         const QList<PathDescription> paths = describePaths();
-        QCOMPARE(paths.count(), 38);
         QVERIFY(!QFileInfo::exists(QDir::homePath()));
         QCOMPARE(paths[16].rule, "type 18, then \"adds\""_q);
         QVERIFY(paths[0].exists && !paths[1].exists);

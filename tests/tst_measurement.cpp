@@ -85,6 +85,21 @@ private Q_SLOTS:
         QCOMPARE(units()->getMeasurementUnitAbbrevation(dimension, unit), TestData::field("short"));
     }
 
+    void tableHereIsComplete()
+    {
+        const QByteArray rows = TestData::content("measurement-units.txt");
+        for (const E_MeasurementUnit unit : MeasurementManager::getMeasurementUnits())
+            QVERIFY2(rows.contains(" | 1 | " + QByteArray::number(unit) + " | "), QByteArray::number(unit));
+    }
+
+    void otherNumbersAreCentimetre()
+    {
+        for (const int unit : {-1, 0, MeasurementManager::getMeasurementUnits().count() + 1}) {
+            QCOMPARE(units()->getLinearMeasurementUnitAbbrevation(E_MeasurementUnit(unit)), "cm"_q);
+            QCOMPARE(units()->getSquaredMeasurementUnitAbbrevation(E_MeasurementUnit(unit)), "m²"_q);
+        }
+    }
+
     void functionsOfOneDimensionAgree()
     {
         QCOMPARE(units()->toLinearMeasurementUnit(E_MU_FOOT, 30.48), 1.0);

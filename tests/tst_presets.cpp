@@ -112,6 +112,13 @@ private Q_SLOTS:
         }
     }
 
+    void tableHereIsComplete()
+    {
+        const QByteArray rows = TestData::content("preset-table.txt");
+        for (const PresetDescription& preset : PresetManager::describePresets())
+            QVERIFY2(rows.contains("\n" + preset.key.toLatin1() + " "), qPrintable(preset.key));
+    }
+
     void keepsPresetsConsistent_data() { TestData::addRows("preset-writes.txt", {"written", "expected"}); }
     void keepsPresetsConsistent()
     {
@@ -195,7 +202,8 @@ private Q_SLOTS:
         QCOMPARE(&PresetManager::getPreset(E_PV_ROOM_HEIGHT), fallback);
         freshPresets();
         QVERIFY(PresetManager::hasPreset(E_PV_FALLBACK));
-        for (const auto none : {E_PresetValue(-1), E_PV_NONE, E_PresetValue(102)})
+        const auto beyond = E_PresetValue(PresetManager::describePresets().last().value + 1);
+        for (const auto none : {E_PresetValue(-1), E_PV_NONE, beyond})
             QVERIFY(!PresetManager::hasPreset(none) && !PresetManager::getPreset(none).isValid());
     }
 

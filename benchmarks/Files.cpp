@@ -37,20 +37,23 @@ QString copyOf(const Tree& tree)
     return sourceOf(tree) + QStringLiteral(" copied");
 }
 
+void fillFolder(const QString& path, int files, const QByteArray& content)
+{
+    QDir().mkpath(path);
+    for (int number = 0; number < files; ++number) {
+        QFile file(path + QStringLiteral("/file-%1.dat").arg(number));
+        Bench::require(file.open(QIODevice::WriteOnly) && file.write(content) == content.size(),
+                       "there is no room for the files");
+    }
+}
+
 void makeTree(const Tree& tree)
 {
     if (QFile::exists(sourceOf(tree)))
         return;
     const QByteArray content = Bench::text(tree.fileSize);
-    for (int folder = 0; folder < tree.folders; ++folder) {
-        const QString path = sourceOf(tree) + QStringLiteral("/folder-%1/").arg(folder);
-        QDir().mkpath(path);
-        for (int number = 0; number < tree.filesPerFolder; ++number) {
-            QFile file(path + QStringLiteral("file-%1.dat").arg(number));
-            Bench::require(file.open(QIODevice::WriteOnly) && file.write(content) == content.size(),
-                           "there is no room for the files");
-        }
-    }
+    for (int folder = 0; folder < tree.folders; ++folder)
+        fillFolder(sourceOf(tree) + QStringLiteral("/folder-%1").arg(folder), tree.filesPerFolder, content);
     // So that no side pays for the writing of the sources.
     Bench::require(Bench::run({"sync", "-f", place().toStdString()}).isDone, "the disk cannot be synced");
 }
@@ -149,18 +152,22 @@ constexpr Side SIDES[] = {
     {"delete files", "std::filesystem", &prepareRemoval, &removeWithStandardLibrary},
 };
 
+void addSide(const Side& side, const Tree& tree)
+{
+    constexpr int REPETITIONS = 3; // some write half a gigabyte each time
+    const std::string name = std::string(side.job) + "/" + tree.name + "/" + side.name;
+    Bench::addSlow(
+        name, [side, tree] { side.prepare(tree); }, [side, tree] { return side.work(tree); })
+        ->Iterations(1)
+        ->Repetitions(REPETITIONS);
+}
+
 } // namespace
 
 void Bench::addFiles()
 {
-    constexpr int REPETITIONS = 3; // some write half a gigabyte each time
     for (const Tree& tree : TREES) {
-        for (const Side& side : SIDES) {
-            const std::string name = std::string(side.job) + "/" + tree.name + "/" + side.name;
-            addSlow(
-                name, [side, tree] { side.prepare(tree); }, [side, tree] { return side.work(tree); })
-                ->Iterations(1)
-                ->Repetitions(REPETITIONS);
-        }
+        for (const Side& side : SIDES)
+            addSide(side, tree);
     }
 }

@@ -116,15 +116,19 @@ void checkAllDigits()
     }
 }
 
+auto writerOf(const Side& side)
+{
+    static const bool IS_CHECKED = (checkAllDigits(), true);
+    Q_UNUSED(IS_CHECKED)
+    return [write = side.write, i = std::size_t(0)]() mutable {
+        return write(lengths()[++i % lengths().size()]);
+    };
+}
+
 } // namespace
 
 void Bench::addMeasurement()
 {
-    for (const Side& side : SIDES) {
-        add(std::string("measurement string/metres/") + side.name, [write = side.write] {
-            static const bool IS_CHECKED = (checkAllDigits(), true);
-            Q_UNUSED(IS_CHECKED)
-            return [write, i = std::size_t(0)]() mutable { return write(lengths()[++i % lengths().size()]); };
-        });
-    }
+    for (const Side& side : SIDES)
+        add(std::string("measurement string/metres/") + side.name, [side] { return writerOf(side); });
 }

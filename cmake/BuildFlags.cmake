@@ -5,6 +5,7 @@ target_compile_options(globals_build_flags INTERFACE -Wall -Wextra -Wpedantic -W
 if(GLOBALS_STRICT)
     target_compile_definitions(globals_build_flags INTERFACE
         QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_DEPRECATED_WARNINGS)
+    target_compile_options(globals_build_flags INTERFACE -Wshadow -Wold-style-cast)
 endif()
 if(GLOBALS_SANITIZE)
     target_compile_options(globals_build_flags INTERFACE

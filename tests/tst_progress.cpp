@@ -56,9 +56,9 @@ public:
                      .arg(step->getProgressStepId())
                      .arg(prepend));
             connect(step, &ProgressStep::updateProgressStepRequested, this,
-                    [this](ProgressStep* step) { note("update "_q + step->getProgressStepName()); });
-            connect(step, &ProgressStep::changeProgressStateRequested, this, [this](ProgressStep* step) {
-                note("change %1 %2"_q.arg(step->getProgressStepName()).arg(step->getProgressStepState()));
+                    [this](ProgressStep* sender) { note("update "_q + sender->getProgressStepName()); });
+            connect(step, &ProgressStep::changeProgressStateRequested, this, [this](ProgressStep* sender) {
+                note("change %1 %2"_q.arg(sender->getProgressStepName()).arg(sender->getProgressStepState()));
             });
         });
         on(&S::abortProcess, [this] { note("abort"_q); });
@@ -313,9 +313,9 @@ private Q_SLOTS:
         connect(states(), &StateHandler::createNewProgressStepRequested, this,
                 [this, &seen](ProgressStep* step) {
                     connect(step, &ProgressStep::updateProgressStepRequested, this,
-                            [&seen](const ProgressStep* step) {
-                                seen += !step->getProgressStepText().isEmpty();
-                                if (step->getCurrentProgressBarStep() > 500)
+                            [&seen](const ProgressStep* sender) {
+                                seen += !sender->getProgressStepText().isEmpty();
+                                if (sender->getCurrentProgressBarStep() > 500)
                                     states()->setAbort();
                             });
                 });

@@ -1,5 +1,9 @@
-// The one source that is compiled with Qt's deprecated interfaces switched on: QDesktopServices still answers
-// Qt 4's folders, QStandardPaths others.
+// The one source that is compiled with Qt's deprecated interfaces switched on, whatever the project that
+// builds us says of them: QDesktopServices still returns Qt 4's folders, QStandardPaths others.
+#undef QT_DISABLE_DEPRECATED_BEFORE
+#define QT_DISABLE_DEPRECATED_BEFORE 0
+#undef QT_NO_DEPRECATED_WARNINGS
+#define QT_NO_DEPRECATED_WARNINGS
 
 #include "globals/system/StandardLocations_p.h"
 

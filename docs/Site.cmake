@@ -43,6 +43,7 @@ doxygen_add_docs(docs
     ${pages}
     ${PROJECT_SOURCE_DIR}/CONTRIBUTING.md
     ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+    ${PROJECT_SOURCE_DIR}/SECURITY.md
     ${headers}
     COMMENT "Writing the documentation to ${PROJECT_BINARY_DIR}/html")
 add_dependencies(docs docs_tables)

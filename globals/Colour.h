@@ -102,9 +102,9 @@ GLOBALS_EXPORT void gamma_correct_rgb(const colourSystem* cs, double& r, double&
 /// hue: \p h stays as it was.
 GLOBALS_EXPORT void RGBtoHSV(const float& r, const float& g, const float& b, float& h, float& s, float& v);
 
-/// The inverse, for hues from 0 to below 360. Other hues do not wrap around. From 360 on, the colour is
-/// computed as in the last of the six sectors, so that 360 itself is magenta, not red. Below 0 it is too, but
-/// one component is far out of range.
+/// The inverse, for hues from 0 to 360; 360 is red, as 0 is. Other hues do not wrap around: beyond 360 the
+/// colour is computed as in the last of the six sectors, and below 0, too, but with one component far out of
+/// range.
 GLOBALS_EXPORT void HSVtoRGB(float& r, float& g, float& b, const float& h, const float& s, const float& v);
 
 } // namespace TEKLUVA

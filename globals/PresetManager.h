@@ -99,7 +99,8 @@ public:
     /// @}
 
     /// \name Writing with the rule of the preset
-    /// Both throw Exception with E_ET_FATAL for a key or a number that is no preset.
+    /// For text that is no key an Exception with E_ET_FATAL is thrown; for a number that is no preset nothing
+    /// happens.
     /// @{
     void setPreset(const QString& key, const QVariant& value);
     void setPreset(const E_PresetValue& key, const QVariant& value);

@@ -205,6 +205,11 @@ private Q_SLOTS:
         const auto beyond = E_PresetValue(PresetManager::describePresets().last().value + 1);
         for (const auto none : {E_PresetValue(-1), E_PV_NONE, beyond})
             QVERIFY(!PresetManager::hasPreset(none) && !PresetManager::getPreset(none).isValid());
+        for (const auto none : {E_PresetValue(-1), E_PV_NONE, beyond}) {
+            PresetManager::getInstance()->setPreset(none, 1);
+            QVERIFY(!PresetManager::hasPreset(none));
+            QVERIFY(!PresetManager::getPreset(none).isValid());
+        }
     }
 
     void readsTheFile_data() { TestData::addRows("preset-files.txt", {"file", "failure", "expected"}); }

@@ -134,6 +134,7 @@ Vector blackBodyChromaticity(double kelvin)
 
 constexpr float DEGREES_PER_SECTOR = 60;
 constexpr float FULL_CIRCLE = 360;
+constexpr unsigned SECTORS = 6;
 
 /// The number of the hue's sector. Negative numbers wrap around like those of an unsigned integer. The
 /// greatest number for a hue that is out of range or NaN.
@@ -265,7 +266,8 @@ void HSVtoRGB(float& r, float& g, float& b, const float& h, const float& s, cons
         return;
     }
     const float sectors = h / DEGREES_PER_SECTOR;
-    const unsigned sector = sectorOf(sectors);
+    // 360 degrees are the end of the last sector, where red is, and not the beginning of one beyond it.
+    const unsigned sector = h == FULL_CIRCLE ? SECTORS - 1 : sectorOf(sectors);
     const float f = sectors - static_cast<float>(sector);
     const float p = value * (1 - s);
     const float q = value * (1 - s * f);

@@ -48,12 +48,12 @@ QByteArray decryptBlock(const QByteArray& block, const QByteArray& password)
 
 } // namespace
 
-class DataFileReader::Private
+class Q_DECL_HIDDEN DataFileReader::Private
 {
 public:
-    Private(const QString& fileName, const QString& password)
-        : fileName(QFile::encodeName(fileName))
-        , password(password.toUtf8())
+    Private(const QString& path, const QString& passwordText)
+        : fileName(QFile::encodeName(path))
+        , password(passwordText.toUtf8())
     {
     }
 

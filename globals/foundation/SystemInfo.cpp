@@ -3,7 +3,7 @@
 namespace TEKLUVA {
 
 /// Where a platform's own queries belong.
-class SystemInfo::Private
+class Q_DECL_HIDDEN SystemInfo::Private
 {
 public:
     quint64 getMaximumRam() const { return 0; }

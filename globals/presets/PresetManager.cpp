@@ -70,7 +70,7 @@ PresetDescription describe(const PresetRow& row)
 
 } // namespace
 
-class PresetManager::Private
+class Q_DECL_HIDDEN PresetManager::Private
 {
 public:
     /// The value of a preset. Null when it has none, and for a number that is no preset.
@@ -175,9 +175,12 @@ void PresetManager::readFile(const QString& path)
 
 void PresetManager::readText(const QString& text)
 {
-    const auto lines = text.splitRef(QLatin1Char('\n'));
-    for (const QStringRef& line : lines)
-        readLine(line.toString());
+    for (int begin = 0; begin <= text.size();) {
+        const int lineEnd = text.indexOf(QLatin1Char('\n'), begin);
+        const int end = lineEnd < 0 ? text.size() : lineEnd;
+        readLine(text.mid(begin, end - begin));
+        begin = end + 1;
+    }
 }
 
 void PresetManager::readLine(const QString& line)
@@ -260,10 +263,8 @@ void PresetManager::setPreset(const E_PresetValue& key, const QVariant& value)
 {
     if (const PresetRow* row = presetRow(key))
         row->constraint.rule(*this, key, row->constraint, value);
-    else if (key == E_PV_FALLBACK)
-        setValue(key, value);
     else
-        fail(E_ET_FATAL, QStringLiteral("The preset key %1 is invalid").arg(key));
+        setValue(key, value); // of the fallback entry, or of nothing
 }
 
 void PresetManager::setValue(const E_PresetValue& key, const QVariant& value)

@@ -73,7 +73,7 @@ bool isDueForClearing(const fs::path& folder)
 
 } // namespace
 
-class AtomicFile::Private
+class Q_DECL_HIDDEN AtomicFile::Private
 {
 public:
     explicit Private(fs::path target, Link link);

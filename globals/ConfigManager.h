@@ -1,6 +1,6 @@
 #pragma once
 
-#include "globals/ConfigManagerData.h"
+#include "globals/ConfigManagerData.h" // this one and the next two for programs that include only this header
 #include "globals/LastRun.h"
 #include "globals/Settings.h"
 #include "globals/globals.h"
@@ -10,12 +10,15 @@
 #include <QMap>
 #include <QObject>
 #include <QStringList>
+#include <QVariant>
+
+#include <memory>
 
 namespace TEKLUVA {
 
 /// \name Clean-up after an update
 /// The groups of the settings file that survive handleQtVersionChanged(), and the keys that its group
-/// "Application" loses, with ";" between them.
+/// "Application" loses, each list separated by ";".
 /// @{
 inline constexpr const char* __groups_to_keep = "Application;Server_Config;EnvironmentSettings;User_Pathes";
 inline constexpr const char* __app_keys_to_remove = "last_life_time;time_sync";
@@ -28,8 +31,9 @@ inline constexpr const char* __app_keys_to_remove = "last_life_time;time_sync";
 ///     const QString models = config->getPath(E_PT_MODEL_CACHE);        // made if missing, ends in "/"
 ///     config->setSetting("Locale", "Language", "de");                  // on disk when the call returns
 ///
-/// Threads: getInstance() must be called on the main thread first, and after the application object was made;
-/// from then on everything may be called from any thread. Signals are emitted in the caller's thread.
+/// Threads: the first getInstance() must be called on the main thread, when the application object exists.
+/// From then on everything may be called from any thread, except where a group below says otherwise. Signals
+/// are emitted in the calling thread.
 ///
 /// Ownership: a child of the application object, destroyed with it.
 class GLOBALS_EXPORT ConfigManager : public QObject
@@ -60,13 +64,13 @@ public:
     /// fails writes one error entry to the active log, and the path reached so far is returned. Empty for a
     /// number that is no path type.
     QString getPath(const E_PathType& type) const;
-    /// Lets the user's \p path take the place of the rule for E_PT_DATA, E_PT_DOWNLOAD, E_PT_UPLOAD or
-    /// E_PT_USER_SCREENSHOT; an empty one restores the rule. False, with an error entry, for other types.
+    /// Overrides the rule for E_PT_DATA, E_PT_DOWNLOAD, E_PT_UPLOAD or E_PT_USER_SCREENSHOT by \p path; an
+    /// empty one restores the rule. False, with an error entry, for other types.
     bool setPath(const E_PathType& type, const QString& path);
     /// Restores the rule for one of these four types. An error entry for other types.
     void resetPath(const E_PathType& type);
-    /// The fixed folder name of a cache or user folder, "model"; empty for the types that have none, whose
-    /// folder is made as by getPath().
+    /// The fixed folder name of a cache or user folder, for example "model". Empty for the types that have
+    /// none; their folder is made as by getPath().
     QString getDirName(const E_PathType& type) const;
     /// @}
 
@@ -81,29 +85,30 @@ public:
     /// \name Server time
     /// @{
     QDateTime getCurrentServerTime() const; ///< the local time until setCurrentServerTime()
-    /// The same moment in milliseconds since the epoch. A hundred times cheaper: a local QDateTime asks the
-    /// file system for the time zone several times.
+    /// The same moment in milliseconds since the epoch, without the cost of a local QDateTime, which asks the
+    /// system for its time zone.
     qint64 getCurrentServerMSecs() const;
     /// \p time plus the difference, 0 until one is known.
     QDateTime syncToServerTime(const QDateTime& time) const;
-    /// Takes over the server's clock and records a sign of life. A correction of 121 seconds or more renames
-    /// the active log to "tekluva-3D_" and the server's time. An invalid time is an error entry only.
+    /// Stores the difference to the server's clock and records a sign of life. If the difference changes by
+    /// 121 seconds or more, the active log is renamed to "tekluva-3D_" followed by the server's time. An
+    /// invalid time is an error entry and changes nothing.
     void setCurrentServerTime(const QDateTime& serverTime);
     /// @}
 
     /// \name The last run
-    /// What tells a clean exit from a crash at the next start, see LastRun. Each setter writes one record at
-    /// once: a process killed on the way leaves the old record or the new one.
+    /// Tells a clean exit from a crash at the next start, see LastRun. Each setter writes its values in one
+    /// piece: a process that is killed meanwhile leaves the old ones or the new ones.
     /// @{
 
     /// Records how far the run has come, the error code that goes with it and a sign of life.
     /// E_RS_FIRST_START removes the state; a number that is no state does nothing.
     void setRuntimeState(const E_RuntimeState& state);
     E_RuntimeState getLastRuntimeState() const;
-    /// Records what goes wrong if nothing is recorded after it, and a sign of life.
+    /// Records what has gone wrong if nothing else is recorded later, and a sign of life.
     void setPotentialError(const unsigned int& code);
     unsigned int getLastPotentialError() const;
-    /// When last alive, by the server's clock once that is known; invalid for a first start.
+    /// The last sign of life, by the server's clock once that is known; invalid for a first start.
     QDateTime getLastLifeTime() const;
     bool getAutosaveSessionState() const;
     void setAutosaveSessionState(const bool& active);
@@ -116,24 +121,23 @@ public:
     /// \name Versions and clean-up
     /// @{
 
-    /// The first \p parts numbers of the application's version, "1.6" for 2; all four from 4 on.
+    /// The first \p parts numbers of the application's version, for example "1.6" for 2; all four from 4 on.
     QString getCurrentVersion(const unsigned int& parts) const;
     QString getCurrentDisplayVersion() const;
-    /// Compares at most \p depth parts as numbers. A version that is the beginning of the other one is equal
-    /// to it.
+    /// Compares at most \p depth parts as numbers. A version equals each version that begins with its parts.
     E_VersionComparison compareVersion(const QString& first, const QString& second,
                                        const unsigned short& depth) const;
     /// Cleans the settings file after Qt itself was updated, see __groups_to_keep.
     void handleQtVersionChanged();
-    /// Moves the user's data from the folders of older installations unless this one has a settings file.
-    /// Runs in the constructor. Silent. A folder of which something cannot be copied stays with all that is
-    /// in it. The settings come last, so that the start after one that was killed goes on.
+    /// Moves the user's data from the folders of older installations, unless this one has a settings file.
+    /// Runs in the constructor. Silent. If something in an old folder cannot be copied, that folder stays
+    /// complete. The settings are moved last, so that after a killed start the next one goes on.
     void checkAndClean();
     /// @}
 
     /// \name Stored versions of an item
-    /// Remove its files, those whose name up to the first "." is \p name in any case, and the folder of its
-    /// additional files. Silent.
+    /// Remove the item's files and the folder of its additional files. Its files are those whose name up to
+    /// the first "." is \p name, ignoring case. Silent.
     /// @{
     void removeEnvironmentVersions(const QString& name);
     void removeModelVersions(const QString& name);
@@ -144,12 +148,15 @@ public:
     /// Failures are error entries where a message is named below, never exceptions.
     /// @{
 
-    /// Copies the files of the folder \p source into the folder \p target; both must exist, and \p target not
-    /// lie in \p source. With \p recursive sub-folders as well; links to folders are copied as links if they
-    /// lead to the same folder from there, or to its copy. \p suffixes (without dots) selects files, none
-    /// selects all. \p removeSource removes each file that was copied. For a file that exists the user is
-    /// asked in a message box; where nobody can be asked (no QApplication, or not its thread) it stays. False
-    /// when something could not be copied or nobody could be asked; the walk goes on all the same.
+    /// Copies the files of the folder \p source into the folder \p target. Both must exist, and \p target
+    /// must not lie in \p source. With \p recursive sub-folders are copied as well; a link to a folder is
+    /// copied as a link if the copy resolves to the same folder or to its copy. \p suffixes (without dots)
+    /// selects files; an empty list selects all. With \p removeSource each file is removed after it was
+    /// copied.
+    ///
+    /// If a file exists already, a message box asks the user. It stays as it is where nobody can be asked: in
+    /// a process without a QApplication, or outside its thread. False when something could not be copied or
+    /// nobody could be asked; the rest is copied all the same.
     bool copyDirectory(const QString& source, const QString& target, bool recursive, bool removeSource,
                        const QStringList& suffixes);
     /// Deletes \p path with all in it. Links are deleted, not followed. False when something is left.
@@ -158,52 +165,54 @@ public:
     qint64 getDirectoryContentSize(const QString& path) const;
     /// Makes \p path and its parents unless something exists there. False when that failed.
     bool createDirectory(const QString& path);
-    /// The whole file, below 2 GiB. \p ok tells whether it was read; a missing file is no error entry.
+    /// The whole file, below 2 GiB. \p ok tells whether it was read. A missing file is not logged.
     QByteArray readDataFromFile(const QString& filename, bool& ok);
-    /// Writes \p data, which must not be empty. A file that is not appended to is replaced when all is on
-    /// disk, see AtomicFile; a failure leaves the old content as it was. But where the file may be written
-    /// and not be replaced (in a folder that may not be written, a sticky one, over a mount point), the file
-    /// itself is overwritten, and a failure loses its old content.
+    /// Writes \p data, which must not be empty. Without \p append the file is replaced when all is on disk,
+    /// see AtomicFile; a failure leaves the old content as it was. A file that may be written but not
+    /// replaced (in a folder that is not writable or that is sticky, or at a mount point) is itself
+    /// overwritten, and a failure loses its old content.
     bool writeDataToFile(const QString& filename, const QByteArray& data, bool append);
     /// \p name with ".rgm", always appended.
     QString getProjectFilename(const QString& name) const;
     /// The translated name of a new project.
     QString getStdProjectName() const;
-    /// Where the auto-save of \p user lies; of the guest for an empty user, "Gast" and "Guest". With
-    /// \p fallBackToGuest only an existing file is named, that of the guest if need be; empty for none.
+    /// The path of the auto-save of \p user. An empty user, "Gast" and "Guest" are the guest. With
+    /// \p fallBackToGuest the file must exist: otherwise the path is that of the guest's auto-save, and empty
+    /// if that does not exist either.
     QString getAutosaveFilepath(const QString& user, const bool& fallBackToGuest) const;
     /// Whether an auto-save of \p user exists, under the names "USER", "USER_1" or "USER_2", or one of the
     /// guest.
     bool existAutoSave(const QString& user) const;
-    /// The absolute paths of what lies in the add-on folder \p folder, each with a line feed behind it.
+    /// The absolute paths of what lies in the add-on folder \p folder, each followed by a line feed.
     QString getListOfObjectAddFiles(const QString& folder) const;
     /// @}
 
     /// \name Fonts
-    /// The register knows the families that the application has loaded from its own files, by the id that
-    /// Qt's font database gave them. addFontFamily() and removeFont(), which unloads in the calling thread,
-    /// are for any thread; what asks the font database belongs on the main thread of a QGuiApplication.
+    /// The register holds the families that the application has loaded from its own files, with the id that
+    /// Qt's font database gave them. addFontFamily() and removeFont() may be called from any thread;
+    /// removeFont() unloads the font in that thread. getFonts() and getFont() query the font database and
+    /// belong on the main thread of a QGuiApplication.
     /// @{
     QMap<QString, QStringList> getFonts() const; ///< all families of the font database with their styles
     /// Registers \p family. False when it is registered already; it keeps its id then.
     bool addFontFamily(const QString& family, const int& id);
-    /// Takes the families of \p id out of the register and unloads the font. False when there are none, or
-    /// when it could not be unloaded.
+    /// Removes the families of \p id from the register and unloads the font. False when there are none, or
+    /// when the font could not be unloaded.
     bool removeFont(const int& id);
-    /// A font of \p size points. For a missing family the default font and for a missing style the family's
-    /// first one, with a warning in the active log.
+    /// A font of \p size points. If the family is missing, the default font; if the style is missing, the
+    /// family's first style; both with a warning in the active log.
     QFont getFont(const QString& family, const QString& style, const int& size) const;
-    /// The font that measurements are drawn in, in \p size points. The default font for other numbers, in 8
-    /// points whatever \p size is.
+    /// For E_FT_MEASUREMENT the font that measurements are drawn in, in \p size points. For other numbers the
+    /// default font in 8 points, whatever \p size is.
     QFont getFont(const E_FontType& type, const int& size) const;
     /// @}
 
     /// \name Offscreen images and the system
-    /// The getters answer built-in values, always. The setters store overrides in the group
-    /// "cube_map_settings" for those who read them there. Numbers that are no image have no values and store
-    /// nothing.
+    /// The getters always return built-in values. The setters store overrides in the group
+    /// "cube_map_settings", for those who read them there. A number that is no image has no values: its
+    /// getters return 0 or an empty text, and its setters store nothing.
     /// @{
-    unsigned int getCubeMapRenderSize(const E_OffscreenImage& image) const; ///< pixels at an edge
+    unsigned int getCubeMapRenderSize(const E_OffscreenImage& image) const; ///< pixels along an edge
     /// 0 to 100; 0 for the lossless formats.
     unsigned int getCubeMapImageQuality(const E_OffscreenImage& image) const;
     /// "JPG" or "PNG".
@@ -236,17 +245,10 @@ Q_SIGNALS:
 private:
     ConfigManager();
 
-    void startLogOfServerTime() const;
-    LastRun lastRun() const;
-    QVariantMap lifeTimeRecord() const;
-    QVariantMap errorRecord(unsigned int code) const;
-    void removeFilesOf(const QString& name, E_PathType type) const;
-    void removeAddsOf(const QString& name, E_PathType type);
-
     static ConfigManager* __instance;
 
-    ConfigManagerData m_data;
-    Settings m_settings;
+    class Private;
+    const std::unique_ptr<Private> d;
 };
 
 } // namespace TEKLUVA

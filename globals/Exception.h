@@ -3,6 +3,7 @@
 #include "globals/globals_export.h"
 
 #include <QException>
+#include <QSharedDataPointer>
 
 #include <string>
 
@@ -21,7 +22,7 @@ enum E_ExceptionType : int {
 };
 
 /// The one exception type of the library, thrown by value and caught by reference. It crosses Qt's concurrent
-/// framework, too. Reentrant.
+/// framework, too. Copies share what they hold, so that copying never throws. Reentrant.
 ///
 ///     try { PresetManager::getInstance()->init(); }
 ///     catch (Exception& e) { report(e.what(), e.getDescription()); if (e.exitApp()) return 1; }
@@ -31,6 +32,9 @@ public:
     /// A \p type outside 1 to 8 becomes E_ET_UNKNOWN. \p description is UTF-8 text; \p exitApp tells the
     /// application to end once it has reported the failure.
     Exception(E_ExceptionType type, std::string description, bool exitApp);
+    Exception(const Exception& other) noexcept;
+    Exception& operator=(const Exception& other) noexcept;
+    ~Exception() noexcept override;
 
     /// The fixed text of the exception's type. The description is never part of it.
     const char* what() const noexcept override;
@@ -49,14 +53,14 @@ public:
     bool exitApp() const;
     E_ExceptionType getExceptionType() const;
 
+    /// Throws a copy.
     [[noreturn]] void raise() const override;
     /// A copy that the caller owns.
     Exception* clone() const override;
 
 private:
-    std::string m_description;
-    bool m_exitApp;
-    E_ExceptionType m_type;
+    class Private;
+    QSharedDataPointer<Private> d;
 };
 
 } // namespace TEKLUVA

@@ -2,19 +2,26 @@
 
 #include "globals/globals_export.h"
 
+#include <QSharedDataPointer>
 #include <QVariant>
 
 namespace TEKLUVA {
 
 /// What a filter looks at, and how it compares. The application defines the enumerators, in the same words
-/// with "{ ... }" behind them; the library only stores the numbers.
+/// followed by "{ ... }"; the library only stores the numbers.
 enum E_FilterType : int;
 enum E_FilterOption : int;
 
-/// One criterion of a filter: a plain value. Reentrant.
+/// One criterion of a filter: a plain value, implicitly shared. Reentrant.
 class GLOBALS_EXPORT FilterEvent
 {
 public:
+    /// Type and option are 0, there is no value, and the index is -1.
+    FilterEvent();
+    FilterEvent(const FilterEvent& other);
+    FilterEvent& operator=(const FilterEvent& other);
+    ~FilterEvent();
+
     E_FilterType getType() const;
     void setType(E_FilterType type);
 
@@ -32,10 +39,8 @@ public:
     bool isValid() const;
 
 private:
-    E_FilterType m_type = E_FilterType(0);
-    E_FilterOption m_option = E_FilterOption(0);
-    QVariant m_value;
-    int m_filterIndex = -1;
+    class Private;
+    QSharedDataPointer<Private> d;
 };
 
 } // namespace TEKLUVA

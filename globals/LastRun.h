@@ -17,19 +17,19 @@ enum E_RunVerdict : int {
     E_RV_CRASHED = 5,   ///< a failure, or a run that recorded no end: killed, or running still
 };
 
-/// What the settings say of how the last run went. State, error code and life time are one record, written in
-/// one piece.
+/// What the settings say about how the last run went. State, error code and life time are one record, written
+/// in one piece.
 struct LastRun
 {
     /// E_RS_FIRST_START when no run has been recorded.
     E_RuntimeState state = E_RS_FIRST_START;
-    /// The state's word in the settings file as it stands there, empty for a first start.
+    /// The state's word as it stands in the settings file; empty for a first start.
     QString word;
     /// The potential error code, 0 for none.
     unsigned int potentialError = 0;
     /// When the application was last known to be alive; invalid when never.
     QDateTime lifeTime;
-    /// Whether that was by the server's clock.
+    /// Whether lifeTime is by the server's clock.
     bool isServerTime = false;
     /// Whether an auto-save session is active.
     bool isAutoSaveSession = false;
@@ -37,8 +37,8 @@ struct LastRun
 
 /// Reads the record from the values of the settings group "Application". Reentrant.
 ///
-/// The word is compared without regard to case. A word that is none of the nine counts as E_RS_CRASHED:
-/// something went wrong that this version does not know, and a clean exit must not be assumed.
+/// The word is compared ignoring case. An unknown word reads as E_RS_CRASHED: something went wrong that this
+/// version does not know, and a clean exit must not be assumed.
 GLOBALS_EXPORT LastRun lastRunFrom(const QVariantMap& applicationSettings);
 
 /// The word that stands for \p state in the settings file, "firststart" for E_RS_FIRST_START; empty for a
@@ -56,7 +56,7 @@ GLOBALS_EXPORT E_RunVerdict runVerdict(E_RuntimeState state);
 /// "running, or crashed, while it was closing". Empty for a number that is no state.
 GLOBALS_EXPORT QString runVerdictText(E_RuntimeState state);
 
-/// The error code that is recorded with \p state: what may have gone wrong if nothing is recorded after it.
+/// The error code that is recorded with \p state: what has gone wrong if nothing else is recorded later.
 GLOBALS_EXPORT unsigned int potentialErrorOf(E_RuntimeState state);
 
 } // namespace TEKLUVA

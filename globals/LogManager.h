@@ -2,19 +2,17 @@
 
 #include "globals/globals.h"
 
-#include <QMutex>
 #include <QObject>
-#include <QPointer>
 
-#include <map>
+#include <memory>
 #include <vector>
 
 namespace TEKLUVA {
 
 class Log;
 
-/// The registry of all logs: finds them by name, and keeps a stack of active logs so that a piece of work can
-/// switch the log that diagnostics go to and later restore the one before.
+/// The registry of all logs: knows them by name, and keeps a stack of active logs, so that a piece of work
+/// can switch the log that diagnostics go to and later restore the one before.
 ///
 /// Thread-safe, once getInstance() has been called on the main thread. Nothing here is called back under the
 /// registry's lock except receivers of logAdded().
@@ -32,16 +30,16 @@ public:
 
     /// Registers \p log under its name, in the place of any other log of that name. Emits logAdded().
     void addLog(Log* log);
-    /// Takes out whatever log is registered under the name of \p log, and \p log once from the active stack.
-    /// Does nothing, to the stack neither, when no log is registered.
+    /// Removes whatever log is registered under the name of \p log, and \p log once from the active stack. If
+    /// no log is registered at all, nothing happens, not even to the stack.
     void removeLog(Log* log);
-    /// Renames \p log (see Log::setLogName(), appending) or, when it already has that \p name, registers it
-    /// under it.
+    /// Renames \p log, as Log::setLogName() does for appending. If it has that \p name already, it is
+    /// registered under it instead.
     void updateLogName(const std::string& name, Log* log);
 
     /// Makes \p log the active one. The same log may be set several times and is then restored as often.
     void setActiveLog(Log* log);
-    /// Goes back to the log that was active before. The other one is not deleted.
+    /// Goes back to the log that was active before. The one that was active is not deleted.
     void restorePreviousLog();
     /// The log that diagnostics go to; null when there is none or when it has been deleted.
     Log* getActiveLog();
@@ -59,13 +57,11 @@ Q_SIGNALS:
 
 private:
     LogManager();
-    Log* firstLog() const;
 
     static LogManager* __instance;
 
-    mutable QMutex m_mutex;
-    std::vector<QPointer<Log>> m_active;
-    std::map<std::string, Log*> m_logs;
+    class Private;
+    const std::unique_ptr<Private> d;
 };
 
 } // namespace TEKLUVA

@@ -6,14 +6,14 @@
 
 namespace TEKLUVA {
 
-/// Brings the diagnostics of XML queries and schema validations into the active log, as plain text without
+/// Writes the diagnostics of XML queries and schema validations to the active log, as plain text without
 /// markup:
 ///
 ///     MessageHandler handler(nullptr);
 ///     query.setMessageHandler(&handler);
 ///
-/// Debug messages, warnings and errors keep their level, a fatal one is an error and ends nothing. Without an
-/// active log a message is dropped. May be called from any thread.
+/// Debug messages, warnings and errors keep their level. A fatal message is logged as an error and does not
+/// end the process. Without an active log a message is dropped. May be called from any thread.
 class GLOBALS_EXPORT MessageHandler : public QAbstractMessageHandler
 {
     Q_OBJECT

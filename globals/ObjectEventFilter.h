@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QSet>
 
+#include <memory>
+
 namespace TEKLUVA {
 
 /// An event filter that swallows chosen types of events. Install it with QObject::installEventFilter() in the
@@ -23,6 +25,7 @@ public:
     ObjectEventFilter(QObject* parent, QEvent::Type type);
     /// Adds through addEvents(), so only one of \p types is filtered afterwards.
     ObjectEventFilter(QObject* parent, const QSet<QEvent::Type>& types);
+    ~ObjectEventFilter() override;
 
     /// True when \p type was not filtered before.
     bool addEvent(QEvent::Type type);
@@ -38,7 +41,8 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    QSet<QEvent::Type> m_types;
+    class Private;
+    const std::unique_ptr<Private> d;
 };
 
 } // namespace TEKLUVA

@@ -16,13 +16,12 @@ public:
     SmartObject();
     /// A copy is a new object that nobody refers to yet.
     SmartObject(const SmartObject&);
-    /// References point at the object, not at its content, so the count stays.
+    /// References point at the object, not at its content, so its count stays.
     SmartObject& operator=(const SmartObject&);
     virtual ~SmartObject();
 
     void __incRef();
-    /// Reaching 0 has no effect.
-    void __decRef();
+    void __decRef(); ///< reaching 0 has no effect
 
     int getRefCount() const;
     /// The number of SmartObject instances alive in the process.
@@ -31,6 +30,8 @@ public:
     static std::atomic<std::int32_t> _obj_count;
 
 private:
+    /// No pointer to a private part here: this base adds one number to many small objects, and an allocation
+    /// for each would weigh more than the number.
     std::int32_t m_refCount = 0;
 };
 

@@ -1,14 +1,19 @@
 #pragma once
 
-#include "globals/StateHandlerData.h"
+#include "globals/ProgressStep.h"
+#include "globals/StateHandlerData.h" // for programs that include only this header
+#include "globals/globals.h"
 
+#include <QMap>
 #include <QObject>
+
+#include <memory>
 
 namespace TEKLUVA {
 
-/// Through this object long work tells what it is doing: one process at a time, with named steps, an abort
-/// request of the user, and a status message that clears itself. It draws nothing; dialogs, bars and status
-/// lines listen to its signals and to those of the steps.
+/// Reports what long-running work is doing: one process at a time, made of named steps, an abort request of
+/// the user, and a status message that clears itself. It draws nothing: dialogs, bars and status lines listen
+/// to its signals and to those of the steps.
 ///
 ///     auto* states = StateHandler::getInstance();
 ///     states->newProcess(tr("Opening"), true, true);
@@ -21,17 +26,17 @@ namespace TEKLUVA {
 ///         states->setCurrentProgressBarStep("models", i + 1);
 ///     }
 ///
-/// One step runs at a time: the start of a step finishes the one before.
+/// One step runs at a time: starting a step finishes the one before.
 ///
-/// Threads: made by the first getInstance(), on the main thread. Afterwards steps may be added and changed,
-/// and the abort request be made and asked for, in any thread; signals are emitted in the thread that makes
-/// the call, and a step that a worker starts becomes the active one when the main thread gets to know of it.
-/// newProcess() is for the moment when nobody works on the old process any more. newStatusMessage() with a
-/// time and clear() are for the main thread, whose timer they use.
+/// Threads: the first getInstance() must be called on the main thread. From then on any thread may add and
+/// change steps, request an abort and ask for it; signals are emitted in the calling thread. A step that a
+/// worker starts becomes the active one when the main thread handles its signal. Call newProcess() only when
+/// nobody works on the old process any more. newStatusMessage() with a time and clear() use the main thread's
+/// timer and belong there.
 ///
-/// Ownership: without a parent; nothing in the library destroys it. It owns the steps: they live in its
-/// thread and are deleted there after the next newProcess(). A step that is replaced by one of the same name
-/// is never deleted, and neither are the last process's steps when the handler is destroyed.
+/// Ownership: the handler has no parent, and nothing in the library destroys it. It owns the steps: they live
+/// in its thread and are deleted there after the next newProcess(). A step that is replaced by one of the
+/// same name is never deleted, and neither are the last process's steps when the handler is destroyed.
 class GLOBALS_EXPORT StateHandler : public QObject
 {
     Q_OBJECT
@@ -44,8 +49,8 @@ public:
     /// \name Process
     /// @{
 
-    /// Ends the current process, whose steps are thrown away, and begins one without steps and without an
-    /// abort request. Emits createNewProcessRequested() first, while the old steps are still there.
+    /// Ends the current process, whose steps are deleted, and begins one without steps and without an abort
+    /// request. Emits createNewProcessRequested() first, while the old steps are still there.
     void newProcess(const QString& name, bool show_total_progress, bool show_abort_btn);
     /// Emits renameProcessTitleRequested().
     void setProcessName(const QString& name);
@@ -80,28 +85,28 @@ public:
     /// \name Abort
     /// @{
 
-    /// Asks the work to end, and emits abortProcess(). Holds until the next newProcess().
+    /// Requests that the work ends, and emits abortProcess(). Holds until the next newProcess().
     void setAbort();
-    /// Whether the work is to end, for asking between two pieces of it. When the display has an abort button
-    /// the calling thread's pending events are processed first, so that a click on it can arrive.
+    /// Whether an abort was requested, to be asked between two pieces of work. If the display has an abort
+    /// button, the calling thread's pending events are processed first, so that a click on it can arrive.
     bool wasAborted();
     /// @}
 
     /// \name Status message
     /// @{
 
-    /// Shows \p msg, for \p time milliseconds if that is more than 0. Otherwise it stays, but for the time
-    /// that an earlier message was given.
+    /// Shows \p msg, for \p time milliseconds if that is more than 0. Otherwise it stays until a timer that
+    /// an earlier message started runs out.
     void newStatusMessage(const QString& msg, E_StateType type, int time);
-    /// Adds a blank and \p msg to the message.
+    /// Appends a blank and \p msg to the message.
     void addStatusMessage(const QString& msg);
     QString getCurrentMessage() const;
     /// @}
 
 public Q_SLOTS:
-    /// Takes the status message away: emits statusMessage() with no text, E_ST_NONE and time 1.
+    /// Removes the status message: emits statusMessage() with an empty text, E_ST_NONE and time 1.
     void clear();
-    /// Keeps the active step, when the state of \p step has changed.
+    /// Updates the active step after the state of \p step has changed.
     void handleChangeProgressStateRequest(ProgressStep* step);
 
 Q_SIGNALS:
@@ -111,17 +116,17 @@ Q_SIGNALS:
     void createNewProcessRequested(QString name, bool show_total_progress, bool show_abort_btn);
     /// A step was added; a display connects to its signals here.
     void createNewProgressStepRequested(ProgressStep* step_data, bool prepend);
-    /// The user has asked for an end.
+    /// The user has requested an abort.
     void abortProcess();
     void renameProcessTitleRequested(QString title);
 
 private:
     StateHandler();
-    void throwStepsAway();
 
     static StateHandler* __instance;
 
-    StateHandlerData m_data;
+    class Private;
+    const std::unique_ptr<Private> d;
 };
 
 } // namespace TEKLUVA

@@ -9,11 +9,11 @@
 
 namespace TEKLUVA {
 
-/// The machine's memory figures, in bytes, looked at once per second in the thread that made the object,
-/// which needs an event loop.
+/// The machine's memory figures in bytes, updated once per second. The timer runs in the thread that made the
+/// object, which needs an event loop.
 ///
-/// This build has no platform behind it: every figure is 0, and memoryLimitReached() is never emitted. The
-/// application knows that and shows no memory display then.
+/// This build queries no platform: every figure is 0, and memoryLimitReached() is never emitted. The
+/// application knows that and then shows no memory display.
 class GLOBALS_EXPORT SystemInfo : public QObject
 {
     Q_OBJECT
@@ -36,8 +36,8 @@ private Q_SLOTS:
 
 private:
     class Private;
-    std::unique_ptr<Private> d;
-    std::unique_ptr<QTimer> m_timer;
+    const std::unique_ptr<Private> d;
+    const std::unique_ptr<QTimer> m_timer;
     quint64 m_maximumRam = 0;
     quint64 m_freeRam = 0;
     quint64 m_usedRam = 0;

@@ -6,10 +6,11 @@
 
 namespace TEKLUVA {
 
-/// Shows the library's texts in \p language, "en" or "de", from now on; ConfigManager::getPrefferedLang()
-/// names one of them. False, and nothing changes, for any other name, "de_AT" for one. Call it on the main
-/// thread, once the application object exists and again to switch; widgets then get their
-/// QEvent::LanguageChange, and a unit box is re-translated with
+/// Shows the library's texts in \p language from now on: "en" or "de", as ConfigManager::getPrefferedLang()
+/// returns them. False, and nothing changes, for any other name, for example "de_AT".
+///
+/// Call it on the main thread, after the application object was made, and again to switch. Widgets then get
+/// their QEvent::LanguageChange; a unit box is translated again by
 /// MeasurementManager::updateMeasurementComboBoxLanguage().
 ///
 ///     showLanguage(ConfigManager::getInstance()->getPrefferedLang());

@@ -68,7 +68,7 @@ enum E_RuntimeState : int {
     E_RS_CLOSING = 3,      ///< the end has begun
     E_RS_CRASHING = 4,     ///< the application is ending by a failure
     E_RS_SHUTDOWN = 5,     ///< a clean end
-    E_RS_CRASHED = 6,      ///< ended by a failure; also the answer to a word that is none of these
+    E_RS_CRASHED = 6,      ///< ended by a failure; any unknown word in the settings reads as this, too
     E_RS_UPDATING = 7,     ///< an update had begun and did not end
     E_RS_FIRST_START = 8,  ///< nothing is recorded
     E_RS_RESTART = 9,      ///< ended to start again
@@ -79,8 +79,8 @@ enum E_VersionComparison : int {
     E_VC_LOWER = 1,
     E_VC_EQUAL = 2,
     E_VC_HIGHER = 3,         ///< the first version is the newer one
-    E_VC_FIRST_INVALID = 4,  ///< the first one is no version
-    E_VC_SECOND_INVALID = 5, ///< the second one is no version
+    E_VC_FIRST_INVALID = 4,  ///< a compared part of the first version is no number
+    E_VC_SECOND_INVALID = 5, ///< a compared part of the second version is no number
 };
 
 /// The images that a cube map is rendered into.
@@ -88,7 +88,7 @@ enum E_OffscreenImage : int {
     E_OI_COLOR = 1,
     E_OI_DEPTH = 2,
     E_OI_NORMAL = 3,
-    E_OI_ID = 4, ///< which object is seen where
+    E_OI_ID = 4, ///< the id of the object seen at each pixel
 };
 
 /// The application's own kinds of documents.
@@ -114,13 +114,13 @@ enum E_MeasurementUnit : int {
 
 /// Whether a measured value is a length, an area or a volume.
 enum E_MeasurementDimension : int {
-    E_MD_LINEAR = 1,
-    E_MD_SQUARED = 2,
-    E_MD_CUBIC = 3,
+    E_MD_LINEAR = 1,  ///< a length
+    E_MD_SQUARED = 2, ///< an area
+    E_MD_CUBIC = 3,   ///< a volume
 };
 
-/// The kind of a status message. The library passes it through and uses E_ST_NONE only; the other names are
-/// for status lines that have no kinds of their own, which may be any numbers.
+/// The kind of a status message. The library passes it through unchanged and uses E_ST_NONE only. An
+/// application may define kinds of its own, with any numbers, instead of the other names.
 enum E_StateType : int {
     E_ST_NONE = 0, ///< there is no message
     E_ST_INFORMATION = 1,
@@ -128,8 +128,8 @@ enum E_StateType : int {
     E_ST_ERROR = 3,
 };
 
-/// The names of the application's scene states, in the order the scene code knows them by. The library
-/// itself does not read them.
+/// The names of the application's scene states, in the order of the scene code's numbers. The library itself
+/// does not read them.
 inline constexpr std::array<const char*, 6> SCENE_STATE_NAMES = {
     "MOVE_STATE",         "STILL_STATE", "AO_STILL_STATE", "PHOTO_STATE", "WALL_CONSTRUCTION_STATE",
     "POLYGON_VIEW_STATE",
@@ -140,8 +140,8 @@ inline constexpr std::array<const char*, 6> SCENE_STATE_NAMES = {
 [[nodiscard]] GLOBALS_EXPORT bool cmp(std::string a, std::string b, bool caseSensitive);
 
 /// \name Wrapping into the half-open range [min, max)
-/// The range width is added or taken away at most once: a value more than one width outside stays outside.
-/// \p max itself maps to \p min. The int form wraps around in 32 bits instead of overflowing.
+/// The width of the range is added or subtracted at most once: a value more than one width outside stays
+/// outside. \p max itself maps to \p min. The int form wraps around in 32 bits instead of overflowing.
 /// @{
 [[nodiscard]] GLOBALS_EXPORT double wrapToRange(double value, double min, double max);
 [[nodiscard]] GLOBALS_EXPORT float wrapToRange(float value, float min, float max);

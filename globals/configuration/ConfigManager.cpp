@@ -1,4 +1,4 @@
-#include "globals/ConfigManager.h"
+#include "globals/configuration/ConfigManager_p.h"
 
 #include "globals/SettingsKeys.h"
 
@@ -11,25 +11,26 @@ ConfigManager* ConfigManager::__instance = nullptr;
 ConfigManager* ConfigManager::getInstance()
 {
     if (!__instance)
-        new ConfigManager;
+        new ConfigManager; // which makes itself known, and belongs to the application object
     return __instance;
 }
 
 ConfigManager::ConfigManager()
     : QObject(QCoreApplication::instance())
+    , d(std::make_unique<Private>())
 {
-    // Known from here on, half built as it is: an error logged below asks for the time of its entry, and must
-    // not start a second configuration manager for it. What such an entry needs, the values in memory, is
-    // there.
+    // Known from here on, although it is not complete: an error logged below asks for the time of its entry,
+    // and must not create a second configuration manager. What the entry needs, the values in memory, exists.
     __instance = this;
-    m_data.setAutoSaveIntervall(60000);
-    m_data.setForceNavigationState(false);
-    m_data.setServerTimeDiff(0);
-    m_data.setServerTimeState(false);
+    d->data.setAutoSaveIntervall(60000);
+    d->data.setForceNavigationState(false);
+    d->data.setServerTimeDiff(0);
+    d->data.setServerTimeState(false);
 
-    // Before the settings file exists: a missing one is how a first start is known.
+    // Before the settings file exists: its absence is the sign of a first start.
     checkAndClean();
-    m_settings.openSettingsFile(getPath(E_PT_SETTINGS) + SettingsKeys::FILE_NAME, QSettings::IniFormat, this);
+    d->settings.openSettingsFile(getPath(E_PT_SETTINGS) + SettingsKeys::FILE_NAME, QSettings::IniFormat,
+                                 this);
 }
 
 ConfigManager::~ConfigManager()
@@ -39,58 +40,58 @@ ConfigManager::~ConfigManager()
 
 QVariant ConfigManager::getSetting(const QString& group, const QString& key) const
 {
-    return m_settings.getSetting(group, key);
+    return d->settings.getSetting(group, key);
 }
 
 bool ConfigManager::hasSetting(const QString& group, const QString& key) const
 {
-    return m_settings.hasSetting(group, key);
+    return d->settings.hasSetting(group, key);
 }
 
 bool ConfigManager::hasSettingGroup(const QString& group) const
 {
-    return m_settings.hasSettingGroup(group);
+    return d->settings.hasSettingGroup(group);
 }
 
 void ConfigManager::setSetting(const QString& group, const QString& key, const QVariant& value)
 {
-    m_settings.setSetting(group, key, value);
+    d->settings.setSetting(group, key, value);
 }
 
 void ConfigManager::removeSetting(const QString& group, const QString& key)
 {
-    m_settings.removeSetting(group, key);
+    d->settings.removeSetting(group, key);
 }
 
 void ConfigManager::removeSettingGroup(const QString& group)
 {
-    m_settings.removeSettingGroup(group);
+    d->settings.removeSettingGroup(group);
 }
 
 void ConfigManager::clearSettings()
 {
-    m_settings.clearSettings();
+    d->settings.clearSettings();
 }
 
 unsigned int ConfigManager::getAutosaveInterval() const
 {
-    return m_data.getAutoSaveIntervall();
+    return d->data.getAutoSaveIntervall();
 }
 
 void ConfigManager::setAutosaveInterval(const unsigned int& milliseconds)
 {
-    m_data.setAutoSaveIntervall(milliseconds);
+    d->data.setAutoSaveIntervall(milliseconds);
     Q_EMIT autosaveIntervalChanged(milliseconds);
 }
 
 bool ConfigManager::forceNavigation() const
 {
-    return m_data.getForceNaviationState();
+    return d->data.getForceNaviationState();
 }
 
 void ConfigManager::setForceNavigation(const bool& force)
 {
-    m_data.setForceNavigationState(force);
+    d->data.setForceNavigationState(force);
     Q_EMIT navigationForceChanged(force);
 }
 

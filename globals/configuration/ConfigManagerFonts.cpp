@@ -1,4 +1,4 @@
-#include "globals/ConfigManager.h"
+#include "globals/configuration/ConfigManager_p.h"
 #include "globals/configuration/MeasurementFont_p.h"
 #include "globals/logs/ActiveLog_p.h"
 
@@ -8,12 +8,12 @@ namespace TEKLUVA {
 
 bool ConfigManager::addFontFamily(const QString& family, const int& id)
 {
-    return m_data.addFontFamily(family, id);
+    return d->data.addFontFamily(family, id);
 }
 
 bool ConfigManager::removeFont(const int& id)
 {
-    return m_data.removeFont(id);
+    return d->data.removeFont(id);
 }
 
 QMap<QString, QStringList> ConfigManager::getFonts() const
@@ -29,7 +29,7 @@ QFont ConfigManager::getFont(const QString& family, const QString& style, const 
 {
     const QFontDatabase database;
     if (!database.families().contains(family)) {
-        // Without a blank behind the family: those who search logs know the text like this.
+        // No blank after the family: those who search logs know the text like this.
         logWarning(QStringLiteral("The Font: ") + family + QStringLiteral("is not available in the system."));
         QFont font;
         font.setPointSize(size);
@@ -54,7 +54,7 @@ QFont ConfigManager::getFont(const E_FontType& type, const int& size) const
     const int points = isMeasurement ? size : DEFAULT_SIZE;
     QFont font = isMeasurement ? QFontDatabase().font(MEASUREMENT_FONT, QStringLiteral("Normal"), points)
                                : QFontDatabase().font(QString(), QString(), points);
-    // For a family that it lacks the database answers the application's font, in that one's size.
+    // For a family that it lacks the database returns the application's font, in that font's own size.
     font.setPointSize(points);
     return font;
 }

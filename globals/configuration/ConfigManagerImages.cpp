@@ -23,7 +23,7 @@ constexpr ImageRow IMAGES[] = {
     {E_OI_NORMAL, "normal", 1024, 0, "PNG"},
     {E_OI_ID, "id", 512, 0, "PNG"},
 };
-/// What any other number is answered with; without a name it is not stored.
+/// The row of any other number. It has no name, and so nothing is stored.
 constexpr ImageRow NO_IMAGE = {E_OffscreenImage(0), nullptr, 0, 0, ""};
 
 const ImageRow& rowOf(E_OffscreenImage image)

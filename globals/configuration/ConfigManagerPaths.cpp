@@ -22,7 +22,7 @@ bool ConfigManager::setPath(const E_PathType& type, const QString& path)
         logError("The given path type is unsupported to be changed yet.");
         return false;
     }
-    // An empty path is written as well; getPath() takes an empty value for none.
+    // An empty path is written as well: getPath() reads an empty value as not set.
     setSetting(SettingsKeys::USER_PATHS, key, path);
     return true;
 }

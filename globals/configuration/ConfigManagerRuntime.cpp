@@ -1,7 +1,7 @@
-#include "globals/ConfigManager.h"
 #include "globals/Log.h"
 #include "globals/LogManager.h"
 #include "globals/SettingsKeys.h"
+#include "globals/configuration/ConfigManager_p.h"
 #include "globals/foundation/Languages_p.h"
 #include "globals/logs/ActiveLog_p.h"
 
@@ -13,7 +13,7 @@ namespace TEKLUVA {
 
 namespace {
 
-/// From this many seconds on a correction of the clock is worth a log of its own.
+/// A correction of the clock by this many seconds or more renames the active log.
 constexpr qint64 NOTABLE_CORRECTION = 121;
 
 int secondsToServer(const QDateTime& serverTime)
@@ -28,7 +28,42 @@ bool isGerman(QLocale::Language language)
     return language == QLocale::German || language == QLocale::SwissGerman || language == QLocale::LowGerman;
 }
 
+void renameActiveLog(const QDateTime& serverTime)
+{
+    Log* log = LogManager::getInstance()->getActiveLog();
+    if (!log)
+        return;
+    const QString stamp = serverTime.toString(QStringLiteral("yyyyMMddhhmmss"));
+    log->setLogName("tekluva-3D_" + stamp.toStdString(), false);
+    log->logStatusMessage("Synchronized to server time.", std::string(), 0);
+}
+
 } // namespace
+
+qint64 ConfigManager::Private::currentMSecs() const
+{
+    constexpr qint64 MSECS_PER_SECOND = 1000;
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    return data.getServerTimeState() ? now + MSECS_PER_SECOND * data.getServerTimeDiff() : now;
+}
+
+LastRun ConfigManager::Private::lastRun() const
+{
+    return lastRunFrom(settings.getSettings(SettingsKeys::APPLICATION));
+}
+
+QVariantMap ConfigManager::Private::lifeTimeRecord() const
+{
+    return {{SettingsKeys::LIFE_TIME, QDateTime::fromMSecsSinceEpoch(currentMSecs())},
+            {SettingsKeys::TIME_SYNC, data.getServerTimeState()}};
+}
+
+QVariantMap ConfigManager::Private::errorRecord(unsigned int code) const
+{
+    QVariantMap record = lifeTimeRecord();
+    record.insert(SettingsKeys::ERROR_CODE, code);
+    return record;
+}
 
 QDateTime ConfigManager::getCurrentServerTime() const
 {
@@ -37,13 +72,12 @@ QDateTime ConfigManager::getCurrentServerTime() const
 
 qint64 ConfigManager::getCurrentServerMSecs() const
 {
-    const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    return m_data.getServerTimeState() ? now + qint64(1000) * m_data.getServerTimeDiff() : now;
+    return d->currentMSecs();
 }
 
 QDateTime ConfigManager::syncToServerTime(const QDateTime& time) const
 {
-    return time.addSecs(m_data.getServerTimeDiff());
+    return time.addSecs(d->data.getServerTimeDiff());
 }
 
 void ConfigManager::setCurrentServerTime(const QDateTime& serverTime)
@@ -52,23 +86,13 @@ void ConfigManager::setCurrentServerTime(const QDateTime& serverTime)
         logError("The server time is not valid.");
         return;
     }
-    const qint64 before = m_data.getServerTimeDiff();
+    const qint64 before = d->data.getServerTimeDiff();
     const qint64 now = secondsToServer(serverTime);
-    m_data.setServerTimeDiff(static_cast<int>(now));
-    m_data.setServerTimeState(true);
+    d->data.setServerTimeDiff(static_cast<int>(now));
+    d->data.setServerTimeState(true);
     if (qAbs(now - before) >= NOTABLE_CORRECTION)
-        startLogOfServerTime();
+        renameActiveLog(getCurrentServerTime());
     updateLifeTime();
-}
-
-void ConfigManager::startLogOfServerTime() const
-{
-    Log* log = LogManager::getInstance()->getActiveLog();
-    if (!log)
-        return;
-    const QString stamp = getCurrentServerTime().toString(QStringLiteral("yyyyMMddhhmmss"));
-    log->setLogName("tekluva-3D_" + stamp.toStdString(), false);
-    log->logStatusMessage("Synchronized to server time.", std::string(), 0);
 }
 
 void ConfigManager::setRuntimeState(const E_RuntimeState& state)
@@ -76,55 +100,37 @@ void ConfigManager::setRuntimeState(const E_RuntimeState& state)
     const QString word = runtimeStateWord(state);
     if (word.isEmpty())
         return;
-    // One write for all, so that a process killed on the way leaves the old record or the new one.
-    QVariantMap record = errorRecord(potentialErrorOf(state));
+    // One write for all: a process that is killed meanwhile leaves the old record or the new one.
+    QVariantMap record = d->errorRecord(potentialErrorOf(state));
     record.insert(SettingsKeys::STATE, state == E_RS_FIRST_START ? QVariant() : word);
-    m_settings.setSettings(SettingsKeys::APPLICATION, record);
+    d->settings.setSettings(SettingsKeys::APPLICATION, record);
 }
 
 E_RuntimeState ConfigManager::getLastRuntimeState() const
 {
-    return lastRun().state;
+    return d->lastRun().state;
 }
 
 void ConfigManager::setPotentialError(const unsigned int& code)
 {
-    m_settings.setSettings(SettingsKeys::APPLICATION, errorRecord(code));
+    d->settings.setSettings(SettingsKeys::APPLICATION, d->errorRecord(code));
 }
 
 unsigned int ConfigManager::getLastPotentialError() const
 {
-    return lastRun().potentialError;
+    return d->lastRun().potentialError;
 }
 
 void ConfigManager::updateLifeTime()
 {
-    m_settings.setSettings(SettingsKeys::APPLICATION, lifeTimeRecord());
+    d->settings.setSettings(SettingsKeys::APPLICATION, d->lifeTimeRecord());
 }
 
 QDateTime ConfigManager::getLastLifeTime() const
 {
-    const LastRun run = lastRun();
-    const bool correct = !run.isServerTime && m_data.getServerTimeState();
-    return correct ? syncToServerTime(run.lifeTime) : run.lifeTime;
-}
-
-LastRun ConfigManager::lastRun() const
-{
-    return lastRunFrom(m_settings.getSettings(SettingsKeys::APPLICATION));
-}
-
-QVariantMap ConfigManager::lifeTimeRecord() const
-{
-    return {{SettingsKeys::LIFE_TIME, getCurrentServerTime()},
-            {SettingsKeys::TIME_SYNC, m_data.getServerTimeState()}};
-}
-
-QVariantMap ConfigManager::errorRecord(unsigned int code) const
-{
-    QVariantMap record = lifeTimeRecord();
-    record.insert(SettingsKeys::ERROR_CODE, code);
-    return record;
+    const LastRun run = d->lastRun();
+    const bool mustCorrect = !run.isServerTime && d->data.getServerTimeState();
+    return mustCorrect ? syncToServerTime(run.lifeTime) : run.lifeTime;
 }
 
 QString ConfigManager::getPrefferedLang() const
@@ -142,7 +148,7 @@ void ConfigManager::setPrefferedLang(const QString& language)
 
 bool ConfigManager::getAutosaveSessionState() const
 {
-    return lastRun().isAutoSaveSession;
+    return d->lastRun().isAutoSaveSession;
 }
 
 void ConfigManager::setAutosaveSessionState(const bool& active)

@@ -1,5 +1,5 @@
-#include "globals/ConfigManager.h"
 #include "globals/SettingsKeys.h"
+#include "globals/configuration/ConfigManager_p.h"
 #include "globals/configuration/Migration_p.h"
 
 #include <QDir>
@@ -37,6 +37,24 @@ QStringList namesIn(const QDir& folder)
 {
     return folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
                             QDir::Unsorted);
+}
+
+void removeFilesOf(const ConfigManager& config, const QString& name, E_PathType type)
+{
+    if (name.isEmpty())
+        return; // would match every hidden file
+    const QDir folder(config.getPath(type));
+    for (const QString& entry : namesIn(folder)) {
+        if (QFileInfo(entry).baseName().compare(name, Qt::CaseInsensitive) == 0)
+            QFile::remove(folder.filePath(entry)); // fails for a folder, which stays
+    }
+}
+
+void removeAddsOf(const ConfigManager& config, const QString& name, E_PathType type)
+{
+    const QDir folder(config.getPath(type));
+    if (namesIn(folder).contains(name))
+        FileTree::remove(folder.filePath(name));
 }
 
 } // namespace
@@ -79,12 +97,12 @@ E_VersionComparison ConfigManager::compareVersion(const QString& first, const QS
 void ConfigManager::handleQtVersionChanged()
 {
     const QStringList keptGroups = listIn(__groups_to_keep);
-    for (const QString& group : m_settings.getAllGroups()) {
+    for (const QString& group : d->settings.getAllGroups()) {
         if (!keptGroups.contains(group))
-            m_settings.removeSettingGroup(group);
+            d->settings.removeSettingGroup(group);
     }
     for (const QString& key : listIn(__app_keys_to_remove))
-        m_settings.removeSetting(SettingsKeys::APPLICATION, key);
+        d->settings.removeSetting(SettingsKeys::APPLICATION, key);
 }
 
 void ConfigManager::checkAndClean()
@@ -94,37 +112,19 @@ void ConfigManager::checkAndClean()
 
 void ConfigManager::removeEnvironmentVersions(const QString& name)
 {
-    removeFilesOf(name, E_PT_ENVIRONMENT_CACHE);
+    removeFilesOf(*this, name, E_PT_ENVIRONMENT_CACHE);
 }
 
 void ConfigManager::removeModelVersions(const QString& name)
 {
-    removeFilesOf(name, E_PT_MODEL_CACHE);
-    removeAddsOf(name, E_PT_MODEL_ADDS);
+    removeFilesOf(*this, name, E_PT_MODEL_CACHE);
+    removeAddsOf(*this, name, E_PT_MODEL_ADDS);
 }
 
 void ConfigManager::removeMaterialVersions(const QString& name)
 {
-    removeFilesOf(name, E_PT_MATERIAL_CACHE);
-    removeAddsOf(name, E_PT_MATERIAL_ADDS);
-}
-
-void ConfigManager::removeFilesOf(const QString& name, E_PathType type) const
-{
-    if (name.isEmpty())
-        return; // would match every hidden file
-    const QDir folder(getPath(type));
-    for (const QString& entry : namesIn(folder)) {
-        if (QFileInfo(entry).baseName().compare(name, Qt::CaseInsensitive) == 0)
-            QFile::remove(folder.filePath(entry)); // fails for a folder, which stays
-    }
-}
-
-void ConfigManager::removeAddsOf(const QString& name, E_PathType type)
-{
-    const QDir folder(getPath(type));
-    if (namesIn(folder).contains(name))
-        deleteDirectory(folder.filePath(name));
+    removeFilesOf(*this, name, E_PT_MATERIAL_CACHE);
+    removeAddsOf(*this, name, E_PT_MATERIAL_ADDS);
 }
 
 } // namespace TEKLUVA

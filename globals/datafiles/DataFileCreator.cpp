@@ -166,7 +166,7 @@ QString createArchive(const Items& items, const QString& path, const DataFileCre
 
 } // namespace
 
-class Q_DECL_HIDDEN DataFileCreator::Private
+class GLOBALS_NO_EXPORT DataFileCreator::Private
 {
 public:
     /// Keeps the reason of a failure, empty for none, and returns whether there was none.

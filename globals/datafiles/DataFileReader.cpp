@@ -48,7 +48,7 @@ QByteArray decryptBlock(const QByteArray& block, const QByteArray& password)
 
 } // namespace
 
-class Q_DECL_HIDDEN DataFileReader::Private
+class GLOBALS_NO_EXPORT DataFileReader::Private
 {
 public:
     Private(const QString& path, const QString& passwordText)

@@ -1,5 +1,7 @@
 #include "globals/Exception.h"
 
+#include <QSharedData>
+
 #include <array>
 
 namespace TEKLUVA {
@@ -26,21 +28,38 @@ E_ExceptionType knownType(E_ExceptionType type)
 
 } // namespace
 
+class GLOBALS_NO_EXPORT Exception::Private : public QSharedData
+{
+public:
+    Private(std::string description, bool exitApp, E_ExceptionType type)
+        : description(std::move(description))
+        , exitApp(exitApp)
+        , type(type)
+    {
+    }
+
+    const std::string description;
+    const bool exitApp;
+    const E_ExceptionType type;
+};
+
 Exception::Exception(E_ExceptionType type, std::string description, bool exitApp)
-    : m_description(std::move(description))
-    , m_exitApp(exitApp)
-    , m_type(knownType(type))
+    : d(new Private(std::move(description), exitApp, knownType(type)))
 {
 }
 
+Exception::Exception(const Exception& other) noexcept = default;
+Exception& Exception::operator=(const Exception& other) noexcept = default;
+Exception::~Exception() noexcept = default;
+
 const char* Exception::what() const noexcept
 {
-    return WHAT[static_cast<std::size_t>(m_type)];
+    return WHAT[static_cast<std::size_t>(d->type)];
 }
 
 const char* Exception::getDescription() const
 {
-    return m_description.c_str();
+    return d->description.c_str();
 }
 
 const char* Exception::getFilename() const
@@ -60,12 +79,12 @@ int Exception::getLine() const
 
 bool Exception::exitApp() const
 {
-    return m_exitApp;
+    return d->exitApp;
 }
 
 E_ExceptionType Exception::getExceptionType() const
 {
-    return m_type;
+    return d->type;
 }
 
 void Exception::raise() const

@@ -1,50 +1,70 @@
 #include "globals/FilterEvent.h"
 
+#include <QSharedData>
+
 namespace TEKLUVA {
+
+class GLOBALS_NO_EXPORT FilterEvent::Private : public QSharedData
+{
+public:
+    E_FilterType type = E_FilterType(0);
+    E_FilterOption option = E_FilterOption(0);
+    QVariant value;
+    int filterIndex = -1;
+};
+
+FilterEvent::FilterEvent()
+    : d(new Private)
+{
+}
+
+FilterEvent::FilterEvent(const FilterEvent& other) = default;
+FilterEvent& FilterEvent::operator=(const FilterEvent& other) = default;
+FilterEvent::~FilterEvent() = default;
 
 E_FilterType FilterEvent::getType() const
 {
-    return m_type;
+    return d->type;
 }
 
 void FilterEvent::setType(E_FilterType type)
 {
-    m_type = type;
+    d->type = type;
 }
 
 E_FilterOption FilterEvent::getOption() const
 {
-    return m_option;
+    return d->option;
 }
 
 void FilterEvent::setOption(E_FilterOption option)
 {
-    m_option = option;
+    d->option = option;
 }
 
 int FilterEvent::getFilterIndex() const
 {
-    return m_filterIndex;
+    return d->filterIndex;
 }
 
 void FilterEvent::setFilterIndex(int index)
 {
-    m_filterIndex = index;
+    d->filterIndex = index;
 }
 
 QVariant FilterEvent::getValue() const
 {
-    return m_value;
+    return d->value;
 }
 
 void FilterEvent::setValue(QVariant value)
 {
-    m_value = std::move(value);
+    d->value = std::move(value);
 }
 
 bool FilterEvent::isValid() const
 {
-    return !m_value.isNull() && m_value.isValid() && m_filterIndex >= 0;
+    return !d->value.isNull() && d->value.isValid() && d->filterIndex >= 0;
 }
 
 } // namespace TEKLUVA

@@ -4,7 +4,7 @@
 
 namespace TEKLUVA {
 
-/// Whether there are texts in \p language.
+/// Whether the library has texts in \p language.
 inline bool isOffered(const QString& language)
 {
     return language == QLatin1String("en") || language == QLatin1String("de");

@@ -5,8 +5,8 @@
 
 namespace TEKLUVA {
 
-/// Hands a new object over to the application's main thread, so that its signals arrive there. Without an
-/// application there is no main thread to speak of, and the object stays where it is.
+/// Moves a new object to the application's main thread, so that its signals arrive there. Without an
+/// application object no thread is known as the main one, and the object stays where it is.
 inline void moveToMainThread(QObject* object)
 {
     const QCoreApplication* application = QCoreApplication::instance();

@@ -1,54 +1,71 @@
 #include "globals/ObjectEventFilter.h"
 
-#include <algorithm>
-
 namespace TEKLUVA {
+
+class GLOBALS_NO_EXPORT ObjectEventFilter::Private
+{
+public:
+    QSet<QEvent::Type> types;
+};
 
 ObjectEventFilter::ObjectEventFilter(QObject* parent)
     : QObject(parent)
+    , d(std::make_unique<Private>())
 {
 }
 
 ObjectEventFilter::ObjectEventFilter(QObject* parent, QEvent::Type type)
-    : QObject(parent)
+    : ObjectEventFilter(parent)
 {
     addEvent(type);
 }
 
 ObjectEventFilter::ObjectEventFilter(QObject* parent, const QSet<QEvent::Type>& types)
-    : QObject(parent)
+    : ObjectEventFilter(parent)
 {
     addEvents(types);
 }
 
+ObjectEventFilter::~ObjectEventFilter() = default;
+
 bool ObjectEventFilter::addEvent(QEvent::Type type)
 {
-    if (m_types.contains(type))
+    if (d->types.contains(type))
         return false;
-    m_types.insert(type);
+    d->types.insert(type);
     return true;
 }
 
 bool ObjectEventFilter::addEvents(const QSet<QEvent::Type>& types)
 {
-    return std::any_of(types.begin(), types.end(), [this](QEvent::Type type) { return addEvent(type); });
+    for (const QEvent::Type type : types) {
+        const bool wasAdded = addEvent(type);
+        if (wasAdded)
+            return true; // one type per call, as required
+    }
+    return false;
 }
 
 bool ObjectEventFilter::removeEvent(QEvent::Type type)
 {
-    return m_types.remove(type);
+    return d->types.remove(type);
 }
 
 bool ObjectEventFilter::removeEvent(const QSet<QEvent::Type>& types)
 {
-    return std::any_of(types.begin(), types.end(), [this](QEvent::Type type) { return removeEvent(type); });
+    for (const QEvent::Type type : types) {
+        const bool wasRemoved = removeEvent(type);
+        if (wasRemoved)
+            return true; // one type per call, as required
+    }
+    return false;
 }
 
 bool ObjectEventFilter::eventFilter(QObject* watched, QEvent* event)
 {
     if (!watched || !event)
         return true;
-    return m_types.contains(event->type()) || QObject::eventFilter(watched, event);
+    return d->types.contains(event->type()) || QObject::eventFilter(watched, event);
 }
 
 } // namespace TEKLUVA

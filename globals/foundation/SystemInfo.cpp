@@ -2,8 +2,8 @@
 
 namespace TEKLUVA {
 
-/// Where a platform's own queries belong.
-class Q_DECL_HIDDEN SystemInfo::Private
+/// The place for a platform's queries.
+class GLOBALS_NO_EXPORT SystemInfo::Private
 {
 public:
     quint64 getMaximumRam() const { return 0; }

@@ -19,7 +19,7 @@ bool showLanguage(const QString& language)
 {
     static QPointer<QTranslator> shown; // belongs to the application object
     if (!isOffered(language))
-        return false; // QTranslator takes any name that begins like one of its files
+        return false; // QTranslator accepts any name that begins with that of one of its files
     initGlobalsResources();
     auto next = std::make_unique<QTranslator>();
     if (!next->load(QStringLiteral(":/globals/translations/globals_%1.qm").arg(language)))

@@ -48,7 +48,7 @@ float wrapToRange(float value, float min, float max)
 
 int wrapToRange(int value, int min, int max)
 {
-    // Unsigned, because a range near the ends of int may leave 32 bits on the way, and that must only wrap.
+    // Unsigned: near the ends of int an intermediate result may exceed 32 bits, and then it must wrap around.
     const auto v = static_cast<std::uint32_t>(value);
     const auto low = static_cast<std::uint32_t>(min);
     const auto high = static_cast<std::uint32_t>(max);

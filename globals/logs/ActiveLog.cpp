@@ -2,6 +2,7 @@
 
 #include "globals/Log.h"
 #include "globals/LogManager.h"
+#include "globals/logs/LogLock_p.h"
 
 #include <QString>
 
@@ -10,8 +11,8 @@ namespace TEKLUVA {
 void logToActive(E_LogLevel level, const std::string& message, const std::string& location, unsigned int line)
 {
     Log* log = LogManager::getInstance()->getActiveLog();
-    // A log that shows its new entry to a receiver cannot take another one from inside.
-    if (log && !log->isHeldHere())
+    // In a receiver of its contentChanged() a log takes no further entry.
+    if (log && !LogLock::isHeldHere(log))
         log->logMessage(level, message, location, line);
 }
 

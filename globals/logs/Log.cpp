@@ -1,105 +1,105 @@
 #include "globals/Log.h"
 
-#include "globals/ConfigManager.h"
 #include "globals/LogManager.h"
+#include "globals/foundation/LockedRecord_p.h"
 #include "globals/foundation/MainThread_p.h"
+#include "globals/logs/LogConfiguration_p.h"
+#include "globals/logs/LogFile_p.h"
+#include "globals/logs/LogLock_p.h"
 
 #include <QFile>
-#include <QMutexLocker>
-#include <QThread>
+
+#include <vector>
 
 namespace TEKLUVA {
 
 namespace {
 
-struct Label
-{
-    E_LogLevel level;
-    const char* text;
-};
-
-/// The padding up to nine characters is all that separates a label from the time stamp.
-constexpr Label LABELS[] = {
-    {E_LL_DEBUG, "DEBUG    "},
-    {E_LL_INFO, "INFO     "},
-    {E_LL_WARNING, "WARNING  "},
-};
-constexpr const char* ERROR_LABEL = "ERROR    ";
-
-const char* labelOf(E_LogLevel level)
-{
-    for (const Label& label : LABELS) {
-        if (label.level == level)
-            return label.text;
-    }
-    return ERROR_LABEL;
-}
-
 std::string pathOf(const std::string& name)
 {
-    return ConfigManager::getInstance()->getPath(E_PT_LOGS).toStdString() + name + ".log";
-}
-
-/// A full disk may take half a line. It goes again, so that the next line does not grow out of it, unless
-/// another process has appended to the file in between.
-bool writeWhole(QFile& file, const std::string& line)
-{
-    const auto size = static_cast<qint64>(line.size());
-    const qint64 start = file.pos();
-    const qint64 written = file.write(line.data(), size);
-    if (written > 0 && written < size && file.size() == start + written)
-        file.resize(start);
-    return written == size;
+    return LogConfiguration::folder() + name + ".log";
 }
 
 } // namespace
 
-/// Holds the log's lock, and knows by whom.
-class Log::Hold
+/// What other threads look at while a line is being written is a record with a leaf lock of its own: name,
+/// path and entries. The file belongs to whoever holds the log's lock.
+class GLOBALS_NO_EXPORT Log::Private : public LockedRecord
 {
-    Q_DISABLE_COPY(Hold)
-
 public:
-    explicit Hold(Log& log)
-        : m_lock(&log.m_mutex)
-        , m_holder(log.m_holder)
-    {
-        m_holder = QThread::currentThreadId();
-    }
-    ~Hold() { m_holder = nullptr; }
+    /// The new entry.
+    LogEntry& add(E_LogLevel level, std::string message);
+    /// Null beyond the last entry.
+    LogEntry* entryAt(unsigned int index) const;
+    void rename(const std::string& newName, const std::string& newPath);
+    /// Expects the log's lock, or that nobody else uses the log.
+    void clear();
 
-private:
-    const QMutexLocker m_lock;
-    std::atomic<Qt::HANDLE>& m_holder;
+    std::string name;
+    std::string filePath;
+    std::vector<std::unique_ptr<LogEntry>> entries;
+
+    /// The log's lock: serialises logMessage(), resetLog() and setLogName(). It is taken before the
+    /// registry's lock, never after it.
+    QMutex lock;
+    LogFile file;
 };
 
-Log::Log(std::string name, bool overwrite)
-    : m_name(std::move(name))
-    , m_filePath(pathOf(m_name))
-    , m_append(!overwrite)
-    , m_file(std::make_unique<QFile>(QString::fromStdString(m_filePath)))
+LogEntry& Log::Private::add(E_LogLevel level, std::string message)
 {
+    auto entry = std::make_unique<LogEntry>(level, std::move(message));
+    LogEntry& added = *entry;
+    const QMutexLocker locked(mutex());
+    entries.push_back(std::move(entry));
+    return added;
+}
+
+LogEntry* Log::Private::entryAt(unsigned int index) const
+{
+    const QMutexLocker locked(mutex());
+    return index < entries.size() ? entries[index].get() : nullptr;
+}
+
+void Log::Private::rename(const std::string& newName, const std::string& newPath)
+{
+    const QMutexLocker locked(mutex());
+    name = newName;
+    filePath = newPath;
+}
+
+void Log::Private::clear()
+{
+    std::vector<std::unique_ptr<LogEntry>> deleted; // after the record's lock is free
+    {
+        const QMutexLocker locked(mutex());
+        deleted.swap(entries);
+    }
+    file.close();
+}
+
+Log::Log(std::string name, bool overwrite)
+    : d(std::make_unique<Private>())
+{
+    const std::string path = pathOf(name);
+    d->rename(name, path);
+    d->file.setPath(path);
+    d->file.setAppend(!overwrite);
     moveToMainThread(this);
     LogManager::getInstance()->addLog(this);
 }
 
 Log::~Log()
 {
-    clear();
+    d->clear();
     LogManager::getInstance()->removeLog(this);
 }
 
 void Log::logMessage(E_LogLevel level, std::string message, std::string /*location*/, unsigned int /*line*/)
 {
-    const Hold hold(*this);
-    auto created = std::make_unique<LogEntry>(level, std::move(message));
-    LogEntry* entry = created.get();
-    {
-        const QMutexLocker view(&m_viewMutex);
-        m_entries.push_back(std::move(created));
-    }
+    const LogLock lock(this, d->lock);
+    LogEntry& entry = d->add(level, std::move(message));
     Q_EMIT contentChanged();
-    writeEntry(entry);
+    d->file.write(entry);
 }
 
 void Log::logDebugMessage(std::string message, std::string location, unsigned int line)
@@ -124,83 +124,58 @@ void Log::logErrorMessage(std::string message, std::string location, unsigned in
 
 void Log::writeEntry(LogEntry* entry)
 {
-    if (entry->isWritten() || !openFile())
-        return;
-    if (writeWhole(*m_file, formatLine(*entry)))
-        entry->setWritten();
+    d->file.write(*entry);
 }
 
 LogEntry* Log::getEntry(unsigned int index)
 {
-    {
-        const QMutexLocker view(&m_viewMutex);
-        if (index < m_entries.size())
-            return m_entries[index].get();
-    }
-    return new LogEntry(E_LL_WARNING, "Index out of range.");
+    LogEntry* entry = d->entryAt(index);
+    return entry ? entry : new LogEntry(E_LL_WARNING, "Index out of range.");
 }
 
 unsigned int Log::getEntryCount() const
 {
-    const QMutexLocker view(&m_viewMutex);
-    return static_cast<unsigned int>(m_entries.size());
+    const QMutexLocker locked(d->mutex());
+    return static_cast<unsigned int>(d->entries.size());
 }
 
 void Log::clear()
 {
-    std::vector<std::unique_ptr<LogEntry>> entries;
-    {
-        const QMutexLocker view(&m_viewMutex);
-        entries.swap(m_entries);
-    }
-    m_file.reset();
+    d->clear();
 }
 
 void Log::resetLog(bool overwrite)
 {
-    const Hold hold(*this);
-    clear();
-    m_append = !overwrite;
+    const LogLock lock(this, d->lock);
+    d->clear();
+    d->file.setAppend(!overwrite);
     Q_EMIT contentChanged();
 }
 
 void Log::setLogName(std::string name, bool overwrite)
 {
-    // The path first, before the lock: a log folder that cannot be made is reported to the active log, and
-    // that may be this one.
-    std::string path = pathOf(name);
+    // Before the lock: a log folder that cannot be made is reported to the active log, which may be this one.
+    const std::string path = pathOf(name);
 
-    const Hold hold(*this);
-    if (m_file)
-        m_file->close();
-    if (path != m_filePath)
-        QFile::rename(QString::fromStdString(m_filePath), QString::fromStdString(path));
-    {
-        const QMutexLocker view(&m_viewMutex);
-        m_name = name;
-        m_filePath = path;
-    }
-    if (m_file)
-        m_file->setFileName(QString::fromStdString(path));
+    const LogLock lock(this, d->lock);
+    const std::string oldPath = getFilePath();
+    d->file.close();
+    if (path != oldPath)
+        QFile::rename(QString::fromStdString(oldPath), QString::fromStdString(path));
+    d->rename(name, path);
+    d->file.setPath(path);
     LogManager::getInstance()->updateLogName(name, this);
-    m_append = !overwrite;
-}
-
-bool Log::isHeldHere() const
-{
-    return m_holder == QThread::currentThreadId();
+    d->file.setAppend(!overwrite);
 }
 
 std::string Log::getName() const
 {
-    const QMutexLocker view(&m_viewMutex);
-    return m_name;
+    return d->get(d->name);
 }
 
 std::string Log::getFilePath() const
 {
-    const QMutexLocker view(&m_viewMutex);
-    return m_filePath;
+    return d->get(d->filePath);
 }
 
 bool Log::writeToFile() const
@@ -211,39 +186,6 @@ bool Log::writeToFile() const
 bool Log::initWriting(bool /*write*/) const
 {
     return true;
-}
-
-bool Log::openFile()
-{
-    if (!m_file)
-        m_file = std::make_unique<QFile>(QString::fromStdString(m_filePath));
-    if (m_file->isOpen())
-        return true;
-    // Unbuffered: each line is one system call and is in the file when it returns, so there is nothing to
-    // flush.
-    const QIODevice::OpenMode mode = m_append ? QIODevice::Append : QIODevice::WriteOnly;
-    return m_file->open(mode | QIODevice::Unbuffered);
-}
-
-const std::string& Log::formatLine(const LogEntry& entry)
-{
-    constexpr std::size_t LONGEST_KEPT = 4096;
-    if (m_line.capacity() > LONGEST_KEPT)
-        m_line = std::string();
-    m_line.assign(labelOf(entry.m_level)).append(formatTimeStamp(entry.m_time)).append("  ");
-    return m_line.append(entry.m_message).append("\r\n");
-}
-
-const std::string& Log::formatTimeStamp(qint64 milliseconds)
-{
-    const qint64 second = milliseconds / 1000;
-    if (second != m_stampSecond) {
-        m_stampSecond = second;
-        m_stamp = QDateTime::fromMSecsSinceEpoch(milliseconds)
-                      .toString(QStringLiteral("dd.MM.yyyy hh:mm:ss"))
-                      .toStdString();
-    }
-    return m_stamp;
 }
 
 } // namespace TEKLUVA

@@ -1,13 +1,13 @@
 #include "globals/LogEntry.h"
 
-#include "globals/ConfigManager.h"
 #include "globals/foundation/MainThread_p.h"
+#include "globals/logs/LogConfiguration_p.h"
 
 namespace TEKLUVA {
 
 LogEntry::LogEntry(E_LogLevel level, std::string message)
     : m_message(std::move(message))
-    , m_time(ConfigManager::getInstance()->getCurrentServerMSecs())
+    , m_time(LogConfiguration::currentMSecs())
     , m_level(level)
 {
     moveToMainThread(this);
@@ -23,9 +23,19 @@ std::string LogEntry::getMessage() const
     return m_message;
 }
 
+std::string_view LogEntry::getMessageView() const
+{
+    return m_message;
+}
+
 QDateTime LogEntry::getTimeStamp() const
 {
     return QDateTime::fromMSecsSinceEpoch(m_time);
+}
+
+qint64 LogEntry::getTimeStampMSecs() const
+{
+    return m_time;
 }
 
 bool LogEntry::isWritten() const

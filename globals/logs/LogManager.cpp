@@ -2,11 +2,32 @@
 
 #include "globals/Log.h"
 
+#include <QMutex>
 #include <QMutexLocker>
+#include <QPointer>
 
 #include <algorithm>
+#include <map>
 
 namespace TEKLUVA {
+
+class GLOBALS_NO_EXPORT LogManager::Private
+{
+public:
+    /// Null when no log is registered.
+    Log* firstLog() const;
+
+    /// Guards both containers. It is taken after the lock of a log, never before it.
+    mutable QMutex mutex;
+    std::vector<QPointer<Log>> active;
+    std::map<std::string, Log*> logs;
+};
+
+Log* LogManager::Private::firstLog() const
+{
+    const QMutexLocker lock(&mutex);
+    return logs.empty() ? nullptr : logs.begin()->second;
+}
 
 LogManager* LogManager::__instance = nullptr;
 
@@ -18,6 +39,7 @@ LogManager* LogManager::getInstance()
 }
 
 LogManager::LogManager()
+    : d(std::make_unique<Private>())
 {
     // For queued connections written with the SIGNAL macro, which look the type up by this spelling.
     qRegisterMetaType<Log*>("Log*");
@@ -31,20 +53,20 @@ LogManager::~LogManager()
 
 void LogManager::addLog(Log* log)
 {
-    const QMutexLocker lock(&m_mutex);
-    m_logs[log->getName()] = log;
+    const QMutexLocker lock(&d->mutex);
+    d->logs[log->getName()] = log;
     Q_EMIT logAdded(log);
 }
 
 void LogManager::removeLog(Log* log)
 {
-    const QMutexLocker lock(&m_mutex);
-    if (m_logs.empty())
+    const QMutexLocker lock(&d->mutex);
+    if (d->logs.empty())
         return;
-    m_logs.erase(log->getName());
-    const auto found = std::find(m_active.begin(), m_active.end(), log);
-    if (found != m_active.end())
-        m_active.erase(found);
+    d->logs.erase(log->getName());
+    const auto found = std::find(d->active.begin(), d->active.end(), log);
+    if (found != d->active.end())
+        d->active.erase(found);
 }
 
 void LogManager::updateLogName(const std::string& name, Log* log)
@@ -53,40 +75,40 @@ void LogManager::updateLogName(const std::string& name, Log* log)
         log->setLogName(name, false); // comes back here with the names equal
         return;
     }
-    const QMutexLocker lock(&m_mutex);
-    const auto found =
-        std::find_if(m_logs.begin(), m_logs.end(), [log](const auto& entry) { return entry.second == log; });
-    if (found == m_logs.end())
+    const QMutexLocker lock(&d->mutex);
+    const auto found = std::find_if(d->logs.begin(), d->logs.end(),
+                                    [log](const auto& entry) { return entry.second == log; });
+    if (found == d->logs.end())
         return;
-    m_logs.erase(found);
-    m_logs[log->getName()] = log;
+    d->logs.erase(found);
+    d->logs[log->getName()] = log;
 }
 
 void LogManager::setActiveLog(Log* log)
 {
-    const QMutexLocker lock(&m_mutex);
-    m_active.emplace_back(log);
+    const QMutexLocker lock(&d->mutex);
+    d->active.emplace_back(log);
 }
 
 void LogManager::restorePreviousLog()
 {
-    const QMutexLocker lock(&m_mutex);
-    if (!m_active.empty())
-        m_active.pop_back();
+    const QMutexLocker lock(&d->mutex);
+    if (!d->active.empty())
+        d->active.pop_back();
 }
 
 Log* LogManager::getActiveLog()
 {
-    const QMutexLocker lock(&m_mutex);
-    return m_active.empty() ? nullptr : m_active.back().data();
+    const QMutexLocker lock(&d->mutex);
+    return d->active.empty() ? nullptr : d->active.back().data();
 }
 
 std::vector<Log*> LogManager::getAllLogs() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const QMutexLocker lock(&d->mutex);
     std::vector<Log*> logs;
-    logs.reserve(m_logs.size());
-    for (const auto& entry : m_logs)
+    logs.reserve(d->logs.size());
+    for (const auto& entry : d->logs)
         logs.push_back(entry.second);
     return logs;
 }
@@ -94,18 +116,12 @@ std::vector<Log*> LogManager::getAllLogs() const
 void LogManager::clear()
 {
     {
-        const QMutexLocker lock(&m_mutex);
-        m_active.clear();
+        const QMutexLocker lock(&d->mutex);
+        d->active.clear();
     }
     // The lock is free while a log is deleted, because its destructor takes itself out through removeLog().
-    while (const Log* log = firstLog())
+    while (const Log* log = d->firstLog())
         delete log;
-}
-
-Log* LogManager::firstLog() const
-{
-    const QMutexLocker lock(&m_mutex);
-    return m_logs.empty() ? nullptr : m_logs.begin()->second;
 }
 
 } // namespace TEKLUVA

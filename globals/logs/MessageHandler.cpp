@@ -25,7 +25,7 @@ constexpr LevelRow LEVELS[] = {
     {QtFatalMsg, E_LL_ERROR},
 };
 
-/// The character data of \p markup in order; what stands behind a place that is not well-formed is lost.
+/// The character data of \p markup in order. The text after a place that is not well-formed is lost.
 QString plainText(const QString& markup)
 {
     QString text;

@@ -70,7 +70,7 @@ PresetDescription describe(const PresetRow& row)
 
 } // namespace
 
-class Q_DECL_HIDDEN PresetManager::Private
+class GLOBALS_NO_EXPORT PresetManager::Private
 {
 public:
     /// The value of a preset. Null when it has none, and for a number that is no preset.

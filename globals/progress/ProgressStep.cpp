@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <mutex>
 #include <utility>
 
 namespace TEKLUVA {
@@ -10,8 +11,15 @@ namespace {
 
 constexpr unsigned int ALL = 100; ///< percent
 
-/// The whole part of a quotient in 32 bits. What does not fit wraps around, as it does between integers, so
-/// that an unknown total of -1 is a very large one.
+/// Lets signals be queued: Qt looks their types up by the names that they are declared with.
+void registerMetaTypes()
+{
+    static std::once_flag isRegistered;
+    std::call_once(isRegistered, [] { qRegisterMetaType<ProgressStep*>("ProgressStep*"); });
+}
+
+/// The whole part of \p quotient in 32 bits. What does not fit wraps around, as it does between integers: an
+/// unknown total of -1 becomes a very large one.
 quint32 wholePart(double quotient)
 {
     constexpr double TOO_LARGE = 9223372036854775808.0; // 2^63
@@ -39,8 +47,8 @@ bool isPercentage(ProgressStep::E_ProgressType type)
     return type == ProgressStep::E_PRT_PERCENT || type == ProgressStep::E_PRT_PERCENT_ALT;
 }
 
-/// Stores \p value; false when it was there already. Only one thread at a time does so, which is why this
-/// need not be one operation.
+/// Stores \p value. False when the field held it already. Expects the lock of the step: only one thread at a
+/// time stores, so that load and store need not be one operation.
 template <typename Field, typename Value>
 bool store(std::atomic<Field>& field, Value value)
 {
@@ -78,13 +86,11 @@ ProgressStep::ProgressStep(unsigned int id, QString name, E_ProgressType type, Q
     , m_state(state)
     , m_description(std::move(description))
 {
-    // Under the names that the signals are declared with, so that they can be queued.
-    static const int REGISTERED = qRegisterMetaType<ProgressStep*>("ProgressStep*");
-    Q_UNUSED(REGISTERED)
+    registerMetaTypes();
 }
 
-/// Runs \p change, which tells whether there is something to announce, under the lock. A step that ignores
-/// changes is left before locking, so that a receiver of its last signal may still call what is ignored.
+/// Runs \p change under the lock, and announces it if \p change returns true. A step that ignores changes is
+/// not locked: a receiver of its last signal may still call what is ignored.
 template <typename Change>
 void ProgressStep::change(Change&& change)
 {
@@ -92,7 +98,10 @@ void ProgressStep::change(Change&& change)
         return;
     const QMutexLocker lock(&m_mutex);
     // Another thread may have finished the step while this one waited.
-    if (acceptsChanges() && change())
+    if (!acceptsChanges())
+        return;
+    const bool mustAnnounce = change();
+    if (mustAnnounce)
         Q_EMIT updateProgressStepRequested(this);
 }
 
@@ -107,7 +116,10 @@ void ProgressStep::setVisible(bool visible)
     if (m_blocked)
         return;
     const QMutexLocker lock(&m_mutex);
-    if (!m_blocked && store(m_visible, visible))
+    if (m_blocked)
+        return;
+    const bool isChanged = store(m_visible, visible);
+    if (isChanged)
         Q_EMIT updateProgressStepRequested(this);
 }
 
@@ -117,7 +129,7 @@ void ProgressStep::setProgressStepProgress(unsigned int percent)
         if (percent == m_progress)
             return false;
         m_progress = std::min(percent, ALL);
-        return true; // 250 again, too: it is not what was stored
+        return true; // also for 250 again, which is not what was stored
     });
 }
 
@@ -210,7 +222,8 @@ void ProgressStep::finish()
 bool ProgressStep::moveBar(quint32 current, quint32 steps)
 {
     const bool isMoved = store(m_currentBarStep, current);
-    return store(m_barSteps, steps) || isMoved;
+    const bool isResized = store(m_barSteps, steps);
+    return isMoved || isResized;
 }
 
 void ProgressStep::handleProgressState(qint64 received, qint64 total)
@@ -219,11 +232,12 @@ void ProgressStep::handleProgressState(qint64 received, qint64 total)
         const quint32 current = wholePart(static_cast<double>(received) / m_divFactor);
         const quint32 steps = std::max(wholePart(static_cast<double>(total) / m_divFactor), current);
         const quint32 stepsBefore = m_barSteps;
-        if (!moveBar(current, steps))
+        const bool isMoved = moveBar(current, steps);
+        if (!isMoved)
             return false;
         if (m_type == E_PRT_TRANSFER) {
             m_displayText.set(tr("%1 (%2 kB)").arg(m_text.get(), sizeText(total)));
-            return steps != stepsBefore; // displays of transfers show the total and not how far it is
+            return steps != stepsBefore; // displays of transfers show the total only
         }
         if (isPercentage(m_type))
             m_progress = percentOf(current, steps);

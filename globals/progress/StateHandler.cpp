@@ -1,8 +1,31 @@
 #include "globals/StateHandler.h"
 
 #include <QCoreApplication>
+#include <QTimer>
 
 namespace TEKLUVA {
+
+class GLOBALS_NO_EXPORT StateHandler::Private
+{
+public:
+    StateHandlerData data;
+};
+
+namespace {
+
+/// Deletes the steps of a process that ends. What they report from now on does not reach \p handler.
+void deleteSteps(StateHandlerData& data, const StateHandler* handler)
+{
+    const QMap<QString, ProgressStep*> steps = data.getProgressStepMap();
+    for (auto step = steps.begin(); step != steps.end(); ++step) {
+        QObject::disconnect(*step, &ProgressStep::changeProgressStateRequested, handler,
+                            &StateHandler::handleChangeProgressStateRequest);
+        data.removeStep(step.key(), true);
+    }
+    data.clearStepMap();
+}
+
+} // namespace
 
 StateHandler* StateHandler::__instance = nullptr;
 
@@ -14,11 +37,12 @@ StateHandler* StateHandler::getInstance()
 }
 
 StateHandler::StateHandler()
+    : d(std::make_unique<Private>())
 {
-    // Under the name that the signal is declared with, so that it can be queued.
+    // A queued signal looks the type up by the name that it is declared with.
     qRegisterMetaType<E_StateType>("E_StateType");
-    m_data.setClearTimerSingleShot(true);
-    connect(m_data.getClearTimer(), &QTimer::timeout, this, &StateHandler::clear);
+    d->data.setClearTimerSingleShot(true);
+    connect(d->data.getClearTimer(), &QTimer::timeout, this, &StateHandler::clear);
 }
 
 StateHandler::~StateHandler()
@@ -28,73 +52,63 @@ StateHandler::~StateHandler()
 
 void StateHandler::newProcess(const QString& name, bool show_total_progress, bool show_abort_btn)
 {
-    m_data.setShowAbortState(show_abort_btn);
-    m_data.setProcessName(name);
-    m_data.setShowTotalProgressState(show_total_progress);
+    d->data.setShowAbortState(show_abort_btn);
+    d->data.setProcessName(name);
+    d->data.setShowTotalProgressState(show_total_progress);
     Q_EMIT createNewProcessRequested(name, show_total_progress, show_abort_btn);
-    throwStepsAway();
-    m_data.setStepCounter(0);
-    m_data.setActiveProgressStep(nullptr);
-    m_data.setAbortState(false);
-}
-
-void StateHandler::throwStepsAway()
-{
-    const QMap<QString, ProgressStep*> steps = m_data.getProgressStepMap();
-    for (auto step = steps.begin(); step != steps.end(); ++step) {
-        disconnect(*step, &ProgressStep::changeProgressStateRequested, this,
-                   &StateHandler::handleChangeProgressStateRequest);
-        m_data.removeStep(step.key(), true);
-    }
-    m_data.clearStepMap();
+    deleteSteps(d->data, this);
+    d->data.setStepCounter(0);
+    d->data.setActiveProgressStep(nullptr);
+    d->data.setAbortState(false);
 }
 
 void StateHandler::setProcessName(const QString& name)
 {
-    m_data.setProcessName(name);
+    d->data.setProcessName(name);
     Q_EMIT renameProcessTitleRequested(name);
 }
 
 QString StateHandler::getProcessName() const
 {
-    return m_data.getProcessName();
+    return d->data.getProcessName();
 }
 
 bool StateHandler::showTotalProgress() const
 {
-    return m_data.getShowTotalProgressState();
+    return d->data.getShowTotalProgressState();
 }
 
 void StateHandler::addProgressStep(const QString& name, ProgressStep::E_ProgressType type,
                                    const QString& label, const QString& description, bool prepend,
                                    ProgressStep::E_ProgressState state)
 {
-    auto* step = new ProgressStep(m_data.increaseStepCounter(), name, type, label, description, state);
-    // Deleted in the thread in which calls that name it are queued, and so after the last of them. A worker's
-    // thread might also have no event loop to delete anything in.
+    const unsigned int id = d->data.increaseStepCounter();
+    auto* step = new ProgressStep(id, name, type, label, description, state);
+    // The step is deleted in the thread in which calls that name it are queued, and so after the last of
+    // them. A worker's thread might also have no event loop that would delete it.
     step->moveToThread(thread());
     connect(step, &ProgressStep::changeProgressStateRequested, this,
             &StateHandler::handleChangeProgressStateRequest);
-    m_data.addStep(name, step);
+    d->data.addStep(name, step);
     Q_EMIT createNewProgressStepRequested(step, prepend);
 }
 
 ProgressStep* StateHandler::getStepData(const QString& name) const
 {
-    return m_data.getProgressStep(name);
+    return d->data.getProgressStep(name);
 }
 
 QMap<QString, ProgressStep*> StateHandler::getAllSteps() const
 {
-    return m_data.getProgressStepMap();
+    return d->data.getProgressStepMap();
 }
 
 ProgressStep* StateHandler::getActiveStep() const
 {
-    return m_data.getActiveProgressStep();
+    return d->data.getActiveProgressStep();
 }
 
-// NOLINTBEGIN(readability-make-member-function-const): the steps are what the handler holds.
+// NOLINTBEGIN(readability-make-member-function-const): the steps are part of the handler.
 void StateHandler::setProgressStepState(const QString& name, ProgressStep::E_ProgressState state)
 {
     if (ProgressStep* step = getStepData(name))
@@ -128,65 +142,65 @@ void StateHandler::setProgressBarSteps(const QString& name, unsigned int steps)
 
 void StateHandler::setAbort()
 {
-    m_data.setAbortState(true);
+    d->data.setAbortState(true);
     Q_EMIT abortProcess();
 }
 
 bool StateHandler::wasAborted()
 {
-    // Without asking whether there are any: some event dispatchers answer no while a click is still on its
-    // way from the window system.
-    if (m_data.getShowAbortState())
+    // Not only when events are known to be pending: some event dispatchers report none while a click is still
+    // on its way from the window system.
+    if (d->data.getShowAbortState())
         QCoreApplication::processEvents(QEventLoop::AllEvents);
-    return m_data.getAbortState();
+    return d->data.getAbortState();
 }
 
 void StateHandler::newStatusMessage(const QString& msg, E_StateType type, int time)
 {
-    m_data.setCurrentMessage(msg);
-    m_data.setCurrentState(type);
+    d->data.setCurrentMessage(msg);
+    d->data.setCurrentState(type);
     Q_EMIT statusMessage(msg, type, time);
     if (time > 0)
-        m_data.startClearTimer(time);
+        d->data.startClearTimer(time);
 }
 
 void StateHandler::addStatusMessage(const QString& msg)
 {
-    const QString message = m_data.getCurrentMessage() + QLatin1Char(' ') + msg;
-    m_data.setCurrentMessage(message);
-    Q_EMIT statusMessage(message, m_data.getCurrentState(), 0);
+    const QString message = d->data.getCurrentMessage() + QLatin1Char(' ') + msg;
+    d->data.setCurrentMessage(message);
+    Q_EMIT statusMessage(message, d->data.getCurrentState(), 0);
 }
 
 QString StateHandler::getCurrentMessage() const
 {
-    return m_data.getCurrentMessage();
+    return d->data.getCurrentMessage();
 }
 
 void StateHandler::clear()
 {
-    m_data.stopClearTimer();
-    m_data.setCurrentMessage(QString());
-    m_data.setCurrentState(E_ST_NONE);
+    d->data.stopClearTimer();
+    d->data.setCurrentMessage(QString());
+    d->data.setCurrentState(E_ST_NONE);
     Q_EMIT statusMessage(QString(), E_ST_NONE, 1);
 }
 
 void StateHandler::handleChangeProgressStateRequest(ProgressStep* step)
 {
-    // A worker's last call may have been queued when its process ended; it must not disturb the new one.
-    if (m_data.isThrownAway(step))
+    // A worker's last call may have been queued when its process ended. It must not disturb the new process.
+    if (d->data.isDeletionPending(step))
         return;
     const bool isRunning = step->getProgressStepState() == ProgressStep::E_PS_RUNNING;
-    ProgressStep* active = m_data.getActiveProgressStep();
+    ProgressStep* active = d->data.getActiveProgressStep();
     if (step == active) {
         if (!isRunning)
-            m_data.setActiveProgressStep(nullptr);
+            d->data.setActiveProgressStep(nullptr);
         return;
     }
     if (!isRunning)
         return;
     if (active)
         active->setProgressStepState(ProgressStep::E_PS_FINISHED);
-    m_data.setActiveProgressStep(step);
+    d->data.setActiveProgressStep(step);
 }
 
 } // namespace TEKLUVA

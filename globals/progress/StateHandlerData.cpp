@@ -1,84 +1,204 @@
 #include "globals/StateHandlerData.h"
 
+#include "globals/foundation/LockedRecord_p.h"
+
+#include <QPointer>
+#include <QTimer>
+#include <QVector>
+
 #include <algorithm>
 
 namespace TEKLUVA {
 
+class GLOBALS_NO_EXPORT StateHandlerData::Private : public LockedRecord
+{
+public:
+    QMap<QString, ProgressStep*> steps;
+    QVector<QPointer<ProgressStep>> pendingDeletions;
+    QPointer<ProgressStep> activeStep;
+    unsigned int stepCounter = 0;
+    QString processName;
+    bool abort = false;
+    bool showAbort = false;
+    QString message;
+    E_StateType messageType = E_ST_NONE;
+    QTimer clearTimer;
+    bool showTotalProgress = false;
+};
+
+StateHandlerData::StateHandlerData()
+    : d(std::make_unique<Private>())
+{
+}
+
+StateHandlerData::~StateHandlerData() = default;
+
+QMap<QString, ProgressStep*> StateHandlerData::getProgressStepMap() const
+{
+    return d->get(d->steps);
+}
+
 ProgressStep* StateHandlerData::getProgressStep(const QString& name) const
 {
-    const QMutexLocker lock(mutex());
-    return m_steps.value(name, nullptr);
+    const QMutexLocker lock(d->mutex());
+    return d->steps.value(name, nullptr);
 }
 
 bool StateHandlerData::hasStep(const QString& name) const
 {
-    const QMutexLocker lock(mutex());
-    return m_steps.contains(name);
+    const QMutexLocker lock(d->mutex());
+    return d->steps.contains(name);
 }
 
 bool StateHandlerData::hasSteps() const
 {
-    const QMutexLocker lock(mutex());
-    return !m_steps.isEmpty();
+    const QMutexLocker lock(d->mutex());
+    return !d->steps.isEmpty();
 }
 
 QStringList StateHandlerData::getListStepNames() const
 {
-    const QMutexLocker lock(mutex());
-    return m_steps.keys();
+    const QMutexLocker lock(d->mutex());
+    return d->steps.keys();
 }
 
 void StateHandlerData::addStep(const QString& name, ProgressStep* step)
 {
-    const QMutexLocker lock(mutex());
-    m_steps.insert(name, step);
+    const QMutexLocker lock(d->mutex());
+    d->steps.insert(name, step);
 }
 
 void StateHandlerData::removeStep(const QString& name, bool deleteStep)
 {
-    const QMutexLocker lock(mutex());
-    ProgressStep* step = m_steps.take(name);
+    const QMutexLocker lock(d->mutex());
+    ProgressStep* step = d->steps.take(name);
     if (!step || !deleteStep)
         return;
-    m_thrownAway.append(step);
+    d->pendingDeletions.append(step);
     step->deleteLater();
 }
 
-bool StateHandlerData::isThrownAway(const ProgressStep* step) const
+bool StateHandlerData::isDeletionPending(const ProgressStep* step) const
 {
-    const QMutexLocker lock(mutex());
-    return std::find(m_thrownAway.begin(), m_thrownAway.end(), step) != m_thrownAway.end();
+    const QMutexLocker lock(d->mutex());
+    const auto& pending = d->pendingDeletions;
+    return std::find(pending.cbegin(), pending.cend(), step) != pending.cend();
 }
 
 void StateHandlerData::clearStepMap()
 {
-    const QMutexLocker lock(mutex());
-    m_steps.clear();
-    m_thrownAway.removeAll(nullptr); // deleted meanwhile
+    const QMutexLocker lock(d->mutex());
+    d->steps.clear();
+    d->pendingDeletions.removeAll(nullptr); // deleted meanwhile
 }
 
 unsigned int StateHandlerData::increaseStepCounter()
 {
-    const QMutexLocker lock(mutex());
-    return ++m_stepCounter;
+    const QMutexLocker lock(d->mutex());
+    return ++d->stepCounter;
+}
+
+void StateHandlerData::setStepCounter(unsigned int count)
+{
+    d->set(d->stepCounter, count);
+}
+
+unsigned int StateHandlerData::getStepCounter() const
+{
+    return d->get(d->stepCounter);
+}
+
+ProgressStep* StateHandlerData::getActiveProgressStep() const
+{
+    return d->get(d->activeStep);
+}
+
+void StateHandlerData::setActiveProgressStep(ProgressStep* step)
+{
+    d->set(d->activeStep, QPointer<ProgressStep>(step));
+}
+
+QString StateHandlerData::getProcessName() const
+{
+    return d->get(d->processName);
+}
+
+void StateHandlerData::setProcessName(const QString& name)
+{
+    d->set(d->processName, name);
+}
+
+bool StateHandlerData::getAbortState() const
+{
+    return d->get(d->abort);
+}
+
+void StateHandlerData::setAbortState(bool abort)
+{
+    d->set(d->abort, abort);
+}
+
+bool StateHandlerData::getShowAbortState() const
+{
+    return d->get(d->showAbort);
+}
+
+void StateHandlerData::setShowAbortState(bool show)
+{
+    d->set(d->showAbort, show);
+}
+
+bool StateHandlerData::getShowTotalProgressState() const
+{
+    return d->get(d->showTotalProgress);
+}
+
+void StateHandlerData::setShowTotalProgressState(bool show)
+{
+    d->set(d->showTotalProgress, show);
+}
+
+QString StateHandlerData::getCurrentMessage() const
+{
+    return d->get(d->message);
+}
+
+void StateHandlerData::setCurrentMessage(const QString& message)
+{
+    d->set(d->message, message);
+}
+
+E_StateType StateHandlerData::getCurrentState() const
+{
+    return d->get(d->messageType);
+}
+
+void StateHandlerData::setCurrentState(E_StateType type)
+{
+    d->set(d->messageType, type);
 }
 
 void StateHandlerData::startClearTimer(int msec)
 {
-    const QMutexLocker lock(mutex());
-    m_clearTimer.start(msec);
+    const QMutexLocker lock(d->mutex());
+    d->clearTimer.start(msec);
 }
 
 void StateHandlerData::stopClearTimer()
 {
-    const QMutexLocker lock(mutex());
-    m_clearTimer.stop();
+    const QMutexLocker lock(d->mutex());
+    d->clearTimer.stop();
 }
 
 void StateHandlerData::setClearTimerSingleShot(bool singleShot)
 {
-    const QMutexLocker lock(mutex());
-    m_clearTimer.setSingleShot(singleShot);
+    const QMutexLocker lock(d->mutex());
+    d->clearTimer.setSingleShot(singleShot);
+}
+
+QTimer* StateHandlerData::getClearTimer()
+{
+    return &d->clearTimer;
 }
 
 } // namespace TEKLUVA

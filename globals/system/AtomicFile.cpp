@@ -73,7 +73,7 @@ bool isDueForClearing(const fs::path& folder)
 
 } // namespace
 
-class Q_DECL_HIDDEN AtomicFile::Private
+class GLOBALS_NO_EXPORT AtomicFile::Private
 {
 public:
     explicit Private(fs::path target, Link link);

@@ -5,16 +5,16 @@
 
 namespace TEKLUVA {
 
-/// The base of records whose values several threads share: each access holds the record's own lock, and
-/// nothing is called back under it.
+/// The base of the private part of a record whose values several threads share. Each access holds the
+/// record's own lock, and nothing is called back under it.
+///
+///     class Thing::Private : public LockedRecord { public: int size = 0; };
+///     int Thing::getSize() const { return d->get(d->size); }
 class LockedRecord
 {
     Q_DISABLE_COPY(LockedRecord)
 
-protected:
-    LockedRecord() = default;
-    ~LockedRecord() = default;
-
+public:
     template <typename Value>
     Value get(const Value& member) const
     {
@@ -31,6 +31,10 @@ protected:
 
     /// For accesses to more than one value, with a QMutexLocker.
     QMutex* mutex() const { return &m_lock; }
+
+protected:
+    LockedRecord() = default;
+    ~LockedRecord() = default;
 
 private:
     mutable QMutex m_lock;

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QFile>
+
+#include <limits>
+#include <string>
+
+namespace TEKLUVA {
+
+class LogEntry;
+
+/// The file of a log: opened with the first line, and again with the first one after close(). It has no lock:
+/// whoever uses it holds that of its log.
+class LogFile
+{
+    Q_DISABLE_COPY(LogFile)
+
+public:
+    LogFile() = default;
+
+    /// In UTF-8. The file must be closed.
+    void setPath(const std::string& path);
+    /// Whether the next opening keeps what the file holds.
+    void setAppend(bool append) { m_append = append; }
+
+    /// Writes the line of \p entry and marks it as written, unless it is marked already.
+    void write(LogEntry& entry);
+    void close();
+
+private:
+    bool ensureOpen();
+    bool writeWhole(const std::string& line);
+    /// The line, in memory that the next one uses again.
+    const std::string& lineOf(const LogEntry& entry);
+    const std::string& timeStamp(qint64 milliseconds);
+
+    QFile m_file;
+    bool m_append = false;
+
+    std::string m_line;
+    /// The time stamp last written and its second since the epoch. They are kept because most lines share
+    /// their second with the line before, and to ask for the time zone costs more than the rest of a line.
+    std::string m_stamp;
+    qint64 m_stampSecond = std::numeric_limits<qint64>::min();
+};
+
+} // namespace TEKLUVA

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QMutex>
+#include <QMutexLocker>
+
+namespace TEKLUVA {
+
+class Log;
+
+/// Holds the lock of a log, and lets its own thread find out that it does. The lock is not recursive, and
+/// receivers of contentChanged() run under it: what they report must not go to the same log.
+class LogLock
+{
+    Q_DISABLE_COPY(LogLock)
+
+public:
+    LogLock(const Log* log, QMutex& mutex);
+    ~LogLock();
+
+    /// Whether the calling thread holds the lock of \p log.
+    static bool isHeldHere(const Log* log);
+
+private:
+    const QMutexLocker m_lock;
+    const Log* const m_log;
+    const LogLock* const m_outer; ///< the lock that this thread took before and still holds
+};
+
+} // namespace TEKLUVA

@@ -1,6 +1,7 @@
 #include "globals/SettingsKeys.h"
 #include "globals/configuration/ConfigManager_p.h"
 #include "globals/configuration/Migration_p.h"
+#include "globals/system/FileTree_p.h"
 
 #include <QDir>
 #include <QFile>

@@ -31,10 +31,10 @@ E_ExceptionType knownType(E_ExceptionType type)
 class GLOBALS_NO_EXPORT Exception::Private : public QSharedData
 {
 public:
-    Private(std::string description, bool exitApp, E_ExceptionType type)
-        : description(std::move(description))
-        , exitApp(exitApp)
-        , type(type)
+    Private(std::string text, bool isFinal, E_ExceptionType kind)
+        : description(std::move(text))
+        , exitApp(isFinal)
+        , type(kind)
     {
     }
 

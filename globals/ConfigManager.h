@@ -145,17 +145,15 @@ public:
     /// @}
 
     /// \name Directories and files
-    /// Failures are error entries where a message is named below, never exceptions.
+    /// Failures never throw. Those of reading and writing whole files are also error entries.
     /// @{
 
     /// Copies the files of the folder \p source into the folder \p target. Both must exist, and \p target
     /// must not lie in \p source. With \p recursive sub-folders are copied as well; a link to a folder is
     /// copied as a link if the copy resolves to the same folder or to its copy. \p suffixes (without dots)
     /// selects files; an empty list selects all. With \p removeSource each file is removed after it was
-    /// copied.
-    ///
-    /// If a file exists already, a message box asks the user. It stays as it is where nobody can be asked: in
-    /// a process without a QApplication, or outside its thread. False when something could not be copied or
+    /// copied. If a file exists already, a message box asks the user. It stays as it is where nobody can be
+    /// asked: without a QApplication, or outside its thread. False when something could not be copied or
     /// nobody could be asked; the rest is copied all the same.
     bool copyDirectory(const QString& source, const QString& target, bool recursive, bool removeSource,
                        const QStringList& suffixes);
@@ -180,8 +178,7 @@ public:
     /// \p fallBackToGuest the file must exist: otherwise the path is that of the guest's auto-save, and empty
     /// if that does not exist either.
     QString getAutosaveFilepath(const QString& user, const bool& fallBackToGuest) const;
-    /// Whether an auto-save of \p user exists, under the names "USER", "USER_1" or "USER_2", or one of the
-    /// guest.
+    /// Whether an auto-save of \p user exists, as "USER", "USER_1" or "USER_2", or one of the guest.
     bool existAutoSave(const QString& user) const;
     /// The absolute paths of what lies in the add-on folder \p folder, each followed by a line feed.
     QString getListOfObjectAddFiles(const QString& folder) const;
@@ -189,9 +186,8 @@ public:
 
     /// \name Fonts
     /// The register holds the families that the application has loaded from its own files, with the id that
-    /// Qt's font database gave them. addFontFamily() and removeFont() may be called from any thread;
-    /// removeFont() unloads the font in that thread. getFonts() and getFont() query the font database and
-    /// belong on the main thread of a QGuiApplication.
+    /// Qt's font database gave them. addFontFamily() and removeFont(), which unloads in the calling thread,
+    /// may be called from any thread; getFonts() and getFont() only on the main thread of a QGuiApplication.
     /// @{
     QMap<QString, QStringList> getFonts() const; ///< all families of the font database with their styles
     /// Registers \p family. False when it is registered already; it keeps its id then.
@@ -232,8 +228,7 @@ public:
     /// @}
 
 public Q_SLOTS:
-    /// Records a sign of life: "last_life_time" and "time_sync" in the group "Application". For a timer of
-    /// the application.
+    /// Records a sign of life ("last_life_time", "time_sync"). For a timer of the application.
     void updateLifeTime();
 
 Q_SIGNALS:

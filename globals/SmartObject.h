@@ -30,8 +30,7 @@ public:
     static std::atomic<std::int32_t> _obj_count;
 
 private:
-    /// No pointer to a private part here: this base adds one number to many small objects, and an allocation
-    /// for each would weigh more than the number.
+    // Not behind a pointer: the base adds one number to each object, and the pointer alone takes more room.
     std::int32_t m_refCount = 0;
 };
 

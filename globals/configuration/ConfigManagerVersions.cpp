@@ -106,6 +106,7 @@ void ConfigManager::handleQtVersionChanged()
         d->settings.removeSetting(SettingsKeys::APPLICATION, key);
 }
 
+// NOLINTBEGIN(readability-make-member-function-const): they change what the manager keeps on disk.
 void ConfigManager::checkAndClean()
 {
     Migration::moveOlderInstallations(getPath(E_PT_SETTINGS));
@@ -127,5 +128,6 @@ void ConfigManager::removeMaterialVersions(const QString& name)
     removeFilesOf(*this, name, E_PT_MATERIAL_CACHE);
     removeAddsOf(*this, name, E_PT_MATERIAL_ADDS);
 }
+// NOLINTEND(readability-make-member-function-const)
 
 } // namespace TEKLUVA

@@ -44,6 +44,7 @@ public:
 };
 
 Exception::Exception(E_ExceptionType type, std::string description, bool exitApp)
+    // NOLINTNEXTLINE(bugprone-throw-keyword-missing): this is the private part
     : d(new Private(std::move(description), exitApp, knownType(type)))
 {
 }

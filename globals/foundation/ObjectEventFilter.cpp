@@ -1,5 +1,7 @@
 #include "globals/ObjectEventFilter.h"
 
+#include <algorithm>
+
 namespace TEKLUVA {
 
 class GLOBALS_NO_EXPORT ObjectEventFilter::Private
@@ -38,12 +40,11 @@ bool ObjectEventFilter::addEvent(QEvent::Type type)
 
 bool ObjectEventFilter::addEvents(const QSet<QEvent::Type>& types)
 {
-    for (const QEvent::Type type : types) {
-        const bool wasAdded = addEvent(type);
-        if (wasAdded)
-            return true; // one type per call, as required
-    }
-    return false;
+    const auto isNew = [this](QEvent::Type type) { return !d->types.contains(type); };
+    const auto first = std::find_if(types.begin(), types.end(), isNew);
+    if (first == types.end())
+        return false;
+    return addEvent(*first); // one type per call, as required
 }
 
 bool ObjectEventFilter::removeEvent(QEvent::Type type)
@@ -53,12 +54,11 @@ bool ObjectEventFilter::removeEvent(QEvent::Type type)
 
 bool ObjectEventFilter::removeEvent(const QSet<QEvent::Type>& types)
 {
-    for (const QEvent::Type type : types) {
-        const bool wasRemoved = removeEvent(type);
-        if (wasRemoved)
-            return true; // one type per call, as required
-    }
-    return false;
+    const auto isHeld = [this](QEvent::Type type) { return d->types.contains(type); };
+    const auto first = std::find_if(types.begin(), types.end(), isHeld);
+    if (first == types.end())
+        return false;
+    return removeEvent(*first); // one type per call, as required
 }
 
 bool ObjectEventFilter::eventFilter(QObject* watched, QEvent* event)

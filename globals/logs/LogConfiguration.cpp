@@ -2,16 +2,16 @@
 
 #include "globals/ConfigManager.h" // upwards: see the header
 
-namespace TEKLUVA {
+namespace TEKLUVA::LogConfiguration {
 
-std::string LogConfiguration::folder()
+std::string folder()
 {
     return ConfigManager::getInstance()->getPath(E_PT_LOGS).toStdString();
 }
 
-qint64 LogConfiguration::currentMSecs()
+qint64 currentMSecs()
 {
     return ConfigManager::getInstance()->getCurrentServerMSecs();
 }
 
-} // namespace TEKLUVA
+} // namespace TEKLUVA::LogConfiguration

@@ -40,12 +40,12 @@ qint64 LogEntry::getTimeStampMSecs() const
 
 bool LogEntry::isWritten() const
 {
-    return m_written;
+    return m_written.load(std::memory_order_acquire);
 }
 
 void LogEntry::setWritten()
 {
-    m_written = true;
+    m_written.store(true, std::memory_order_release);
 }
 
 } // namespace TEKLUVA

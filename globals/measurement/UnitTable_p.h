@@ -12,8 +12,8 @@ inline constexpr double CM_PER_FOOT = 30.48;
 /// How a value in cm, cm² or cm³ becomes one in the unit.
 struct Conversion
 {
-    double factor;
-    bool multiplies; ///< by the factor; otherwise divides by it. A reciprocal would round twice.
+    double factor = 1;
+    bool multiplies = false; ///< by the factor; otherwise divides by it. A reciprocal would round twice.
 
     constexpr double toUnit(double value) const { return multiplies ? value * factor : value / factor; }
     constexpr double fromUnit(double value) const { return multiplies ? value / factor : value * factor; }
@@ -23,10 +23,10 @@ struct Conversion
 struct Scale
 {
     Conversion conversion;
-    unsigned int decimals;
-    double step; ///< in the unit
+    unsigned int decimals = 0;
+    double step = 0; ///< in the unit
     QStringView abbreviation;
-    const char* name; ///< to be translated in the context of MeasurementManager; null for none
+    const char* name = nullptr; ///< to be translated in the context of MeasurementManager; null for none
 };
 
 /// Each system has one unit for areas and one for volumes.
@@ -37,19 +37,20 @@ enum class LengthText { Decimal, FeetAndInches };
 
 struct UnitRow
 {
-    E_MeasurementUnit unit;
-    UnitSystem system;
-    LengthText text;
+    E_MeasurementUnit unit = E_MU_UNDEFINED;
+    UnitSystem system = UnitSystem::Metric;
+    LengthText text = LengthText::Decimal;
     Scale length;
-    const char* choice; ///< in the combo box, to be translated in CHOICE_CONTEXT; null when not offered
+    const char* choice =
+        nullptr; ///< in the combo box, to be translated in CHOICE_CONTEXT; null when not offered
 };
 
 inline constexpr const char* CHOICE_CONTEXT = "QObject";
 
 struct SystemRow
 {
-    UnitSystem system;
-    E_MeasurementUnit unit; ///< that the abbreviation of the area is read back as
+    UnitSystem system = UnitSystem::Metric;
+    E_MeasurementUnit unit = E_MU_UNDEFINED; ///< that the abbreviation of the area is read back as
     Scale area;
     Scale volume;
 };

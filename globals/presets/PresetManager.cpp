@@ -110,9 +110,18 @@ public:
             store(preset, value);
     }
 
-    QHash<QString, E_PresetValue> presetsByKey; ///< in lower case
+    void addKey(const QString& key, E_PresetValue preset) { m_presetsByKey.insert(key, preset); }
+
+    E_PresetValue presetOf(const QString& key) const
+    {
+        // Most keys are in lower case already, and toLower() allocates.
+        const auto asGiven = m_presetsByKey.find(key);
+        return asGiven != m_presetsByKey.end() ? *asGiven : m_presetsByKey.value(key.toLower(), E_PV_NONE);
+    }
 
 private:
+    using Values = std::vector<std::optional<QVariant>>;
+
     /// The fallback entry is given, too.
     bool isGiven(E_PresetValue preset) const
     {
@@ -122,7 +131,8 @@ private:
     std::optional<QVariant>& slot(E_PresetValue preset) { return m_values[static_cast<std::size_t>(preset)]; }
 
     /// By number, so that finding a value takes no search: presets are read in loops over geometry.
-    std::vector<std::optional<QVariant>> m_values{E_PV_FALLBACK + 1 + presetRows().size()};
+    Values m_values = Values(E_PV_FALLBACK + 1 + presetRows().size());
+    QHash<QString, E_PresetValue> m_presetsByKey; ///< in lower case
 };
 
 PresetManager* PresetManager::__instance = nullptr;
@@ -154,7 +164,7 @@ void PresetManager::init()
 void PresetManager::fillNameMap()
 {
     for (const PresetRow& row : presetRows())
-        d->presetsByKey.insert(QString::fromLatin1(row.key), row.value);
+        d->addKey(QString::fromLatin1(row.key), row.value);
 }
 
 void PresetManager::setInitialPresets()
@@ -223,10 +233,7 @@ std::optional<PresetLine> PresetManager::parseLine(const QString& line)
 
 E_PresetValue PresetManager::getKey(const QString& key) const
 {
-    // Most keys are in lower case already, and toLower() allocates.
-    const QHash<QString, E_PresetValue>& presets = d->presetsByKey;
-    const auto asGiven = presets.constFind(key);
-    return asGiven != presets.constEnd() ? *asGiven : presets.value(key.toLower(), E_PV_NONE);
+    return d->presetOf(key);
 }
 
 bool PresetManager::hasPreset(const E_PresetValue& value)

@@ -206,15 +206,14 @@ constexpr RowsByValue rowsByValue()
 }
 constexpr RowsByValue ROWS_BY_VALUE = rowsByValue();
 
-constexpr bool everyValueHasARow()
+constexpr std::size_t countOfValues()
 {
-    for (const PresetRow* row : ROWS_BY_VALUE) {
-        if (!row)
-            return false;
-    }
-    return true;
+    std::size_t count = 0;
+    for (const PresetRow* row : ROWS_BY_VALUE)
+        count += row ? 1 : 0;
+    return count;
 }
-static_assert(everyValueHasARow(), "one row for each value, without gaps between the values");
+static_assert(countOfValues() == std::size(PRESETS), "one row for each value, and no gap between the values");
 
 } // namespace
 

@@ -1,0 +1,181 @@
+#include "globals/settings/IniCodec_p.h"
+
+#include "globals/settings/IniText_p.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace TEKLUVA::IniCodec {
+
+using IniText::escapedKey;
+using IniText::isBlank;
+using IniText::isLineEnd;
+using IniText::isPairOfLineEnds;
+using IniText::SEPARATOR;
+using IniText::unescapedKey;
+
+namespace {
+
+constexpr const char* GENERAL = "General";        ///< the section of the keys without a group
+constexpr const char* GENERAL_GROUP = "%General"; ///< the section of the group with that name
+
+/// Finds the lines and what they say.
+class LineReader
+{
+public:
+    explicit LineReader(const QByteArray& content)
+        : m_content(content)
+        , m_isUtf8(content.startsWith("\xef\xbb\xbf"))
+        , m_end(m_isUtf8 ? 3 : 0)
+    {
+    }
+
+    std::vector<Line> read()
+    {
+        std::vector<Line> lines;
+        while (findLine()) {
+            Line line = at(m_begin) == '[' ? readSection() : readEntry();
+            if (line.isEntry || line.isDamaged)
+                lines.push_back(std::move(line));
+        }
+        return lines;
+    }
+
+private:
+    char at(int position) const { return m_content[position]; }
+
+    /// Past blank lines and comments, to the next line; false at the end of the file.
+    bool findLine()
+    {
+        m_begin = m_end;
+        skipSpace();
+        while (m_begin < m_content.size() && at(m_begin) == ';') {
+            while (m_begin < m_content.size() && !isLineEnd(at(m_begin)))
+                ++m_begin;
+            skipSpace();
+        }
+        findEnd();
+        return m_begin < m_content.size();
+    }
+
+    void skipSpace()
+    {
+        for (; m_begin < m_content.size() && (isBlank(at(m_begin)) || isLineEnd(at(m_begin))); ++m_begin)
+            m_number += at(m_begin) == '\n' ? 1 : 0;
+    }
+
+    /// To the line end or comment that no quotes are around and no backslash is before, and past the first
+    /// equals sign.
+    void findEnd()
+    {
+        bool isQuoted = false;
+        m_equals = -1;
+        for (m_end = m_begin; m_end < m_content.size(); ++m_end) {
+            const char c = at(m_end);
+            if (c == '"')
+                isQuoted = !isQuoted;
+            else if (c == '\\')
+                m_end += isPairOfLineEnds(m_content, m_end + 1) ? 2 : 1;
+            else if (c == '=' && !isQuoted && m_equals < 0)
+                m_equals = m_end;
+            else if ((c == ';' || isLineEnd(c)) && !isQuoted)
+                break;
+        }
+        m_end = std::min(m_end, m_content.size());
+    }
+
+    QByteArray part(int begin, int end) const { return m_content.mid(begin, end - begin); }
+
+    /// The line as it is numbered; the next one begins after its line ends.
+    Line newLine()
+    {
+        Line line;
+        line.number = m_number;
+        m_number +=
+            static_cast<int>(std::count(m_content.begin() + m_begin, m_content.begin() + m_end, '\n'));
+        return line;
+    }
+
+    Line readSection()
+    {
+        Line line = newLine();
+        const int bracket = m_content.indexOf(']', m_begin);
+        line.isDamaged = bracket < 0 || bracket >= m_end;
+        const QByteArray name = part(m_begin + 1, line.isDamaged ? m_end : bracket).trimmed();
+        if (name.compare(GENERAL, Qt::CaseInsensitive) == 0)
+            m_section.clear();
+        else if (name.compare(GENERAL_GROUP, Qt::CaseInsensitive) == 0)
+            m_section = QString::fromLatin1(name.mid(1)) + SEPARATOR;
+        else
+            m_section = unescapedKey(name) + SEPARATOR;
+        return line;
+    }
+
+    Line readEntry()
+    {
+        Line line = newLine();
+        line.isEntry = m_equals >= 0;
+        // Zeros are written as escapes. A file that has any is a binary one, or in another encoding.
+        line.isDamaged = !line.isEntry || part(m_begin, m_end).contains('\0');
+        if (!line.isEntry)
+            return line;
+        int keyEnd = m_equals;
+        while (keyEnd > m_begin && isBlank(at(keyEnd - 1)))
+            --keyEnd;
+        line.key = m_section + unescapedKey(part(m_begin, keyEnd));
+        line.value = IniValue(IniText::unescapedTexts(part(m_equals + 1, m_end), m_isUtf8));
+        line.sectionLength = m_section.size();
+        return line;
+    }
+
+    const QByteArray m_content;
+    const bool m_isUtf8;
+    int m_begin = 0;   ///< of the line
+    int m_equals = -1; ///< its first equals sign
+    int m_end;
+    int m_number = 1;
+    QString m_section; ///< what stands before its keys
+};
+
+} // namespace
+
+std::vector<Line> read(const QByteArray& content)
+{
+    std::vector<Line> lines = LineReader(content).read();
+    // "[General] a\b=1" and "[a] b=2" have the same key. QSettings reads section by section.
+    std::stable_sort(lines.begin(), lines.end(), [](const Line& line, const Line& other) {
+        return line.sectionLength < other.sectionLength;
+    });
+    return lines;
+}
+
+QByteArray write(const IniValues& values)
+{
+    // The order of the keys is not that of the sections: "a b/c" comes before "a/c". And "/a" is "a" in a
+    // file.
+    QMap<QString, QMap<QString, const IniValue*>> sections;
+    for (auto value = values.begin(); value != values.end(); ++value) {
+        const int separator = value.key().indexOf(SEPARATOR);
+        sections[value.key().left(std::max(separator, 0))].insert(value.key().mid(separator + 1), &*value);
+    }
+    QByteArray content;
+    for (auto section = sections.begin(); section != sections.end(); ++section) {
+        QByteArray name = section.key().isEmpty() ? QByteArray(GENERAL) : escapedKey(section.key());
+        if (!section.key().isEmpty() && name.compare(GENERAL, Qt::CaseInsensitive) == 0)
+            name.prepend('%');
+        content += (content.isEmpty() ? "[" : "\n[") + name + "]\n";
+        for (auto value = section->begin(); value != section->end(); ++value) {
+            content += escapedKey(value.key()) + '=';
+            const QStringList& texts = (*value)->texts();
+            for (int i = 0; i < texts.size(); ++i) {
+                content += i > 0 ? ", " : "";
+                IniText::appendEscaped(content, texts[i]);
+            }
+            content += '\n';
+        }
+    }
+    return content;
+}
+
+} // namespace TEKLUVA::IniCodec

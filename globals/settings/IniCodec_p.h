@@ -1,0 +1,30 @@
+#pragma once
+
+#include "globals/settings/IniValue_p.h"
+
+#include <QByteArray>
+
+#include <vector>
+
+/// The dialect of INI files that QSettings writes, read and written byte for byte as Qt 5.15 does.
+namespace TEKLUVA::IniCodec {
+
+/// A line with a key and a value, or one that is damaged, or both. It may go over several lines of the file,
+/// by line ends in quotes or after a backslash.
+struct Line
+{
+    int number = 1; ///< where it begins, counted from 1
+    bool isDamaged = false;
+    bool isEntry = false; ///< has what follows
+    QString key;          ///< with the section, "Group/key"
+    int sectionLength = 0;
+    IniValue value;
+};
+
+/// All but section heads, empty lines and comments. Where two lines have the same key the later one counts.
+std::vector<Line> read(const QByteArray& content);
+
+/// Sections and keys come in the order of their characters.
+QByteArray write(const IniValues& values);
+
+} // namespace TEKLUVA::IniCodec

@@ -1,0 +1,254 @@
+#include "globals/settings/IniValue_p.h"
+
+#include "globals/foundation/Latin1_p.h"
+#include "globals/settings/VariantStream_p.h"
+
+#include <QDateTime>
+#include <QLocale>
+#include <QPoint>
+#include <QRect>
+#include <QSize>
+#include <QTimeZone>
+#include <QVector>
+
+#include <algorithm>
+#include <utility>
+
+namespace TEKLUVA {
+
+namespace {
+
+constexpr QLatin1Char MARK('@');
+constexpr QLatin1String INVALID = latin1("@Invalid()");
+constexpr QLatin1String BYTES = latin1("@ByteArray(");
+constexpr QLatin1String TEXT = latin1("@String(");
+constexpr QLatin1String RECT = latin1("@Rect(");
+constexpr QLatin1String SIZE = latin1("@Size(");
+constexpr QLatin1String POINT = latin1("@Point(");
+constexpr QLatin1String TIME = latin1("@DateTime(");
+constexpr QLatin1String VARIANT = latin1("@Variant(");
+
+QString inBrackets(QLatin1String head, const QString& content)
+{
+    return head + content + QLatin1Char(')');
+}
+
+/// A character for each byte. Without the size the text would end at the first zero.
+QString fromBytes(const QByteArray& bytes)
+{
+    return QString::fromLatin1(bytes.constData(), bytes.size());
+}
+
+QString numbers(QLatin1String head, std::initializer_list<int> values)
+{
+    QStringList texts;
+    for (const int value : values)
+        texts << QString::number(value);
+    return inBrackets(head, texts.join(QLatin1Char(' ')));
+}
+
+QString plainText(const QVariant& variant)
+{
+    if (variant.userType() == QMetaType::Double)
+        return QString::number(variant.toDouble(), 'g', QLocale::FloatingPointShortest);
+    const QString text = variant.toString();
+    if (text.contains(QChar::Null))
+        return inBrackets(TEXT, text);
+    return text.startsWith(MARK) ? MARK + text : text;
+}
+
+QString textOf(const QVariant& variant)
+{
+    switch (variant.userType()) {
+    case QMetaType::UnknownType:
+        return INVALID;
+    case QMetaType::QByteArray:
+        return inBrackets(BYTES, fromBytes(variant.toByteArray()));
+    case QMetaType::QString:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Bool:
+    case QMetaType::Double:
+    case QMetaType::QKeySequence:
+        return plainText(variant);
+    case QMetaType::QRect: {
+        const QRect rect = variant.toRect();
+        return numbers(RECT, {rect.x(), rect.y(), rect.width(), rect.height()});
+    }
+    case QMetaType::QSize:
+        return numbers(SIZE, {variant.toSize().width(), variant.toSize().height()});
+    case QMetaType::QPoint:
+        return numbers(POINT, {variant.toPoint().x(), variant.toPoint().y()});
+    case QMetaType::QDateTime:
+        return inBrackets(TIME, fromBytes(VariantStream::write(variant, VariantStream::TIME_VERSION)));
+    default:
+        return inBrackets(VARIANT, fromBytes(VariantStream::write(variant, VariantStream::VERSION)));
+    }
+}
+
+QStringList textsOf(const QVariant& variant)
+{
+    // To QSettings a list of one element is no list.
+    const bool isList = variant.userType() == QMetaType::QStringList
+                        || (variant.userType() == QMetaType::QVariantList && variant.toList().size() != 1);
+    if (!isList)
+        return {textOf(variant)};
+    QStringList texts;
+    for (const QVariant& element : variant.toList())
+        texts << textOf(element);
+    return texts.isEmpty() ? QStringList(INVALID) : texts;
+}
+
+/// \name What stands in the brackets
+/// No variant: it is not what the head says, and the whole is a text. An invalid one: it is damaged.
+/// @{
+using Content = std::optional<QVariant>;
+
+/// What is no number counts as 0, as it does for QSettings.
+QVector<int> numbersIn(const QString& content)
+{
+    QVector<int> numbers;
+    for (const QString& text : content.split(QLatin1Char(' ')))
+        numbers << text.toInt();
+    return numbers;
+}
+
+Content bytesIn(const QString& content)
+{
+    return content.toLatin1();
+}
+
+Content textIn(const QString& content)
+{
+    return content;
+}
+
+Content rectIn(const QString& content)
+{
+    const auto n = numbersIn(content);
+    return n.size() == 4 ? Content(QRect(n[0], n[1], n[2], n[3])) : Content();
+}
+
+Content sizeIn(const QString& content)
+{
+    const auto n = numbersIn(content);
+    return n.size() == 2 ? Content(QSize(n[0], n[1])) : Content();
+}
+
+Content pointIn(const QString& content)
+{
+    const auto n = numbersIn(content);
+    return n.size() == 2 ? Content(QPoint(n[0], n[1])) : Content();
+}
+
+Content sound(const QVariant& variant)
+{
+    return IniValue::isStorable(variant) ? variant : QVariant();
+}
+
+Content timeIn(const QString& content)
+{
+    return sound(VariantStream::readTime(content.toLatin1()));
+}
+
+Content variantIn(const QString& content)
+{
+    return sound(VariantStream::read(content.toLatin1()));
+}
+/// @}
+
+struct Form
+{
+    QLatin1String head;
+    Content (*read)(const QString& content);
+};
+
+constexpr Form FORMS[] = {
+    {BYTES, bytesIn}, {TEXT, textIn},   {VARIANT, variantIn}, {TIME, timeIn},
+    {RECT, rectIn},   {POINT, pointIn}, {SIZE, sizeIn},
+};
+
+QVariant variantOf(const QString& text)
+{
+    if (!text.startsWith(MARK))
+        return text;
+    if (text == INVALID)
+        return {};
+    for (const Form& form : FORMS) {
+        if (text.startsWith(form.head) && text.endsWith(QLatin1Char(')')))
+            return form.read(text.mid(form.head.size()).chopped(1)).value_or(text);
+    }
+    return text.startsWith(latin1("@@")) ? text.mid(1) : text;
+}
+
+/// Whether no text means anything but itself.
+bool isPlain(const QStringList& texts)
+{
+    return std::all_of(texts.begin(), texts.end(), [](const QString& text) {
+        return !text.startsWith(MARK) || text.startsWith(latin1("@@"));
+    });
+}
+
+bool hasKnownZone(const QDateTime& time)
+{
+    return time.timeSpec() != Qt::TimeZone || time.timeZone().isValid();
+}
+
+template <typename Variants>
+bool areStorable(const Variants& variants)
+{
+    return std::all_of(variants.begin(), variants.end(), &IniValue::isStorable);
+}
+
+} // namespace
+
+IniValue::IniValue(QStringList texts)
+    : m_texts(std::move(texts))
+{
+}
+
+IniValue::IniValue(const QVariant& variant)
+    : m_texts(textsOf(variant))
+    , m_variant(variant)
+{
+}
+
+QVariant IniValue::toVariant() const
+{
+    if (m_variant)
+        return *m_variant;
+    if (m_texts.size() <= 1)
+        return m_texts.isEmpty() ? QVariant() : variantOf(m_texts[0]);
+    QVariantList variants;
+    for (const QString& text : m_texts) {
+        variants << variantOf(text);
+        if (!variants.last().isValid() && text != INVALID)
+            return {};
+    }
+    return isPlain(m_texts) ? QVariant(QVariant(variants).toStringList()) : QVariant(variants);
+}
+
+bool IniValue::isReadable() const
+{
+    return toVariant().isValid() || m_texts == QStringList(INVALID);
+}
+
+bool IniValue::isStorable(const QVariant& variant)
+{
+    switch (variant.userType()) {
+    case QMetaType::QDateTime:
+        return hasKnownZone(variant.toDateTime());
+    case QMetaType::QVariantList:
+        return areStorable(variant.toList());
+    case QMetaType::QVariantMap:
+        return areStorable(variant.toMap());
+    case QMetaType::QVariantHash:
+        return areStorable(variant.toHash());
+    default:
+        return true;
+    }
+}
+
+} // namespace TEKLUVA

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDataStream>
+#include <QVariant>
+
+/// The bytes that QDataStream makes of a QVariant, as they stand in settings files.
+namespace TEKLUVA::VariantStream {
+
+/// \name Versions
+/// Fixed for ever: those that QSettings uses since Qt 4.0 and, for a QDateTime alone, since Qt 5.6.
+/// @{
+constexpr QDataStream::Version VERSION = QDataStream::Qt_4_0;
+constexpr QDataStream::Version TIME_VERSION = QDataStream::Qt_5_6;
+/// @}
+
+QByteArray write(const QVariant& variant, QDataStream::Version version);
+
+/// \name Reading
+/// Whatever the bytes are, the process goes on: types that Qt reads at the caller's risk, such as pens and
+/// images, are not read, and neither are lists deeper than any that we write. Invalid for these and for what
+/// is damaged.
+/// @{
+QVariant read(const QByteArray& bytes);
+QVariant readTime(const QByteArray& bytes);
+/// @}
+
+} // namespace TEKLUVA::VariantStream

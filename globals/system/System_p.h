@@ -3,6 +3,7 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
@@ -51,6 +52,10 @@ FileStatus statusOf(const Path& path, std::error_code& error);
 /// Whether \p path leads to a file that can be read to its end.
 bool isRegularFile(const Path& path);
 
+/// Whether a later change of the file must show in its times: the clock behind these ticks a few
+/// milliseconds.
+bool isSettled(const FileStatus& status);
+
 /// An open file, closed with its scope. Child processes do not inherit it.
 class FileHandle
 {
@@ -66,6 +71,8 @@ public:
 
     /// Does not wait for the writer of a pipe.
     static FileHandle openForReading(const Path& path, std::error_code& error);
+    /// To read and write. Fails for a link.
+    static FileHandle openForUpdate(const Path& path, std::error_code& error);
     /// A new file with the permissions of any new file. Fails where something exists.
     static FileHandle create(const Path& path, std::error_code& error);
     /// A new file in \p folder without a name, which the system removes with the handle. Fails where the
@@ -84,6 +91,10 @@ public:
     std::error_code copyFrom(const FileHandle& source) const;
     std::error_code setPermissions(quint32 permissions) const;
     std::error_code setOwner(quint32 owner, quint32 group) const;
+    std::error_code setSize(qint64 size) const;
+    /// Locks the file against other handles that ask for it, also those of this process, until it is closed.
+    /// operation_would_block when another one has it.
+    std::error_code tryLock() const;
     /// Gives an unnamed file the name \p path. Fails where something exists.
     std::error_code linkTo(const Path& path) const;
     /// Waits until content and size are on disk.
@@ -105,6 +116,29 @@ private:
 
     int m_descriptor = -1;
 };
+
+/// Waits for changes of one file: of its content, permissions or name, or its removal.
+class FileWatch
+{
+    Q_DISABLE_COPY(FileWatch)
+
+public:
+    /// Watches from here on.
+    explicit FileWatch(const Path& path);
+    ~FileWatch();
+
+    /// Returns after a change since the constructor, or after \p limit. Where the system cannot watch files
+    /// it returns after 10 milliseconds.
+    void wait(std::chrono::milliseconds limit) const;
+
+private:
+    int m_descriptor = -1;
+};
+
+bool isProcessRunning(qint64 process);
+
+/// The words of the system for \p error.
+QString messageOf(const std::error_code& error);
 
 /// Asks for huge pages below \p size bytes at \p memory. A wish: nothing depends on it.
 void adviseHugePages(char* memory, std::size_t size);

@@ -10,7 +10,14 @@
 #include <tuple>
 #include <utility>
 
+#include <csignal>
+#include <ctime>
 #include <fcntl.h>
+#include <poll.h>
+#include <sys/file.h>
+#ifdef __linux__
+#include <sys/inotify.h>
+#endif
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -144,6 +151,19 @@ FileStatus statusOf(const Path& path, std::error_code& error)
     return error ? FileStatus() : statusFrom(status);
 }
 
+bool isSettled(const FileStatus& status)
+{
+#ifdef CLOCK_REALTIME_COARSE
+    constexpr clockid_t FILE_CLOCK = CLOCK_REALTIME_COARSE;
+#else
+    constexpr clockid_t FILE_CLOCK = CLOCK_REALTIME;
+#endif
+    timespec now = {};
+    timespec tick = {};
+    const bool isKnown = ::clock_gettime(FILE_CLOCK, &now) == 0 && ::clock_getres(FILE_CLOCK, &tick) == 0;
+    return isKnown && status.changed + 2 * nanoseconds(tick) < nanoseconds(now);
+}
+
 bool isRegularFile(const Path& path)
 {
     std::error_code error;
@@ -170,6 +190,13 @@ FileHandle::~FileHandle()
 FileHandle FileHandle::openForReading(const Path& path, std::error_code& error)
 {
     FileHandle file(openFile(path, O_RDONLY | O_NONBLOCK));
+    error = errorOf(file.m_descriptor);
+    return file;
+}
+
+FileHandle FileHandle::openForUpdate(const Path& path, std::error_code& error)
+{
+    FileHandle file(openFile(path, O_RDWR | O_NOFOLLOW | O_NONBLOCK));
     error = errorOf(file.m_descriptor);
     return file;
 }
@@ -287,6 +314,16 @@ std::error_code FileHandle::linkTo(const Path& path) const
 #endif
 }
 
+std::error_code FileHandle::setSize(qint64 size) const
+{
+    return errorOf(retryOnEintr([&] { return ::ftruncate(m_descriptor, size); }));
+}
+
+std::error_code FileHandle::tryLock() const
+{
+    return errorOf(retryOnEintr([this] { return ::flock(m_descriptor, LOCK_EX | LOCK_NB); }));
+}
+
 std::error_code FileHandle::sync() const
 {
 #ifdef __linux__
@@ -329,6 +366,46 @@ std::error_code FileHandle::syncFileSystem() const
     ::sync();
     return {};
 #endif
+}
+
+#ifdef __linux__
+FileWatch::FileWatch(const Path& path)
+    : m_descriptor(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK))
+{
+    // IN_ATTRIB comes when the name is removed. Not IN_CLOSE_WRITE, which comes from those who look on, too.
+    constexpr std::uint32_t CHANGES = IN_MODIFY | IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF | IN_DONT_FOLLOW;
+    if (m_descriptor >= 0 && ::inotify_add_watch(m_descriptor, path.c_str(), CHANGES) < 0)
+        ::close(std::exchange(m_descriptor, -1));
+}
+#else
+FileWatch::FileWatch(const Path&)
+{
+}
+#endif
+
+FileWatch::~FileWatch()
+{
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
+}
+
+void FileWatch::wait(std::chrono::milliseconds limit) const
+{
+    constexpr std::chrono::milliseconds BETWEEN_LOOKS{10};
+    const bool canWatch = m_descriptor >= 0;
+    pollfd change = {m_descriptor, POLLIN, 0};
+    const auto time = canWatch ? limit : std::min(limit, BETWEEN_LOOKS);
+    ::poll(&change, canWatch ? 1 : 0, static_cast<int>(time.count())); // a signal may end it, too
+}
+
+bool isProcessRunning(qint64 process)
+{
+    return ::kill(static_cast<pid_t>(process), 0) == 0 || errno != ESRCH;
+}
+
+QString messageOf(const std::error_code& error)
+{
+    return QString::fromLocal8Bit(error.message().c_str());
 }
 
 void adviseHugePages(char* memory, std::size_t size)

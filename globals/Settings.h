@@ -2,26 +2,46 @@
 
 #include "globals/globals_export.h"
 
-#include <QMutex>
-#include <QPointer>
+#include <QList>
 #include <QSettings>
 #include <QStringList>
 #include <QVariant>
 
+#include <functional>
+#include <memory>
+#include <optional>
+
 namespace TEKLUVA {
 
-class SettingsFile;
-struct SettingsChange;
+/// A value set, or removed where it has none. An empty key stands for the whole group with its sub-groups, an
+/// empty group for the top level; a change of both removes everything.
+struct SettingsChange
+{
+    QString group;
+    QString key;
+    std::optional<QVariant> value;
+};
 
-/// A thread-safe store of values by group and key, over one QSettings.
+/// A thread-safe store of values by group and key, in a file of Qt's INI format that other programs may read
+/// and write by QSettings at the same time.
 ///
-/// Each change is on disk when the call returns. On a disk without room the file stays whole, an error goes
-/// to the active log, and the change stays pending: it is seen by reads of this process and written with the
-/// next access that finds room. A single value is read after taking over what other processes have written;
-/// the other queries answer from memory. A file with a damaged value that claims more memory than there is
-/// reads as empty and stays as it is, with all changes pending.
+/// Each change is on disk when the call returns, or the file stays as it was: an error with the reason goes
+/// to the active log, and the change stays pending. It is seen by reads of this process and written with the
+/// next access that can. What is still pending when the store ends is lost, with another error. A change
+/// waits up to five seconds for another process that writes; a process that was killed while it wrote holds
+/// nobody up for more than a second.
 ///
-/// Thread-safe, except openSettingsFile(). Receivers of the active log's contentChanged() may use the store.
+/// A single value is read after taking over what other processes have written; the other queries answer from
+/// memory.
+///
+/// Nothing in the file can do harm. A value that is damaged, or of a type that is read at the reader's risk
+/// (a pen, an image), reads as invalid and stays in the file. Lines that are none, and files in other
+/// encodings, are kept whole as "<file>.damaged" before the first change is written.
+///
+/// Formats that were registered with QSettings are read and written by it, without these promises.
+///
+/// Thread-safe, except openSettingsFile() and whenPendingChanges(). Receivers of the active log's
+/// contentChanged() may use the store.
 ///
 /// Use one object per file and process: one with pending changes writes them later, over what another has
 /// written.
@@ -32,7 +52,7 @@ struct SettingsChange;
 class GLOBALS_EXPORT Settings
 {
 public:
-    Settings() = default;
+    Settings();
     Settings(const QString& path, QSettings::Format format, QObject* parent);
     /// Shares the other object's store but not its lock: the two do not exclude each other. The store ends
     /// with the first of them to end, and the other does nothing from then on.
@@ -58,23 +78,30 @@ public:
     /// Removes the group with its sub-groups. The empty group is the whole file.
     void removeSettingGroup(const QString& group);
     void clearSettings();
+    /// Makes all \p changes, in their order, in one write.
+    void changeSettings(const QList<SettingsChange>& changes);
 
     /// True when the group itself holds a key; one with nothing but sub-groups counts as absent.
     bool hasSettingGroup(const QString& group) const;
     QStringList getAllGroups() const;
     /// The keys of \p group, without those of its sub-groups.
     QStringList getAllGroupMembers(const QString& group) const;
+
+    /// \name For support
+    /// @{
+
     /// Whether changes could not be written and are kept in memory.
     bool hasPendingChanges() const;
+    /// Calls \p observer whenever hasPendingChanges() has changed, in the thread whose operation did it. It
+    /// may use the store.
+    void whenPendingChanges(std::function<void(bool hasPending)> observer);
+    /// The lines of the file, as it is now, that cannot be read or hold a value that cannot, counted from 1.
+    QList<int> damagedLines() const;
+    /// @}
 
 private:
-    void change(const QList<SettingsChange>& changes);
-    void release();
-
-    /// Null until a file is opened, and again once the store's parent has destroyed it.
-    QPointer<SettingsFile> m_store;
-    /// Held for a whole operation, so that nobody sees or changes the group prefix in between.
-    mutable QMutex m_lock;
+    class Private;
+    std::unique_ptr<Private> d;
 };
 
 } // namespace TEKLUVA

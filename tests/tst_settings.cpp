@@ -162,14 +162,14 @@ private Q_SLOTS:
     void aPendingChangeIsKeptOnceAndNotWrittenLater()
     {
         const auto failToWrite = [this](int times) {
-            const FullDisk full(4096);
+            const FullDisk full(400);
             for (int i = 0; i < times; ++i)
                 m_settings->setSetting("G"_q, "k"_q, QString(500, QLatin1Char('x')));
             return content().isEmpty() && m_settings->hasPendingChanges();
         };
         QVERIFY(failToWrite(100));
         {
-            const FullDisk roomForOne(14000);
+            const FullDisk roomForOne(600);
             m_settings->getSetting("G"_q, "k"_q);
             QVERIFY(!m_settings->hasPendingChanges());
         }

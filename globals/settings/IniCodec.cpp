@@ -124,7 +124,7 @@ private:
         while (keyEnd > m_begin && isBlank(at(keyEnd - 1)))
             --keyEnd;
         line.key = m_section + unescapedKey(part(m_begin, keyEnd));
-        line.value = IniValue(IniText::unescapedTexts(part(m_equals + 1, m_end), m_isUtf8));
+        line.value = IniValue(part(m_equals + 1, m_end), m_isUtf8);
         line.sectionLength = m_section.size();
         return line;
     }
@@ -144,9 +144,14 @@ std::vector<Line> read(const QByteArray& content)
 {
     std::vector<Line> lines = LineReader(content).read();
     // "[General] a\b=1" and "[a] b=2" have the same key. QSettings reads section by section.
-    std::stable_sort(lines.begin(), lines.end(), [](const Line& line, const Line& other) {
-        return line.sectionLength < other.sectionLength;
-    });
+    const auto hasGroup = [](const Line& line) {
+        return line.key.indexOf(SEPARATOR, line.sectionLength) >= 0;
+    };
+    if (std::any_of(lines.begin(), lines.end(), hasGroup)) {
+        std::stable_sort(lines.begin(), lines.end(), [](const Line& line, const Line& other) {
+            return line.sectionLength < other.sectionLength;
+        });
+    }
     return lines;
 }
 
@@ -167,7 +172,7 @@ QByteArray write(const IniValues& values)
         content += (content.isEmpty() ? "[" : "\n[") + name + "]\n";
         for (auto value = section->begin(); value != section->end(); ++value) {
             content += escapedKey(value.key()) + '=';
-            const QStringList& texts = (*value)->texts();
+            const QStringList texts = (*value)->texts();
             for (int i = 0; i < texts.size(); ++i) {
                 content += i > 0 ? ", " : "";
                 IniText::appendEscaped(content, texts[i]);

@@ -1,6 +1,7 @@
 #include "globals/settings/IniValue_p.h"
 
 #include "globals/foundation/Latin1_p.h"
+#include "globals/settings/IniText_p.h"
 #include "globals/settings/VariantStream_p.h"
 
 #include <QDateTime>
@@ -191,6 +192,19 @@ bool isPlain(const QStringList& texts)
     });
 }
 
+QVariant variantOf(const QStringList& texts)
+{
+    if (texts.size() == 1)
+        return variantOf(texts[0]);
+    QVariantList variants;
+    for (const QString& text : texts) {
+        variants << variantOf(text);
+        if (!variants.last().isValid() && text != INVALID)
+            return {};
+    }
+    return isPlain(texts) ? QVariant(QVariant(variants).toStringList()) : QVariant(variants);
+}
+
 bool hasKnownZone(const QDateTime& time)
 {
     return time.timeSpec() != Qt::TimeZone || time.timeZone().isValid();
@@ -204,35 +218,36 @@ bool areStorable(const Variants& variants)
 
 } // namespace
 
-IniValue::IniValue(QStringList texts)
-    : m_texts(std::move(texts))
+IniValue::IniValue(QByteArray bytes, bool isUtf8)
+    : m_bytes(std::move(bytes))
+    , m_isUtf8(isUtf8)
 {
 }
 
 IniValue::IniValue(const QVariant& variant)
-    : m_texts(textsOf(variant))
-    , m_variant(variant)
+    : m_variant(variant)
 {
+}
+
+QStringList IniValue::texts() const
+{
+    return m_variant ? textsOf(*m_variant) : IniText::unescapedTexts(m_bytes, m_isUtf8);
 }
 
 QVariant IniValue::toVariant() const
 {
-    if (m_variant)
-        return *m_variant;
-    if (m_texts.size() <= 1)
-        return m_texts.isEmpty() ? QVariant() : variantOf(m_texts[0]);
-    QVariantList variants;
-    for (const QString& text : m_texts) {
-        variants << variantOf(text);
-        if (!variants.last().isValid() && text != INVALID)
-            return {};
-    }
-    return isPlain(m_texts) ? QVariant(QVariant(variants).toStringList()) : QVariant(variants);
+    return m_variant ? *m_variant : variantOf(texts());
 }
 
 bool IniValue::isReadable() const
 {
-    return toVariant().isValid() || m_texts == QStringList(INVALID);
+    return toVariant().isValid() || texts() == QStringList(INVALID);
+}
+
+bool IniValue::operator==(const IniValue& other) const
+{
+    const bool isKnown = !m_variant && !other.m_variant && m_isUtf8 == other.m_isUtf8;
+    return (isKnown && m_bytes == other.m_bytes) || texts() == other.texts();
 }
 
 bool IniValue::isStorable(const QVariant& variant)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QMap>
 #include <QStringList>
 #include <QVariant>
@@ -8,34 +9,36 @@
 
 namespace TEKLUVA {
 
-/// A value in an INI file of Qt: the text after the equals sign without its quotes and escapes, or the texts
-/// of a list. What they mean, such as "@Size(1 2)", is only found out when somebody asks. So whatever a file
-/// holds is written again as it was, also what is damaged or of a type that nobody here knows.
+/// A value in an INI file of Qt: what stands after the equals sign, one text or those of a list. What they
+/// mean, such as "@Size(1 2)", is only found out when somebody asks. So whatever a file holds is written
+/// again as it was, also what is damaged or of a type that nobody here knows.
 ///
 /// The texts are those that QSettings of Qt 5.15 writes, whatever version of Qt this is.
 class IniValue
 {
 public:
     IniValue() = default;
-    /// As in a file. More than one text is a list.
-    explicit IniValue(QStringList texts);
+    /// As in a file, with quotes and escapes. Without UTF-8 each byte is a character.
+    IniValue(QByteArray bytes, bool isUtf8);
     /// \p variant must be storable. It is kept, because not every text tells its type: 1 is a text, too.
     explicit IniValue(const QVariant& variant);
 
-    const QStringList& texts() const { return m_texts; }
-    /// Invalid for what is damaged, is of an unknown type, or could do harm, see isReadable().
+    /// Without quotes and escapes.
+    QStringList texts() const;
+    /// Invalid for what is damaged, is of an unknown type, or could do harm.
     QVariant toVariant() const;
     bool isReadable() const;
 
     /// Whether both are the same in a file.
-    bool operator==(const IniValue& other) const { return m_texts == other.m_texts; }
+    bool operator==(const IniValue& other) const;
 
     /// Whether \p variant can be written. One with a time in a zone that the system does not know cannot: Qt
     /// ends the process.
     [[nodiscard]] static bool isStorable(const QVariant& variant);
 
 private:
-    QStringList m_texts;
+    QByteArray m_bytes;
+    bool m_isUtf8 = false;
     std::optional<QVariant> m_variant;
 };
 

@@ -2,11 +2,12 @@
 
 #include "globals/logs/ActiveLog_p.h"
 #include "globals/settings/SettingsFile_p.h"
-#include "globals/settings/SettingsGuard_p.h"
 
+#include <QMutex>
 #include <QMutexLocker>
+#include <QPointer>
 
-#include <new>
+#include <utility>
 
 namespace TEKLUVA {
 
@@ -19,88 +20,155 @@ bool isEmptyKey(const QString& key)
 }
 
 /// Without what must not be stored, which is logged.
-QList<SettingsChange> soundOnes(const QList<SettingsChange>& changes)
+QList<SettingsChange> storableOnes(const QList<SettingsChange>& changes)
 {
-    QList<SettingsChange> sound;
+    QList<SettingsChange> storable;
     for (const SettingsChange& change : changes) {
-        if (!change.value || SettingsGuard::isSound(*change.value))
-            sound << change;
+        if (!change.value || IniValue::isStorable(*change.value))
+            storable << change;
         else
             logError(
                 QStringLiteral(
                     "The setting %1 in the group %2 has a time in an unknown time zone. It was not stored.")
                     .arg(change.key, change.group));
     }
-    return sound;
-}
-
-QPointer<SettingsFile> storeOf(const QPointer<SettingsFile>& store, QMutex& lock)
-{
-    const QMutexLocker locked(&lock);
-    return store;
-}
-
-/// What \p query answers about the store, under its lock. Empty without a store.
-template <typename Query>
-auto ask(const QPointer<SettingsFile>& store, QMutex& lock, Query&& query) -> decltype(query(*store))
-{
-    if (!store)
-        return {};
-    const QMutexLocker locked(&lock);
-    try {
-        return query(*store);
-    } catch (const std::bad_alloc&) {
-        return {}; // what a damaged value in the file claims to need
-    }
+    return storable;
 }
 
 } // namespace
 
+class Settings::Private
+{
+public:
+    /// What \p query answers about the store, under its lock. Empty without a store.
+    template <typename Query>
+    auto ask(Query&& query) -> decltype(query(std::declval<SettingsFile&>()))
+    {
+        if (!store)
+            return {};
+        const QMutexLocker locked(&lock);
+        return query(*store);
+    }
+
+    /// The same about the store as it is on disk.
+    template <typename Query>
+    auto askFresh(Query&& query) -> decltype(query(std::declval<SettingsFile&>()))
+    {
+        auto answer = ask([&](SettingsFile& file) {
+            file.refresh();
+            return query(file);
+        });
+        reportReading();
+        reportPending();
+        return answer;
+    }
+
+    /// \name Reports
+    /// Made while the lock is free, because whoever shows the log may ask for settings.
+    /// @{
+    void reportReading();
+    void reportPending();
+    /// @}
+    void release();
+
+    /// Null until a file is opened, and again once the store's parent has destroyed it.
+    QPointer<SettingsFile> store;
+    /// Held for a whole operation.
+    QMutex lock;
+    std::function<void(bool)> observer;
+
+private:
+    /// \name As last reported
+    /// @{
+    bool m_isReadable = true;
+    bool m_isPending = false;
+    /// @}
+};
+
+void Settings::Private::reportReading()
+{
+    const QString failure = ask([this](const SettingsFile& file) {
+        const bool isNew = std::exchange(m_isReadable, file.isReadable()) && !m_isReadable;
+        return isNew ? file.failureToRead() : QString();
+    });
+    if (!failure.isEmpty())
+        logError(failure);
+}
+
+void Settings::Private::reportPending()
+{
+    bool isPending = false;
+    bool wasPending = false;
+    {
+        const QMutexLocker locked(&lock);
+        isPending = store && store->isPending();
+        wasPending = std::exchange(m_isPending, isPending);
+    }
+    if (isPending != wasPending && observer)
+        observer(isPending);
+}
+
+void Settings::Private::release()
+{
+    const QString failure = ask([](SettingsFile& file) {
+        const bool isWritten = file.letGo();
+        file.deleteLater();
+        return isWritten ? QString() : file.failureToWrite(QStringLiteral("lost"));
+    });
+    if (!failure.isEmpty())
+        logError(failure);
+    reportPending();
+    store.clear();
+}
+
+Settings::Settings()
+    : d(std::make_unique<Private>())
+{
+}
+
 Settings::Settings(const QString& path, QSettings::Format format, QObject* parent)
+    : Settings()
 {
     openSettingsFile(path, format, parent);
 }
 
 Settings::Settings(const Settings& other)
-    : m_store(storeOf(other.m_store, other.m_lock))
+    : Settings()
 {
+    const QMutexLocker locked(&other.d->lock);
+    d->store = other.d->store;
 }
 
 Settings::~Settings()
 {
-    release();
+    d->release();
 }
 
 void Settings::openSettingsFile(const QString& path, QSettings::Format format, QObject* parent)
 {
-    release();
-    m_store = new SettingsFile(path, format, parent);
+    d->release();
+    d->store = new SettingsFile(path, format, parent);
+    d->reportReading();
 }
 
 QVariant Settings::getSetting(const QString& group, const QString& key) const
 {
-    return ask(m_store, m_lock, [&](SettingsFile& store) {
-        store.refresh();
-        return store.valueOf(group, key);
-    });
+    return d->askFresh([&](const SettingsFile& file) { return file.valueOf(group, key); });
 }
 
 QVariantMap Settings::getSettings(const QString& group) const
 {
-    return ask(m_store, m_lock, [&](SettingsFile& store) {
-        store.refresh();
-        return store.valuesOf(group);
-    });
+    return d->askFresh([&](const SettingsFile& file) { return file.valuesOf(group); });
 }
 
 bool Settings::hasSetting(const QString& group, const QString& key) const
 {
-    return ask(m_store, m_lock, [&](SettingsFile& store) { return store.hasKey(group, key); });
+    return d->ask([&](const SettingsFile& file) { return file.hasKey(group, key); });
 }
 
 void Settings::setSetting(const QString& group, const QString& key, const QVariant& value)
 {
-    change({{group, key, value}});
+    changeSettings({{group, key, value}});
 }
 
 void Settings::setSettings(const QString& group, const QVariantMap& values)
@@ -112,23 +180,37 @@ void Settings::setSettings(const QString& group, const QVariantMap& values)
         else if (!isEmptyKey(value.key()))
             changes << SettingsChange{group, value.key(), std::nullopt};
     }
-    change(changes);
+    changeSettings(changes);
 }
 
 void Settings::removeSetting(const QString& group, const QString& key)
 {
     if (!isEmptyKey(key))
-        change({{group, key, std::nullopt}});
+        changeSettings({{group, key, std::nullopt}});
 }
 
 void Settings::removeSettingGroup(const QString& group)
 {
-    change({{group, QString(), std::nullopt}});
+    changeSettings({{group, QString(), std::nullopt}});
 }
 
 void Settings::clearSettings()
 {
-    change({{QString(), QString(), std::nullopt}});
+    changeSettings({{QString(), QString(), std::nullopt}});
+}
+
+void Settings::changeSettings(const QList<SettingsChange>& changes)
+{
+    if (!d->store)
+        return;
+    const QList<SettingsChange> storable = storableOnes(changes);
+    const QString failure = d->ask([&](SettingsFile& file) {
+        const bool isWritten = file.change(storable);
+        return isWritten ? QString() : file.failureToWrite(QStringLiteral("kept in memory"));
+    });
+    if (!failure.isEmpty())
+        logError(failure);
+    d->reportPending();
 }
 
 bool Settings::hasSettingGroup(const QString& group) const
@@ -138,44 +220,27 @@ bool Settings::hasSettingGroup(const QString& group) const
 
 QStringList Settings::getAllGroups() const
 {
-    return ask(m_store, m_lock, [](SettingsFile& store) { return store.groupsOf(QString()); });
+    return d->ask([](const SettingsFile& file) { return file.groupsOf(QString()); });
 }
 
 QStringList Settings::getAllGroupMembers(const QString& group) const
 {
-    return ask(m_store, m_lock, [&group](SettingsFile& store) { return store.keysOf(group); });
+    return d->ask([&group](const SettingsFile& file) { return file.keysOf(group); });
 }
 
 bool Settings::hasPendingChanges() const
 {
-    return ask(m_store, m_lock, [](SettingsFile& store) { return store.isPending(); });
+    return d->ask([](const SettingsFile& file) { return file.isPending(); });
 }
 
-void Settings::change(const QList<SettingsChange>& changes)
+void Settings::whenPendingChanges(std::function<void(bool)> observer)
 {
-    if (!m_store)
-        return;
-    const QList<SettingsChange> sound = soundOnes(changes);
-    bool written = false;
-    QString file;
-    {
-        const QMutexLocker lock(&m_lock);
-        written = m_store->change(sound);
-        file = m_store->fileName();
-    }
-    // Reported after the lock is free, because whoever shows the log may ask for settings.
-    if (!written)
-        logError(
-            QStringLiteral("Could not write the settings file %1. The change is kept in memory.").arg(file));
+    d->observer = std::move(observer);
 }
 
-void Settings::release()
+QList<int> Settings::damagedLines() const
 {
-    if (!m_store)
-        return;
-    const QMutexLocker lock(&m_lock);
-    m_store->letGo();
-    m_store->deleteLater();
+    return d->ask([](const SettingsFile& file) { return file.damagedLines(); });
 }
 
 } // namespace TEKLUVA

@@ -1,300 +1,325 @@
 #include "globals/settings/SettingsFile_p.h"
 
-#include "globals/settings/SettingsGuard_p.h"
+#include "globals/AtomicFile.h"
+#include "globals/WholeFile.h"
+#include "globals/foundation/Latin1_p.h"
+#include "globals/logs/ActiveLog_p.h"
+#include "globals/settings/IniCodec_p.h"
+#include "globals/settings/IniText_p.h"
+#include "globals/settings/SettingsLock_p.h"
 
-#include <QEvent>
-#include <QFile>
-#include <QStringList>
+#include <QDir>
+#include <QFileInfo>
 
 #include <algorithm>
-#include <new>
-
-#include <sys/stat.h>
 
 namespace TEKLUVA {
 
+using std::chrono::milliseconds;
+using System::FileStatus;
+
 namespace {
 
-class GroupScope
+using IniText::SEPARATOR;
+
+/// How long a change waits for another process that writes.
+constexpr milliseconds PATIENCE{5000};
+constexpr qint64 LARGEST_FILE = qint64{64} << 20;
+
+bool isIni(QSettings::Format format)
 {
-    Q_DISABLE_COPY(GroupScope)
-
-public:
-    GroupScope(QSettings& store, const QString& group)
-        : m_store(store)
-    {
-        m_store.beginGroup(group);
-    }
-    ~GroupScope() { m_store.endGroup(); }
-
-private:
-    QSettings& m_store;
-};
-
-/// As QSettings spells it: without separators at the ends and without double ones.
-QString fullKey(const QString& group, const QString& key)
-{
-    const QString path = group + QLatin1Char('/') + key;
-    return path.split(QLatin1Char('/'), Qt::SkipEmptyParts).join(QLatin1Char('/'));
+    return format == QSettings::IniFormat || format == QSettings::NativeFormat;
 }
 
-QString prefixOf(const QString& path)
+/// As QSettings spells it: without separators at the ends and without double ones.
+QString normal(const QString& path)
 {
-    return path.isEmpty() ? path : path + QLatin1Char('/');
+    const bool isNormal =
+        !path.startsWith(SEPARATOR) && !path.endsWith(SEPARATOR) && !path.contains(latin1("//"));
+    return isNormal ? path : path.split(SEPARATOR, Qt::SkipEmptyParts).join(SEPARATOR);
+}
+
+QString prefixOf(const QString& group)
+{
+    const QString path = normal(group);
+    return path.isEmpty() ? path : path + SEPARATOR;
+}
+
+/// With an empty key what stands before the keys of the group, which a file may hold as a key.
+QString fullKey(const QString& group, const QString& key)
+{
+    return prefixOf(group) + normal(key);
+}
+
+/// What \p change removes: the key of this name, and all below it.
+QString removedBy(const SettingsChange& change)
+{
+    return normal(change.group + SEPARATOR + change.key);
+}
+
+void apply(const SettingsChange& change, IniValues& values)
+{
+    if (change.value) {
+        values.insert(fullKey(change.group, change.key), IniValue(*change.value));
+        return;
+    }
+    const QString path = removedBy(change);
+    const QString prefix = prefixOf(path);
+    values.remove(path);
+    auto value = values.lowerBound(prefix);
+    while (value != values.end() && value.key().startsWith(prefix))
+        value = values.erase(value);
 }
 
 /// The keys right below \p group, or its sub-groups.
-QStringList childNames(const QStringList& keys, const QString& group, bool groups)
+QStringList childNames(const IniValues& values, const QString& group, bool groups)
 {
-    const QString prefix = prefixOf(fullKey(group, QString()));
-    QStringList found;
-    for (const QString& key : keys) {
-        const int end = key.indexOf(QLatin1Char('/'), prefix.size());
-        if (key.startsWith(prefix) && (end >= 0) == groups)
-            found << key.mid(prefix.size(), end < 0 ? -1 : end - prefix.size());
+    const QString prefix = prefixOf(group);
+    QStringList names;
+    for (auto value = values.lowerBound(prefix); value != values.end(); ++value) {
+        if (!value.key().startsWith(prefix))
+            break;
+        const int end = value.key().indexOf(SEPARATOR, prefix.size());
+        if ((end >= 0) == groups)
+            names << value.key().mid(prefix.size(), end < 0 ? -1 : end - prefix.size());
     }
-    found.removeDuplicates();
-    return found;
+    names.sort(); // "a b/c" comes before "a/c"
+    names.removeDuplicates();
+    return names;
 }
 
-/// The stamp of a file that was never looked at.
-constexpr FileStamp UNSEEN = {-1};
-
-FileStamp stampOf(const QByteArray& path)
+/// Of a file that is not there: all zero.
+std::optional<FileStatus> statusOf(const System::Path& path)
 {
-    struct stat status
-    {
-    };
-    if (stat(path.constData(), &status) != 0)
-        return {};
-    const auto nanoseconds = [](const timespec& time) {
-        constexpr qint64 SECOND = 1'000'000'000;
-        return time.tv_sec * SECOND + time.tv_nsec;
-    };
-    return {static_cast<qint64>(status.st_dev), static_cast<qint64>(status.st_ino), status.st_size,
-            nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
-}
-
-void applyTo(QMap<QString, QVariant>& values, const SettingsChange& change)
-{
-    const QString path = fullKey(change.group, change.key);
-    if (change.value) {
-        values.insert(path, *change.value);
-        return;
-    }
-    const QString prefix = prefixOf(path);
-    for (auto entry = values.begin(); entry != values.end();) {
-        const bool removed = entry.key() == path || entry.key().startsWith(prefix);
-        entry = removed ? values.erase(entry) : std::next(entry);
-    }
+    std::error_code error;
+    const FileStatus status = System::statusOf(path, error);
+    const bool isMissing =
+        error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
+    return !error || isMissing ? std::make_optional(status) : std::nullopt;
 }
 
 } // namespace
 
 SettingsFile::SettingsFile(const QString& path, QSettings::Format format, QObject* parent)
-    : QSettings(path, format, parent)
-    , m_path(QFile::encodeName(fileName()))
-    , m_seen(UNSEEN)
+    : QSettings(isIni(format) ? QString() : path, format, parent)
+    , m_isIni(isIni(format))
+    , m_path(QFileInfo(path).absoluteFilePath())
+    , m_place(System::nativePath(m_path))
 {
+    static_cast<void>(reload());
 }
 
 SettingsFile::~SettingsFile()
 {
-    writePending();
+    if (!letGo())
+        logError(failureToWrite(QStringLiteral("lost")));
+}
+
+QString SettingsFile::failureToWrite(const QString& outcome) const
+{
+    return QStringLiteral("Could not write the settings file %1 (%2). The change is %3.")
+        .arg(m_path, m_reason, outcome);
+}
+
+QString SettingsFile::failureToRead() const
+{
+    return QStringLiteral("Could not read the settings file %1 (%2).").arg(m_path, m_reason);
 }
 
 bool SettingsFile::change(const QList<SettingsChange>& changes)
 {
-    for (const SettingsChange& change : changes)
-        keepPending(change);
-    return writePending();
+    for (const SettingsChange& change : changes) {
+        if (!change.value || !change.key.isEmpty())
+            keepPending(change);
+    }
+    return writePending(PATIENCE);
 }
 
-void SettingsFile::letGo()
+bool SettingsFile::letGo()
 {
-    writePending();
+    const bool isWritten = writePending(PATIENCE);
     m_pending.clear();
+    return isWritten;
 }
 
 void SettingsFile::refresh()
 {
-    // Without room nothing is synced, because QSettings would write what an earlier failure has left with it.
-    if (!m_pending.isEmpty()) {
-        writePending();
-        return;
+    if (m_pending.isEmpty() || !writePending(milliseconds(0)))
+        static_cast<void>(reload()); // the values stay as they are where it cannot be read
+}
+
+QVariant SettingsFile::valueOf(const QString& group, const QString& key) const
+{
+    const IniValues values = withPending();
+    const auto value = values.constFind(fullKey(group, key));
+    return key.isEmpty() || value == values.constEnd() ? QVariant() : value->toVariant();
+}
+
+bool SettingsFile::hasKey(const QString& group, const QString& key) const
+{
+    return withPending().contains(fullKey(group, key));
+}
+
+QVariantMap SettingsFile::valuesOf(const QString& group) const
+{
+    const IniValues values = withPending();
+    QVariantMap found;
+    for (const QString& key : childNames(values, group, false))
+        found.insert(key, values.value(prefixOf(group) + key).toVariant());
+    return found;
+}
+
+QStringList SettingsFile::keysOf(const QString& group) const
+{
+    return childNames(withPending(), group, false);
+}
+
+QStringList SettingsFile::groupsOf(const QString& group) const
+{
+    return childNames(withPending(), group, true);
+}
+
+QList<int> SettingsFile::damagedLines() const
+{
+    QList<int> numbers;
+    const auto content = m_isIni ? readWhole(m_path, LARGEST_FILE) : std::nullopt;
+    for (const IniCodec::Line& line : IniCodec::read(content.value_or(QByteArray()))) {
+        if (line.isDamaged || !line.value.isReadable())
+            numbers << line.number;
     }
-    static_cast<void>(reload()); // a file that cannot be read leaves the values as they are
-}
-
-QVariant SettingsFile::valueOf(const QString& group, const QString& key)
-{
-    if (!m_pending.isEmpty())
-        return withPending().value(fullKey(group, key));
-    const GroupScope scope(*this, group);
-    return soundValue(key);
-}
-
-bool SettingsFile::hasKey(const QString& group, const QString& key)
-{
-    if (!m_pending.isEmpty())
-        return withPending().contains(fullKey(group, key));
-    const GroupScope scope(*this, group);
-    return contains(key);
-}
-
-QVariantMap SettingsFile::valuesOf(const QString& group)
-{
-    QVariantMap values;
-    if (!m_pending.isEmpty()) {
-        const Values all = withPending();
-        for (const QString& key : childNames(all.keys(), group, false))
-            values.insert(key, all.value(fullKey(group, key)));
-        return values;
-    }
-    const GroupScope scope(*this, group);
-    for (const QString& key : childKeys())
-        values.insert(key, soundValue(key));
-    return values;
-}
-
-QStringList SettingsFile::keysOf(const QString& group)
-{
-    if (!m_pending.isEmpty())
-        return childNames(withPending().keys(), group, false);
-    const GroupScope scope(*this, group);
-    return childKeys();
-}
-
-QStringList SettingsFile::groupsOf(const QString& group)
-{
-    if (!m_pending.isEmpty())
-        return childNames(withPending().keys(), group, true);
-    const GroupScope scope(*this, group);
-    return childGroups();
-}
-
-bool SettingsFile::event(QEvent* event)
-{
-    return event->type() == QEvent::UpdateRequest || QSettings::event(event);
+    std::sort(numbers.begin(), numbers.end());
+    return numbers;
 }
 
 void SettingsFile::keepPending(const SettingsChange& change)
 {
-    const QString path = fullKey(change.group, change.key);
     const auto isSuperseded = [&](const SettingsChange& earlier) {
-        const QString earlierPath = fullKey(earlier.group, earlier.key);
-        return earlierPath == path || (!change.value && earlierPath.startsWith(prefixOf(path)));
+        const QString earlierKey = earlier.value ? fullKey(earlier.group, earlier.key) : removedBy(earlier);
+        if (change.value) // a removal before it has removed more
+            return earlier.value && earlierKey == fullKey(change.group, change.key);
+        const QString removed = removedBy(change);
+        return earlierKey == removed || earlierKey.startsWith(prefixOf(removed));
     };
     m_pending.erase(std::remove_if(m_pending.begin(), m_pending.end(), isSuperseded), m_pending.end());
     m_pending << change;
 }
 
-bool SettingsFile::writePending()
+bool SettingsFile::writePending(milliseconds patience)
 {
     if (m_pending.isEmpty())
         return true;
-    qint64 addedBytes = 0;
-    for (const SettingsChange& change : m_pending)
-        addedBytes += SettingsGuard::sizeInFile(change.group, change.key, change.value.value_or(QVariant()));
-    if (!SettingsGuard::hasRoom(fileName(), addedBytes))
+    // The removal of what is not there, say, takes neither a lock nor a write.
+    const bool isNothingNew = withPending() == m_values && reload() && withPending() == m_values;
+    if (!isNothingNew && !(m_isIni ? writeToFile(patience) : writeWithQt()))
         return false;
-    try {
-        if (!writeToFile())
-            return false;
-    } catch (const std::bad_alloc&) {
-        return false; // what a damaged value in the file claims to need; a destructor may be waiting for us
-    }
+    m_values = withPending(); // where nothing is new the types may be
     m_pending.clear();
     return true;
 }
 
-bool SettingsFile::reload()
+bool SettingsFile::writeToFile(milliseconds patience)
 {
-    // Taken before the sync: a change during it is seen the next time.
-    const FileStamp stamp = stampOf(m_path);
-    if (stamp == m_seen)
-        return true;
-    const auto content = SettingsGuard::contentOf(fileName());
-    if (!content)
+    QDir().mkpath(QFileInfo(m_path).path());
+    const SettingsLock lock(m_path, patience);
+    if (!lock.isHeld())
+        return fail(lock.reason());
+    if (!reload() || !mayBeReplaced())
         return false;
-    sync();
-    if (allKeys().isEmpty() && SettingsGuard::hasKeys(*content)) {
-        // What we could read, Qt could not, for a moment, and it believes that it has.
-        SettingsGuard::makeNewer(fileName());
-        sync();
-    }
-    m_seen = stamp;
+    // Kept for the user and for support.
+    if (m_isDamaged && !replaceFile(m_path + QLatin1String(".damaged"), m_content))
+        return false;
+    const QByteArray content = IniCodec::write(withPending());
+    if (!replaceFile(m_path, content))
+        return false;
+    m_seen.reset(); // somebody may have replaced it already
+    m_content = content;
+    m_isDamaged = false;
     return true;
 }
 
-bool SettingsFile::writeToFile()
+bool SettingsFile::replaceFile(const QString& path, const QByteArray& content)
 {
-    if (!reload())
-        return false;
-    dropUnsound();
-    for (const SettingsChange& change : m_pending)
-        apply(change);
-    SettingsGuard::removeAbandonedLock(fileName());
-    sync();
-    return status() == NoError || !stillFails();
+    AtomicFile file(path);
+    if (file.write(content) && file.commit())
+        return true;
+    return fail(file.error());
 }
 
-void SettingsFile::dropUnsound()
+/// A file that may not be written is not replaced either, though its folder would allow it.
+bool SettingsFile::mayBeReplaced()
 {
-    const QStringList keys = allKeys();
-    const auto isUsable = [this](const QString& key) {
-        const QVariant found = value(key);
-        return (found.isValid() || contains(key)) && SettingsGuard::isSound(found);
-    };
-    if (std::all_of(keys.begin(), keys.end(), isUsable))
-        return;
-    Values sound;
-    for (const QString& key : keys) {
-        if (isUsable(key))
-            sound.insert(key, value(key));
-    }
-    // All anew, because a key such as "/a//b" is read from a damaged file but can be neither asked for nor
-    // removed.
-    clear();
-    for (auto entry = sound.begin(); entry != sound.end(); ++entry)
-        setValue(entry.key(), *entry);
+    const QFileInfo file(m_path);
+    if (!file.exists() || file.isWritable())
+        return true;
+    return fail(System::messageOf(std::make_error_code(std::errc::permission_denied)));
 }
 
-QVariant SettingsFile::soundValue(const QString& key) const
+bool SettingsFile::writeWithQt()
 {
-    const QVariant found = value(key);
-    return SettingsGuard::isSound(found) ? found : QVariant();
-}
-
-bool SettingsFile::stillFails() const
-{
-    // A store reports the first error it ever met. A new one over the same file shares its unwritten changes,
-    // so that its first error is that of today.
-    QSettings today(fileName(), format());
+    // A store reports the first error that it ever met, so that of today needs a new one.
+    QSettings today(m_path, format());
+    const IniValues values = withPending();
+    today.clear();
+    for (auto value = values.begin(); value != values.end(); ++value)
+        today.setValue(value.key(), value->toVariant());
     today.sync();
-    return today.status() == AccessError;
+    return today.status() == NoError || fail(QStringLiteral("QSettings cannot write it"));
 }
 
-void SettingsFile::apply(const SettingsChange& change)
+bool SettingsFile::reload()
 {
-    const GroupScope scope(*this, change.group);
-    if (change.value)
-        setValue(change.key, *change.value);
-    else
-        remove(change.key);
+    if (!m_isIni)
+        return reloadWithQt();
+    // Taken before the file is read: a change meanwhile is seen the next time.
+    const auto status = statusOf(m_place);
+    if (status && m_seen == status)
+        return true;
+    m_seen.reset();
+    const bool isMissing = status == FileStatus();
+    const auto content =
+        isMissing ? std::make_optional(QByteArray()) : readWhole(m_path, LARGEST_FILE, &m_reason);
+    m_isReadable = content.has_value();
+    if (!content)
+        return false;
+    if (*content != m_content)
+        take(*content);
+    if (status && (isMissing || System::isSettled(*status)))
+        m_seen = status;
+    return true;
 }
 
-SettingsFile::Values SettingsFile::withPending() const
+void SettingsFile::take(const QByteArray& content)
 {
-    Values values;
-    try {
-        for (const QString& key : allKeys())
-            values.insert(key, soundValue(key));
-    } catch (const std::bad_alloc&) {
-        values.clear(); // the file cannot be read
+    m_content = content;
+    m_isDamaged = false;
+    m_values.clear();
+    for (const IniCodec::Line& line : IniCodec::read(content)) {
+        m_isDamaged |= line.isDamaged;
+        if (line.isEntry)
+            m_values.insert(line.key, line.value);
     }
+}
+
+bool SettingsFile::reloadWithQt()
+{
+    sync();
+    m_values.clear();
+    for (const QString& key : allKeys())
+        m_values.insert(key, IniValue(value(key)));
+    return true;
+}
+
+bool SettingsFile::fail(const QString& reason)
+{
+    m_reason = reason;
+    return false;
+}
+
+IniValues SettingsFile::withPending() const
+{
+    IniValues values = m_values;
     for (const SettingsChange& change : m_pending)
-        applyTo(values, change);
+        apply(change, values);
     return values;
 }
 

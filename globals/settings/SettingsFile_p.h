@@ -1,42 +1,29 @@
 #pragma once
 
-#include <QList>
-#include <QMap>
-#include <QSettings>
-#include <QVariant>
+#include "globals/Settings.h"
+#include "globals/settings/IniValue_p.h"
+#include "globals/system/System_p.h"
 
-#include <array>
+#include <QList>
+#include <QSettings>
+
+#include <chrono>
 #include <optional>
 
 namespace TEKLUVA {
 
-/// A value set, or removed where it has none. An empty key stands for the whole group, an empty group for the
-/// whole file.
-struct SettingsChange
-{
-    QString group;
-    QString key;
-    std::optional<QVariant> value;
-};
-
-/// What is different whenever a file has been written, replaced, removed or given other permissions: device,
-/// inode, size, and the times of the last change of content and inode in nanoseconds. All 0 for no file.
-using FileStamp = std::array<qint64, 5>;
-
-/// A settings file in which a change is either on disk or kept here, pending, and never half way: QSettings
-/// gets to know a change only when there is room to write it. What QSettings knows it may write at any time,
-/// also from another object over the same file, and on a full disk it would ruin the file (see
-/// SettingsGuard).
+/// A settings file in which a change is either on disk or kept here, pending, and never half way. The file is
+/// read and written here, as a whole, with every error seen. QSettings, which sees none, and which would wait
+/// for ever for the writer of a pipe, only gets to know the files of formats that are registered with it.
 ///
-/// Not thread-safe: Settings serialises its use. Qt's own write in the event loop, which would come from the
-/// main thread without that lock, is switched off.
+/// Not thread-safe: Settings serialises its use.
 class SettingsFile : public QSettings
 {
     Q_DISABLE_COPY(SettingsFile)
 
 public:
     SettingsFile(const QString& path, QSettings::Format format, QObject* parent);
-    /// Tries once more to write what is pending.
+    /// Tries once more to write what is pending, and logs it as lost when that fails.
     ~SettingsFile() override;
 
     /// Writes \p changes, with whatever is pending, to disk at once. False when all of that stays pending.
@@ -44,45 +31,61 @@ public:
     bool isPending() const { return !m_pending.isEmpty(); }
 
     /// Tries for the last time to write what is pending and forgets it, so that it cannot overwrite what a
-    /// later store writes.
-    void letGo();
+    /// later store writes. False when it is lost.
+    bool letGo();
 
-    /// Takes over what other processes have written, and tries again to write what is pending. As long as
-    /// nobody has touched the file this costs one look at its inode.
+    /// Takes over what other processes have written, and tries to write what is pending, but does not wait
+    /// for that. As long as nobody has touched the file this costs one look at its inode.
     void refresh();
+
+    /// Whether the file could be read when that was last tried. If not, the values are those from before.
+    bool isReadable() const { return m_isReadable; }
+
+    /// \name Messages
+    /// Of the last failure, with its reason. The \p outcome of a change is "lost", say.
+    /// @{
+    QString failureToWrite(const QString& outcome) const;
+    QString failureToRead() const;
+    /// @}
 
     /// \name Queries
     /// The state with all changes, pending ones included.
     /// @{
-    QVariant valueOf(const QString& group, const QString& key);
-    bool hasKey(const QString& group, const QString& key);
-    QVariantMap valuesOf(const QString& group);
-    QStringList keysOf(const QString& group);
-    QStringList groupsOf(const QString& group);
+    QVariant valueOf(const QString& group, const QString& key) const;
+    bool hasKey(const QString& group, const QString& key) const;
+    QVariantMap valuesOf(const QString& group) const;
+    QStringList keysOf(const QString& group) const;
+    QStringList groupsOf(const QString& group) const;
     /// @}
 
-protected:
-    bool event(QEvent* event) override;
+    /// The numbers of the lines in the file, as it is now, that are damaged or hold a value of an unknown
+    /// type.
+    QList<int> damagedLines() const;
 
 private:
-    using Values = QMap<QString, QVariant>; ///< by full key
-
     void keepPending(const SettingsChange& change);
-    bool writePending();
-    /// Lets QSettings take over what has changed in the file; false for one that cannot be read.
+    bool writePending(std::chrono::milliseconds patience);
+    bool writeToFile(std::chrono::milliseconds patience);
+    bool replaceFile(const QString& path, const QByteArray& content);
+    bool mayBeReplaced();
+    bool writeWithQt();
     bool reload();
-    bool writeToFile();
-    /// Leaves out of the file what must not be written again, see SettingsGuard::isSound().
-    void dropUnsound();
-    bool stillFails() const;
-    /// The value of \p key in the current group; invalid for one that cannot be used.
-    QVariant soundValue(const QString& key) const;
-    void apply(const SettingsChange& change);
-    Values withPending() const;
+    bool reloadWithQt();
+    void take(const QByteArray& content);
+    bool fail(const QString& reason);
+    IniValues withPending() const;
 
+    const bool m_isIni;
+    const QString m_path;
+    const System::Path m_place; ///< the same in the system's form
+    QByteArray m_content;       ///< of the file, as last read or written
+    bool m_isDamaged = false;   ///< some of it would be missing if the values were written
+    IniValues m_values;         ///< those in it
+    /// The file that has this content; none when it might have changed with the same times.
+    std::optional<System::FileStatus> m_seen;
     QList<SettingsChange> m_pending;
-    const QByteArray m_path; ///< in the local 8-bit encoding
-    FileStamp m_seen;        ///< the file before it was last synced
+    bool m_isReadable = true;
+    QString m_reason; ///< of the last failure
 };
 
 } // namespace TEKLUVA

@@ -61,8 +61,8 @@ private:
 
     void skipSpace()
     {
-        for (; m_begin < m_content.size() && (isBlank(at(m_begin)) || isLineEnd(at(m_begin))); ++m_begin)
-            m_number += at(m_begin) == '\n' ? 1 : 0;
+        while (m_begin < m_content.size() && (isBlank(at(m_begin)) || isLineEnd(at(m_begin))))
+            ++m_begin;
     }
 
     /// To the line end or comment that no quotes are around and no backslash is before, and past the first
@@ -87,19 +87,10 @@ private:
 
     QByteArray part(int begin, int end) const { return m_content.mid(begin, end - begin); }
 
-    /// The line as it is numbered; the next one begins after its line ends.
-    Line newLine()
-    {
-        Line line;
-        line.number = m_number;
-        m_number +=
-            static_cast<int>(std::count(m_content.begin() + m_begin, m_content.begin() + m_end, '\n'));
-        return line;
-    }
-
     Line readSection()
     {
-        Line line = newLine();
+        Line line;
+        line.begin = m_begin;
         const int bracket = m_content.indexOf(']', m_begin);
         line.isDamaged = bracket < 0 || bracket >= m_end;
         const QByteArray name = part(m_begin + 1, line.isDamaged ? m_end : bracket).trimmed();
@@ -114,7 +105,8 @@ private:
 
     Line readEntry()
     {
-        Line line = newLine();
+        Line line;
+        line.begin = m_begin;
         line.isEntry = m_equals >= 0;
         // Zeros are written as escapes. A file that has any is a binary one, or in another encoding.
         line.isDamaged = !line.isEntry || part(m_begin, m_end).contains('\0');
@@ -134,7 +126,6 @@ private:
     int m_begin = 0;   ///< of the line
     int m_equals = -1; ///< its first equals sign
     int m_end;
-    int m_number = 1;
     QString m_section; ///< what stands before its keys
 };
 

@@ -13,7 +13,7 @@ namespace TEKLUVA::IniCodec {
 /// by line ends in quotes or after a backslash.
 struct Line
 {
-    int number = 1; ///< where it begins, counted from 1
+    int begin = 0; ///< its position in the content
     bool isDamaged = false;
     bool isEntry = false; ///< has what follows
     QString key;          ///< with the section, "Group/key"

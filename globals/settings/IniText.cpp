@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace TEKLUVA::IniText {
 
@@ -30,124 +31,58 @@ bool isPlainInKeys(ushort c)
            || c == '.';
 }
 
-/// Reads the texts of one value, from left to right.
-class TextReader
+/// The position after the blanks at \p at.
+int skipBlanks(const QByteArray& bytes, int at)
 {
-public:
-    TextReader(const QByteArray& bytes, bool isUtf8)
-        : m_bytes(bytes)
-        , m_isUtf8(isUtf8)
-    {
-    }
+    while (at < bytes.size() && isBlank(bytes[at]))
+        ++at;
+    return at;
+}
 
-    QStringList read()
-    {
-        skipBlanks();
-        while (m_at < m_bytes.size()) {
-            switch (m_bytes[m_at]) {
-            case '\\':
-                ++m_at;
-                readEscape();
-                break;
-            case '"':
-                ++m_at;
-                readQuote();
-                break;
-            case ',':
-                readComma();
-                break;
-            default:
-                readPlain();
-            }
-        }
-        finishText();
-        return m_texts;
+/// Adds the character that the digits at \p at stand for, as many as there are; the position after them.
+int readCode(const QByteArray& bytes, int at, int base, QString& text)
+{
+    uint code = 0;
+    for (; at < bytes.size() && isDigit(static_cast<uchar>(bytes[at]), base); ++at) {
+        const auto c = static_cast<uint>(bytes[at]);
+        code = code * static_cast<uint>(base) + (c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10);
     }
+    text += QChar(static_cast<ushort>(code));
+    return at;
+}
 
-private:
-    void skipBlanks()
-    {
-        while (m_at < m_bytes.size() && isBlank(m_bytes[m_at]))
-            ++m_at;
-    }
+/// Adds what the escape stands for that has its name at \p at, and nothing for an unknown one; the position
+/// after it.
+int readEscape(const QByteArray& bytes, int at, QString& text)
+{
+    if (at == bytes.size())
+        return at;
+    const char name = bytes[at];
+    if (isDigit(static_cast<uchar>(name), 8))
+        return readCode(bytes, at, 8, text);
+    if (name == 'x' && at + 1 < bytes.size() && isDigit(static_cast<uchar>(bytes[at + 1]), 16))
+        return readCode(bytes, at + 1, 16, text);
+    const auto* known = std::find_if(std::begin(ESCAPES), std::end(ESCAPES),
+                                     [name](const Escape& escape) { return escape.name == name; });
+    if (known != std::end(ESCAPES))
+        text += QLatin1Char(known->character);
+    return at + (isPairOfLineEnds(bytes, at) ? 2 : 1);
+}
 
-    void finishText()
-    {
-        m_texts << m_text;
-        m_text = QString();
-        m_wasQuoted = false;
-    }
-
-    void readQuote()
-    {
-        m_wasQuoted = true;
-        m_isQuoted = !m_isQuoted;
-        if (!m_isQuoted)
-            skipBlanks();
-    }
-
-    void readComma()
-    {
-        if (m_isQuoted) {
-            readPlain();
-            return;
-        }
-        ++m_at;
-        finishText();
-        skipBlanks();
-    }
-
-    void readPlain()
-    {
-        const auto isSpecial = [](char c) { return c == '\\' || c == '"' || c == ','; };
-        const char* begin = m_bytes.constData() + m_at;
-        const char* end = std::find_if(begin + 1, m_bytes.constEnd(), isSpecial);
-        m_at += static_cast<int>(end - begin);
-        const bool isLast = end == m_bytes.constEnd() || *end == ',';
-        while (isLast && !m_wasQuoted && end > begin && isBlank(end[-1]))
-            --end;
-        const int size = static_cast<int>(end - begin);
-        m_text += m_isUtf8 ? QString::fromUtf8(begin, size) : QString::fromLatin1(begin, size);
-    }
-
-    /// One of an unknown name is nothing.
-    void readEscape()
-    {
-        if (m_at == m_bytes.size())
-            return;
-        const char name = m_bytes[m_at];
-        const auto* known = std::find_if(std::begin(ESCAPES), std::end(ESCAPES),
-                                         [name](const Escape& escape) { return escape.name == name; });
-        if (isDigit(static_cast<uchar>(name), 8)) {
-            readCode(8);
-            return;
-        }
-        m_at += isPairOfLineEnds(m_bytes, m_at) ? 2 : 1;
-        if (known != std::end(ESCAPES))
-            m_text += QLatin1Char(known->character);
-        else if (name == 'x' && m_at < m_bytes.size() && isDigit(static_cast<uchar>(m_bytes[m_at]), 16))
-            readCode(16);
-    }
-
-    /// As many digits as there are.
-    void readCode(int base)
-    {
-        uint code = 0;
-        for (; m_at < m_bytes.size() && isDigit(static_cast<uchar>(m_bytes[m_at]), base); ++m_at) {
-            const auto c = static_cast<uint>(m_bytes[m_at]);
-            code = code * static_cast<uint>(base) + (c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10);
-        }
-        m_text += QChar(static_cast<ushort>(code));
-    }
-
-    const QByteArray m_bytes;
-    const bool m_isUtf8;
-    int m_at = 0;
-    bool m_isQuoted = false;
-    bool m_wasQuoted = false; ///< somewhere in this text, whose blanks are its own then
-    QString m_text;
-    QStringList m_texts;
-};
+/// Adds what needs no escape; the position after it.
+int readPlain(const QByteArray& bytes, int at, bool keepsBlanks, bool isUtf8, QString& text)
+{
+    const auto isSpecial = [](char c) { return c == '\\' || c == '"' || c == ','; };
+    const char* begin = bytes.constData() + at;
+    const char* end = std::find_if(begin + 1, bytes.constEnd(), isSpecial);
+    const int size = static_cast<int>(end - begin);
+    int kept = size;
+    const bool isLast = end == bytes.constEnd() || *end == ',';
+    while (isLast && !keepsBlanks && kept > 0 && isBlank(begin[kept - 1]))
+        --kept;
+    text += isUtf8 ? QString::fromUtf8(begin, kept) : QString::fromLatin1(begin, kept);
+    return at + size;
+}
 
 } // namespace
 
@@ -209,7 +144,27 @@ QString unescapedKey(const QByteArray& text)
 
 QStringList unescapedTexts(const QByteArray& bytes, bool isUtf8)
 {
-    return TextReader(bytes, isUtf8).read();
+    QStringList texts;
+    QString text;
+    bool isQuoted = false;
+    bool wasQuoted = false; // somewhere in this text, whose blanks are its own then
+    int at = skipBlanks(bytes, 0);
+    while (at < bytes.size()) {
+        if (bytes[at] == '\\') {
+            at = readEscape(bytes, at + 1, text);
+        } else if (bytes[at] == '"') {
+            wasQuoted = true;
+            isQuoted = !isQuoted;
+            at = isQuoted ? at + 1 : skipBlanks(bytes, at + 1);
+        } else if (bytes[at] == ',' && !isQuoted) {
+            texts << std::exchange(text, QString());
+            wasQuoted = false;
+            at = skipBlanks(bytes, at + 1);
+        } else {
+            at = readPlain(bytes, at, wasQuoted, isUtf8, text);
+        }
+    }
+    return texts << text;
 }
 
 void appendEscaped(QByteArray& line, const QString& text)

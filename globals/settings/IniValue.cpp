@@ -40,14 +40,6 @@ QString fromBytes(const QByteArray& bytes)
     return QString::fromLatin1(bytes.constData(), bytes.size());
 }
 
-QString numbers(QLatin1String head, std::initializer_list<int> values)
-{
-    QStringList texts;
-    for (const int value : values)
-        texts << QString::number(value);
-    return inBrackets(head, texts.join(QLatin1Char(' ')));
-}
-
 QString plainText(const QVariant& variant)
 {
     if (variant.userType() == QMetaType::Double)
@@ -76,16 +68,16 @@ QString textOf(const QVariant& variant)
         return plainText(variant);
     case QMetaType::QRect: {
         const QRect rect = variant.toRect();
-        return numbers(RECT, {rect.x(), rect.y(), rect.width(), rect.height()});
+        return QString::asprintf("@Rect(%d %d %d %d)", rect.x(), rect.y(), rect.width(), rect.height());
     }
     case QMetaType::QSize:
-        return numbers(SIZE, {variant.toSize().width(), variant.toSize().height()});
+        return QString::asprintf("@Size(%d %d)", variant.toSize().width(), variant.toSize().height());
     case QMetaType::QPoint:
-        return numbers(POINT, {variant.toPoint().x(), variant.toPoint().y()});
+        return QString::asprintf("@Point(%d %d)", variant.toPoint().x(), variant.toPoint().y());
     case QMetaType::QDateTime:
         return inBrackets(TIME, fromBytes(VariantStream::write(variant, VariantStream::TIME_VERSION)));
     default:
-        return inBrackets(VARIANT, fromBytes(VariantStream::write(variant, VariantStream::VERSION)));
+        return inBrackets(VARIANT, fromBytes(VariantStream::write(variant)));
     }
 }
 
@@ -116,50 +108,6 @@ QVector<int> numbersIn(const QString& content)
     return numbers;
 }
 
-Content bytesIn(const QString& content)
-{
-    return content.toLatin1();
-}
-
-Content textIn(const QString& content)
-{
-    return content;
-}
-
-Content rectIn(const QString& content)
-{
-    const auto n = numbersIn(content);
-    return n.size() == 4 ? Content(QRect(n[0], n[1], n[2], n[3])) : Content();
-}
-
-Content sizeIn(const QString& content)
-{
-    const auto n = numbersIn(content);
-    return n.size() == 2 ? Content(QSize(n[0], n[1])) : Content();
-}
-
-Content pointIn(const QString& content)
-{
-    const auto n = numbersIn(content);
-    return n.size() == 2 ? Content(QPoint(n[0], n[1])) : Content();
-}
-
-Content sound(const QVariant& variant)
-{
-    return IniValue::isStorable(variant) ? variant : QVariant();
-}
-
-Content timeIn(const QString& content)
-{
-    return sound(VariantStream::readTime(content.toLatin1()));
-}
-
-Content variantIn(const QString& content)
-{
-    return sound(VariantStream::read(content.toLatin1()));
-}
-/// @}
-
 struct Form
 {
     QLatin1String head;
@@ -167,9 +115,32 @@ struct Form
 };
 
 constexpr Form FORMS[] = {
-    {BYTES, bytesIn}, {TEXT, textIn},   {VARIANT, variantIn}, {TIME, timeIn},
-    {RECT, rectIn},   {POINT, pointIn}, {SIZE, sizeIn},
+    {BYTES, [](const QString& content) { return Content(content.toLatin1()); }},
+    {TEXT, [](const QString& content) { return Content(content); }},
+    {VARIANT, [](const QString& content) { return Content(VariantStream::read(content.toLatin1())); }},
+    {TIME, [](const QString& content) { return Content(VariantStream::readTime(content.toLatin1())); }},
+    {RECT,
+     [](const QString& content) {
+         const auto n = numbersIn(content);
+         return n.size() == 4 ? Content(QRect(n[0], n[1], n[2], n[3])) : Content();
+     }},
+    {SIZE,
+     [](const QString& content) {
+         const auto n = numbersIn(content);
+         return n.size() == 2 ? Content(QSize(n[0], n[1])) : Content();
+     }},
+    {POINT,
+     [](const QString& content) {
+         const auto n = numbersIn(content);
+         return n.size() == 2 ? Content(QPoint(n[0], n[1])) : Content();
+     }},
 };
+/// @}
+
+QVariant storable(const QVariant& variant)
+{
+    return IniValue::isStorable(variant) ? variant : QVariant();
+}
 
 QVariant variantOf(const QString& text)
 {
@@ -179,7 +150,7 @@ QVariant variantOf(const QString& text)
         return {};
     for (const Form& form : FORMS) {
         if (text.startsWith(form.head) && text.endsWith(QLatin1Char(')')))
-            return form.read(text.mid(form.head.size()).chopped(1)).value_or(text);
+            return storable(form.read(text.mid(form.head.size()).chopped(1)).value_or(text));
     }
     return text.startsWith(latin1("@@")) ? text.mid(1) : text;
 }

@@ -181,11 +181,12 @@ QStringList SettingsFile::groupsOf(const QString& group) const
 
 QList<int> SettingsFile::damagedLines() const
 {
+    const QByteArray content =
+        m_isIni ? readWhole(m_path, LARGEST_FILE).value_or(QByteArray()) : QByteArray();
     QList<int> numbers;
-    const auto content = m_isIni ? readWhole(m_path, LARGEST_FILE) : std::nullopt;
-    for (const IniCodec::Line& line : IniCodec::read(content.value_or(QByteArray()))) {
+    for (const IniCodec::Line& line : IniCodec::read(content)) {
         if (line.isDamaged || !line.value.isReadable())
-            numbers << line.number;
+            numbers << 1 + content.left(line.begin).count('\n');
     }
     std::sort(numbers.begin(), numbers.end());
     return numbers;

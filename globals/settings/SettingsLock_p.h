@@ -12,9 +12,9 @@ namespace TEKLUVA {
 /// The right to write a settings file. It is the lock of QLockFile, "settings.ini.lock", so that QSettings in
 /// other processes waits for us and we for it.
 ///
-/// Whoever holds it is known by the text in the lock file, and by the system's own lock on that file, which
-/// ends with its process. A lock file that is left behind is taken over and never removed by others than its
-/// holder: so nobody removes the one that somebody else has just made in its place.
+/// Whoever holds it keeps the lock file locked by the system, which ends with the process. So a lock file
+/// that stays the same, and unlocked, for 0.4 seconds is one that was left behind, whatever it says. It is
+/// taken over and not removed: who removes one may hit another that somebody has just made in its place.
 class SettingsLock
 {
     Q_DISABLE_COPY(SettingsLock)
@@ -34,17 +34,15 @@ private:
     std::error_code acquire(std::chrono::milliseconds patience);
     std::error_code create();
     std::error_code takeOver();
-    std::error_code replaceForeign(const System::FileStatus& status);
     std::error_code claim(System::FileHandle file, const QByteArray& text);
     void release();
-    bool isDoubtedLongEnough(const System::FileStatus& status);
 
     const System::Path m_path;
     System::FileHandle m_file; ///< open while the lock is held
-    /// \name A lock file that may be somebody's
+    /// \name The lock file that was found
     /// @{
-    System::FileStatus m_doubted;
-    Clock::time_point m_doubtedSince;
+    System::FileStatus m_seen;
+    Clock::time_point m_seenSince;
     /// @}
     std::error_code m_error;
 };

@@ -11,12 +11,13 @@ namespace TEKLUVA::VariantStream {
 
 namespace {
 
+constexpr int MOST_LEVELS = 64;
+
 /// The numbers of types in the stream, which are those of Qt 4.
 enum Type : quint32 {
     MAP = 8,
     LIST = 9,
     STRING_LIST = 11,
-    TIME = 16,
     HASH = 28,
     USER = 127, ///< followed by the name of the type
 };
@@ -27,7 +28,8 @@ struct Range
     quint32 last;
 };
 
-/// The types whose stream operators stand whatever bytes they get, but for containers.
+/// The types whose stream operators stand whatever bytes they get. Of polygons, pens and the like Qt reads as
+/// many elements as the bytes claim, or ends the process.
 constexpr Range HARMLESS[] = {
     {0, 7},   // none, numbers, QChar
     {10, 10}, // QString
@@ -41,120 +43,74 @@ constexpr Range HARMLESS[] = {
     {141, 145}, // QRegularExpression, which compiles when it is used, and JSON
 };
 
-/// Of QPolygons, pens and the like Qt reads as many elements as the bytes claim, or ends the process.
-bool isHarmless(quint32 type)
+/// A type whose reading the application has taken upon itself, by its name. Qt's own have names, too.
+bool isOfApplication(QDataStream& stream)
+{
+    quint32 type = 0;
+    QByteArray name;
+    stream.startTransaction();
+    stream >> type >> name;
+    stream.rollbackTransaction();
+    stream.resetStatus();
+    const int known = QMetaType::type(name.constData());
+    return known >= QMetaType::User || known == QMetaType::QUuid;
+}
+
+bool isHarmless(QDataStream& stream, quint32 type)
 {
     return std::any_of(std::begin(HARMLESS), std::end(HARMLESS),
-                       [type](const Range& range) { return type >= range.first && type <= range.last; });
+                       [type](const Range& range) { return type >= range.first && type <= range.last; })
+           || (type == USER && isOfApplication(stream));
 }
 
-/// One whose reading the application has taken upon itself, by its name. Qt's own types have names, too.
-bool isOfApplication(const QByteArray& name)
+quint32 nextType(QDataStream& stream)
 {
-    const int type = QMetaType::type(name.constData());
-    return type >= QMetaType::User || type == QMetaType::QUuid;
+    const QByteArray bytes = stream.device()->peek(sizeof(quint32));
+    return bytes.size() == sizeof(quint32) ? qFromBigEndian<quint32>(bytes.constData()) : USER;
 }
 
-class Reader
+template <typename Value>
+Value next(QDataStream& stream)
 {
-public:
-    Reader(const QByteArray& bytes, QDataStream::Version version)
-        : m_stream(bytes)
-    {
-        m_stream.setVersion(version);
+    Value value{};
+    stream >> value;
+    return value;
+}
+
+/// As many elements as the stream has: the number in it is a claim.
+template <typename Container, typename Add>
+QVariant readAll(QDataStream& stream, Add&& addNext)
+{
+    next<quint32>(stream); // the type
+    const auto count = next<quint32>(stream);
+    Container container;
+    for (quint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i)
+        addNext(container);
+    return container;
+}
+
+QVariant readAny(QDataStream& stream, int level)
+{
+    const auto addEntry = [&](auto& map) {
+        const auto key = next<QString>(stream);
+        map.insert(key, readAny(stream, level + 1));
+    };
+    const quint32 type = nextType(stream);
+    if (level < MOST_LEVELS) {
+        if (type == LIST)
+            return readAll<QVariantList>(stream, [&](auto& list) { list << readAny(stream, level + 1); });
+        if (type == STRING_LIST)
+            return readAll<QStringList>(stream, [&](auto& list) { list << next<QString>(stream); });
+        if (type == MAP)
+            return readAll<QVariantMap>(stream, addEntry);
+        if (type == HASH)
+            return readAll<QVariantHash>(stream, addEntry);
     }
-
-    QVariant read()
-    {
-        const QVariant variant = readAny(0);
-        return m_stream.status() == QDataStream::Ok ? variant : QVariant();
-    }
-
-private:
-    static constexpr int MOST_LEVELS = 64;
-
-    QVariant readAny(int level)
-    {
-        const quint32 type = nextType();
-        if (level > MOST_LEVELS)
-            return fail();
-        switch (type) {
-        case LIST:
-            return readAll<QVariantList>([&](QVariantList& list) { list << readAny(level + 1); });
-        case STRING_LIST:
-            return readAll<QStringList>([&](QStringList& list) { list << readText(); });
-        case MAP:
-            return readEntries<QVariantMap>(level);
-        case HASH:
-            return readEntries<QVariantHash>(level);
-        case USER:
-            return isOfApplication(nextName()) ? readOne() : fail();
-        default:
-            return isHarmless(type) ? readOne() : fail();
-        }
-    }
-
-    quint32 nextType()
-    {
-        const QByteArray bytes = m_stream.device()->peek(sizeof(quint32));
-        return bytes.size() == sizeof(quint32) ? qFromBigEndian<quint32>(bytes.constData()) : USER;
-    }
-
-    QByteArray nextName()
-    {
-        quint32 type = 0;
-        QByteArray name;
-        m_stream.startTransaction();
-        m_stream >> type >> name;
-        m_stream.rollbackTransaction();
-        m_stream.resetStatus();
-        return name;
-    }
-
-    QVariant readOne()
-    {
-        QVariant variant;
-        m_stream >> variant;
-        return variant;
-    }
-
-    /// As many as the stream has: the number in it is a claim.
-    template <typename Container, typename Read>
-    QVariant readAll(Read&& readElement)
-    {
-        quint32 type = 0;
-        quint32 count = 0;
-        m_stream >> type >> count;
-        Container container;
-        for (quint32 i = 0; i < count && m_stream.status() == QDataStream::Ok; ++i)
-            readElement(container);
-        return container;
-    }
-
-    template <typename Map>
-    QVariant readEntries(int level)
-    {
-        return readAll<Map>([&](Map& map) {
-            const QString key = readText();
-            map.insert(key, readAny(level + 1));
-        });
-    }
-
-    QString readText()
-    {
-        QString text;
-        m_stream >> text;
-        return text;
-    }
-
-    QVariant fail()
-    {
-        m_stream.setStatus(QDataStream::ReadCorruptData);
-        return {};
-    }
-
-    QDataStream m_stream;
-};
+    if (isHarmless(stream, type))
+        return next<QVariant>(stream);
+    stream.setStatus(QDataStream::ReadCorruptData);
+    return {};
+}
 
 } // namespace
 
@@ -167,9 +123,12 @@ QByteArray write(const QVariant& variant, QDataStream::Version version)
     return bytes;
 }
 
-QVariant read(const QByteArray& bytes)
+QVariant read(const QByteArray& bytes, QDataStream::Version version)
 {
-    return Reader(bytes, VERSION).read();
+    QDataStream stream(bytes);
+    stream.setVersion(version);
+    const QVariant variant = readAny(stream, 0);
+    return stream.status() == QDataStream::Ok ? variant : QVariant();
 }
 
 QVariant readTime(const QByteArray& bytes)
@@ -178,7 +137,7 @@ QVariant readTime(const QByteArray& bytes)
     constexpr int ZONE = 4 + 1 + 8 + 4 + 1; // behind type, null, day, millisecond and time spec
     const QByteArray folderAbove("\0.\0.", 4);
     const bool isTime = bytes.startsWith(QByteArray("\0\0\0\x10", 4)) && bytes.indexOf(folderAbove, ZONE) < 0;
-    return isTime ? Reader(bytes, TIME_VERSION).read() : QVariant();
+    return isTime ? read(bytes, TIME_VERSION) : QVariant();
 }
 
 } // namespace TEKLUVA::VariantStream

@@ -14,14 +14,14 @@ constexpr QDataStream::Version VERSION = QDataStream::Qt_4_0;
 constexpr QDataStream::Version TIME_VERSION = QDataStream::Qt_5_6;
 /// @}
 
-QByteArray write(const QVariant& variant, QDataStream::Version version);
+QByteArray write(const QVariant& variant, QDataStream::Version version = VERSION);
 
 /// \name Reading
 /// Whatever the bytes are, the process goes on: types that Qt reads at the caller's risk, such as pens and
 /// images, are not read, and neither are lists deeper than any that we write. Invalid for these and for what
 /// is damaged.
 /// @{
-QVariant read(const QByteArray& bytes);
+QVariant read(const QByteArray& bytes, QDataStream::Version version = VERSION);
 QVariant readTime(const QByteArray& bytes);
 /// @}
 

@@ -49,6 +49,9 @@ struct FileStatus
 /// Of the file that \p path leads to, through links.
 FileStatus statusOf(const Path& path, std::error_code& error);
 
+/// Of \p path itself, a link too.
+FileStatus linkStatusOf(const Path& path, std::error_code& error);
+
 /// Whether \p path leads to a file that can be read to its end.
 bool isRegularFile(const Path& path);
 
@@ -134,8 +137,6 @@ public:
 private:
     int m_descriptor = -1;
 };
-
-bool isProcessRunning(qint64 process);
 
 /// The words of the system for \p error.
 QString messageOf(const std::error_code& error);

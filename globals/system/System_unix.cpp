@@ -10,7 +10,6 @@
 #include <tuple>
 #include <utility>
 
-#include <csignal>
 #include <ctime>
 #include <fcntl.h>
 #include <poll.h>
@@ -148,6 +147,13 @@ FileStatus statusOf(const Path& path, std::error_code& error)
 {
     struct stat status = {};
     error = errorOf(::stat(path.c_str(), &status));
+    return error ? FileStatus() : statusFrom(status);
+}
+
+FileStatus linkStatusOf(const Path& path, std::error_code& error)
+{
+    struct stat status = {};
+    error = errorOf(::lstat(path.c_str(), &status));
     return error ? FileStatus() : statusFrom(status);
 }
 
@@ -396,11 +402,6 @@ void FileWatch::wait(std::chrono::milliseconds limit) const
     pollfd change = {m_descriptor, POLLIN, 0};
     const auto time = canWatch ? limit : std::min(limit, BETWEEN_LOOKS);
     ::poll(&change, canWatch ? 1 : 0, static_cast<int>(time.count())); // a signal may end it, too
-}
-
-bool isProcessRunning(qint64 process)
-{
-    return ::kill(static_cast<pid_t>(process), 0) == 0 || errno != ESRCH;
 }
 
 QString messageOf(const std::error_code& error)

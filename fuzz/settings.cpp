@@ -1,40 +1,63 @@
 #include "Fuzz.h"
 
 #include "globals/Settings.h"
+#include "globals/WholeFile.h"
 
 #include <QFile>
 
 using namespace TEKLUVA;
 
-/// A settings file that somebody has edited, and a write to it.
+namespace {
+
+const QString GROUP = QStringLiteral("Application");
+const QString KEY = QStringLiteral("last_runtime_state");
+
+QByteArray contentOf(const QString& path)
+{
+    return readWhole(path).value_or(QByteArray());
+}
+
+void readAll(const Settings& settings)
+{
+    for (const QString& group : QStringList(QString()) + settings.getAllGroups()) {
+        for (const QString& key : settings.getAllGroupMembers(group))
+            require(settings.hasSetting(group, key));
+        settings.getSettings(group);
+    }
+}
+
+} // namespace
+
+/// A settings file that somebody has edited or prepared, and a write to it.
 void fuzz(const QByteArray& input)
 {
-    // Qt ends the process itself when it reads a pen or a bitmap from damaged bytes. We store dates only.
-    if (input.contains("@Variant(") || input.count("@DateTime(") != input.count(R"(@DateTime(\0\0\0\x10\0)"))
-        return;
-    // Another name each time, because Qt remembers what it has read.
-    static int number = 0;
-    const QString path = QString::number(++number) + QLatin1String(".ini");
-    const QString group = QStringLiteral("Application");
-    const QString key = QStringLiteral("last_runtime_state");
+    const QString path = QStringLiteral("fuzz.ini");
     QFile file(path);
     require(file.open(QIODevice::WriteOnly) && file.write(input) == input.size());
     file.close();
-    bool isWritten = false;
-    {
-        Settings settings(path, QSettings::IniFormat, nullptr);
-        for (const QString& name : QStringList(QString()) + settings.getAllGroups()) {
-            for (const QString& member : settings.getAllGroupMembers(name))
-                require(settings.hasSetting(name, member));
-            settings.getSettings(name);
-        }
-        settings.setSetting(group, key, path);
-        require(settings.getSetting(group, key) == path);
-        isWritten = !settings.hasPendingChanges();
-    }
-    if (isWritten)
-        require(QSettings(path, QSettings::IniFormat).value(group + QLatin1Char('/') + key) == path);
-    else
-        require(file.open(QIODevice::ReadOnly) && file.readAll() == input);
-    file.remove();
+    Settings settings(path, QSettings::IniFormat, nullptr);
+    readAll(settings);
+    settings.damagedLines();
+    settings.setSetting(GROUP, KEY, path);
+    require(!settings.hasPendingChanges());
+    // Either nothing was lost, or all of it was kept.
+    const QString aside = path + QStringLiteral(".damaged");
+    require(!QFile::exists(aside) || (contentOf(aside) == input && QFile::remove(aside)));
+
+    // What was written is read by a new reader, and is the same when it is written once more.
+    const QByteArray written = contentOf(path);
+    Settings again(path, QSettings::IniFormat, nullptr);
+    require(again.getSetting(GROUP, KEY) == path);
+    readAll(again);
+    again.setSettings(GROUP, {{KEY, 1}});
+    again.setSettings(GROUP, {{KEY, path}});
+    require(contentOf(path) == written);
+    // Qt ends the process itself when it reads a pen or a bitmap from damaged bytes.
+    if (written.contains('@'))
+        return;
+    static int number = 0; // Qt remembers what it has read under a name
+    const QString another = QString::number(++number) + QStringLiteral(".ini");
+    require(QFile::rename(path, another));
+    require(QSettings(another, QSettings::IniFormat).value(GROUP + QLatin1Char('/') + KEY) == path);
+    QFile::remove(another);
 }

@@ -15,6 +15,7 @@
 #include <QUuid>
 #include <QVector3D>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <iterator>
@@ -200,6 +201,11 @@ private Q_SLOTS:
             QByteArray content;
             for (int i = random.below(30) + 1; i > 0; --i)
                 content += random.oneOf(pieces).toUtf8();
+            // Of these QSettings loses a separator, or the whole line at its next write.
+            const QStringList keys = QSettings(newFile(content), QSettings::IniFormat).allKeys();
+            if (std::any_of(keys.begin(), keys.end(),
+                            [](const QString& key) { return key.startsWith("/"_q) || key.endsWith("/"_q); }))
+                continue;
             const QVariantMap more = {{"N/n"_q, 1}};
             const QByteArray expected = afterQtWrites(newFile(content), more);
             if (afterWeWrite(newFile(content), more) != expected)

@@ -152,8 +152,9 @@ QByteArray write(const IniValues& values)
     // file.
     QMap<QString, QMap<QString, const IniValue*>> sections;
     for (auto value = values.begin(); value != values.end(); ++value) {
-        const int separator = value.key().indexOf(SEPARATOR);
-        sections[value.key().left(std::max(separator, 0))].insert(value.key().mid(separator + 1), &*value);
+        const int separator = std::max(value.key().indexOf(SEPARATOR), 0);
+        sections[value.key().left(separator)].insert(value.key().mid(separator > 0 ? separator + 1 : 0),
+                                                     &*value);
     }
     QByteArray content;
     for (auto section = sections.begin(); section != sections.end(); ++section) {

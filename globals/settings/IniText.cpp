@@ -106,12 +106,12 @@ QByteArray escapedKey(const QString& key)
 {
     QByteArray escaped;
     escaped.reserve(key.size());
-    for (const QChar character : key) {
-        const ushort code = character.unicode();
+    for (int i = 0; i < key.size(); ++i) {
+        const ushort code = key[i].unicode();
         const int digits = code > 0xff ? 4 : 2;
         if (isPlainInKeys(code))
             escaped += static_cast<char>(code);
-        else if (character == SEPARATOR)
+        else if (key[i] == SEPARATOR && i + 1 < key.size()) // at the end it would escape the equals sign
             escaped += '\\';
         else
             escaped += (code > 0xff ? "%U" : "%")

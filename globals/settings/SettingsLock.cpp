@@ -28,11 +28,8 @@ constexpr qint64 STALE_MILLISECONDS = 30'000;
 /// A holder that is killed changes nothing that could be waited for.
 constexpr milliseconds LONGEST_WAIT{100};
 
-/// \name Results of one try
-/// @{
+/// The result of a try that another one may follow.
 constexpr std::errc HELD = std::errc::device_or_resource_busy;
-constexpr std::errc CHANGED = std::errc::resource_unavailable_try_again;
-/// @}
 
 QByteArray hostName()
 {
@@ -58,8 +55,8 @@ QByteArray textIn(const FileHandle& file, std::error_code& error)
     return {text.data(), static_cast<int>(size)};
 }
 
-/// Whether a process of another host may hold it, whose lock the system need not know.
-bool isForeign(const QByteArray& text, const FileStatus& status)
+/// Whether a process of another host may hold it, of whose lock the system need not know.
+bool isOfOtherHost(const QByteArray& text, const FileStatus& status)
 {
     constexpr qint64 NANOSECONDS = 1'000'000;
     const qint64 age = QDateTime::currentMSecsSinceEpoch() - status.modified / NANOSECONDS;
@@ -92,22 +89,20 @@ QString SettingsLock::reason() const
 
 std::error_code SettingsLock::acquire(milliseconds patience)
 {
+    const auto isBusy = [](const std::error_code& error) {
+        return error == std::errc::file_exists || error == HELD;
+    };
     const auto end = Clock::now() + patience;
-    for (;;) {
-        std::error_code error = create();
-        if (error != std::errc::file_exists && error != HELD && error != CHANGED)
-            return error;
-        // Before the next look, so that no change is missed.
+    std::error_code error = create();
+    while (isBusy(error) && Clock::now() < end) {
         const System::FileWatch watch(m_path);
-        error = takeOver();
-        if (error != HELD && error != CHANGED)
-            return error;
-        const auto left = std::chrono::duration_cast<milliseconds>(end - Clock::now());
-        if (left <= milliseconds(0))
-            return std::make_error_code(HELD);
+        error = create(); // it may be gone since
+        if (isBusy(error))
+            error = takeOver();
         if (error == HELD)
-            watch.wait(std::min(left, LONGEST_WAIT));
+            watch.wait(LONGEST_WAIT);
     }
+    return isBusy(error) ? std::make_error_code(HELD) : error;
 }
 
 std::error_code SettingsLock::create()
@@ -117,27 +112,45 @@ std::error_code SettingsLock::create()
     return error ? error : claim(std::move(file), {});
 }
 
+/// Takes what is in the place of the lock file, once it has been there for a while and nobody had it locked.
 std::error_code SettingsLock::takeOver()
 {
     std::error_code error;
     const FileStatus status = System::linkStatusOf(m_path, error);
     if (error)
-        return std::make_error_code(CHANGED); // it has just been removed
-    if (!isSameFile(status, m_seen)) {
-        m_seen = status;
-        m_seenSince = Clock::now();
-    }
-    if (Clock::now() - m_seenSince < UNLOCKED_TIME)
+        return std::make_error_code(std::errc::file_exists); // no longer: another try, at once
+    if (!isSameFile(status, m_found)) {
+        // Not tried on the first look: its maker may be about to lock it.
+        m_found = status;
+        m_unlockedSince.reset();
         return std::make_error_code(HELD);
-    if (status.kind != FileKind::Regular) {
-        fs::remove(m_path, error); // a folder only when it is empty
-        return error ? error : std::make_error_code(CHANGED);
     }
+    if (status.kind != FileKind::Regular)
+        return isUnlockedForLong() ? removeForeign() : std::make_error_code(HELD);
     FileHandle file = FileHandle::openForUpdate(m_path, error);
     const QByteArray text = error ? QByteArray() : textIn(file, error);
-    if (error || isForeign(text, status))
-        return error ? error : std::make_error_code(HELD);
-    return claim(std::move(file), text);
+    if (error)
+        return std::make_error_code(HELD);
+    if (file.tryLock() == std::errc::operation_would_block || isOfOtherHost(text, status))
+        m_unlockedSince.reset();
+    else if (isUnlockedForLong())
+        return claim(std::move(file), text);
+    return std::make_error_code(HELD);
+}
+
+bool SettingsLock::isUnlockedForLong()
+{
+    const auto now = Clock::now();
+    m_unlockedSince = m_unlockedSince.value_or(now);
+    return now - *m_unlockedSince >= UNLOCKED_TIME;
+}
+
+/// What is no file; a folder only when it is empty.
+std::error_code SettingsLock::removeForeign()
+{
+    std::error_code error;
+    fs::remove(m_path, error);
+    return error ? error : std::make_error_code(std::errc::file_exists);
 }
 
 /// Makes the lock file ours, unless somebody else has done so since it was made or found with \p text.
@@ -148,9 +161,9 @@ std::error_code SettingsLock::claim(FileHandle file, const QByteArray& text)
     if (error == std::errc::operation_would_block)
         return std::make_error_code(HELD);
     const FileStatus status = file.status(error);
-    if (error || !isSameFile(status, System::linkStatusOf(m_path, error)) || textIn(file, error) != text
-        || error)
-        return std::make_error_code(CHANGED);
+    const bool isUnchanged = !error && textIn(file, error) == text && !error;
+    if (!isUnchanged || !isSameFile(status, System::linkStatusOf(m_path, error)))
+        return std::make_error_code(HELD);
     m_file = std::move(file);
     const QByteArray ours = textOfOurs();
     error = m_file.writeAt(ours.constData(), ours.size(), 0);

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <chrono>
+#include <optional>
 
 namespace TEKLUVA {
 
@@ -34,15 +35,17 @@ private:
     std::error_code acquire(std::chrono::milliseconds patience);
     std::error_code create();
     std::error_code takeOver();
+    std::error_code removeForeign();
+    bool isUnlockedForLong();
     std::error_code claim(System::FileHandle file, const QByteArray& text);
     void release();
 
     const System::Path m_path;
     System::FileHandle m_file; ///< open while the lock is held
-    /// \name The lock file that was found
+    /// \name A lock file that may have been left behind
     /// @{
-    System::FileStatus m_seen;
-    Clock::time_point m_seenSince;
+    System::FileStatus m_found;
+    std::optional<Clock::time_point> m_unlockedSince; ///< none while it is locked
     /// @}
     std::error_code m_error;
 };

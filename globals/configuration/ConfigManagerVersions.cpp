@@ -98,12 +98,14 @@ E_VersionComparison ConfigManager::compareVersion(const QString& first, const QS
 void ConfigManager::handleQtVersionChanged()
 {
     const QStringList keptGroups = listIn(__groups_to_keep);
+    QList<SettingsChange> removals;
     for (const QString& group : d->settings.getAllGroups()) {
         if (!keptGroups.contains(group))
-            d->settings.removeSettingGroup(group);
+            removals << SettingsChange{group, {}, std::nullopt};
     }
     for (const QString& key : listIn(__app_keys_to_remove))
-        d->settings.removeSetting(SettingsKeys::APPLICATION, key);
+        removals << SettingsChange{SettingsKeys::APPLICATION, key, std::nullopt};
+    d->settings.changeSettings(removals);
 }
 
 // NOLINTBEGIN(readability-make-member-function-const): they change what the manager keeps on disk.

@@ -1,6 +1,6 @@
 #include "globals/settings/IniValue_p.h"
 
-#include "globals/foundation/Latin1_p.h"
+#include "globals/Latin1.h"
 #include "globals/settings/IniText_p.h"
 #include "globals/settings/VariantStream_p.h"
 

@@ -1,8 +1,8 @@
 #include "globals/settings/SettingsFile_p.h"
 
 #include "globals/AtomicFile.h"
+#include "globals/Latin1.h"
 #include "globals/WholeFile.h"
-#include "globals/foundation/Latin1_p.h"
 #include "globals/logs/ActiveLog_p.h"
 #include "globals/settings/IniCodec_p.h"
 #include "globals/settings/IniText_p.h"
@@ -51,24 +51,10 @@ QString fullKey(const QString& group, const QString& key)
     return prefixOf(group) + normal(key);
 }
 
-/// What \p change removes: the key of this name, and all below it.
-QString removedBy(const SettingsChange& change)
+/// The key that \p change sets, or the one that it removes with all below it.
+QString pathOf(const SettingsChange& change)
 {
-    return normal(change.group + SEPARATOR + change.key);
-}
-
-void apply(const SettingsChange& change, IniValues& values)
-{
-    if (change.value) {
-        values.insert(fullKey(change.group, change.key), IniValue(*change.value));
-        return;
-    }
-    const QString path = removedBy(change);
-    const QString prefix = prefixOf(path);
-    values.remove(path);
-    auto value = values.lowerBound(prefix);
-    while (value != values.end() && value.key().startsWith(prefix))
-        value = values.erase(value);
+    return change.value ? fullKey(change.group, change.key) : normal(change.group + SEPARATOR + change.key);
 }
 
 /// The keys right below \p group, or its sub-groups.
@@ -144,7 +130,7 @@ bool SettingsFile::letGo()
 
 void SettingsFile::refresh()
 {
-    if (m_pending.isEmpty() || !writePending(milliseconds(0)))
+    if (m_pending.empty() || !writePending(milliseconds(0)))
         static_cast<void>(reload()); // the values stay as they are where it cannot be read
 }
 
@@ -194,20 +180,22 @@ QList<int> SettingsFile::damagedLines() const
 
 void SettingsFile::keepPending(const SettingsChange& change)
 {
-    const auto isSuperseded = [&](const SettingsChange& earlier) {
-        const QString earlierKey = earlier.value ? fullKey(earlier.group, earlier.key) : removedBy(earlier);
-        if (change.value) // a removal before it has removed more
-            return earlier.value && earlierKey == fullKey(change.group, change.key);
-        const QString removed = removedBy(change);
-        return earlierKey == removed || earlierKey.startsWith(prefixOf(removed));
+    Pending pending{pathOf(change), std::nullopt};
+    if (change.value)
+        pending.value = IniValue(*change.value);
+    const QString prefix = prefixOf(pending.path);
+    const auto isSuperseded = [&](const Pending& earlier) {
+        if (pending.value) // a removal before it has removed more
+            return earlier.value && earlier.path == pending.path;
+        return earlier.path == pending.path || earlier.path.startsWith(prefix);
     };
     m_pending.erase(std::remove_if(m_pending.begin(), m_pending.end(), isSuperseded), m_pending.end());
-    m_pending << change;
+    m_pending.push_back(pending);
 }
 
 bool SettingsFile::writePending(milliseconds patience)
 {
-    if (m_pending.isEmpty())
+    if (m_pending.empty())
         return true;
     // The removal of what is not there, say, takes neither a lock nor a write.
     const bool isNothingNew = withPending() == m_values && reload() && withPending() == m_values;
@@ -319,8 +307,17 @@ bool SettingsFile::fail(const QString& reason)
 IniValues SettingsFile::withPending() const
 {
     IniValues values = m_values;
-    for (const SettingsChange& change : m_pending)
-        apply(change, values);
+    for (const Pending& change : m_pending) {
+        if (change.value) {
+            values.insert(change.path, *change.value);
+            continue;
+        }
+        const QString prefix = prefixOf(change.path);
+        values.remove(change.path);
+        auto value = values.lowerBound(prefix);
+        while (value != values.end() && value.key().startsWith(prefix))
+            value = values.erase(value);
+    }
     return values;
 }
 

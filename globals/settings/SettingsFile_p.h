@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <optional>
+#include <vector>
 
 namespace TEKLUVA {
 
@@ -28,7 +29,7 @@ public:
 
     /// Writes \p changes, with whatever is pending, to disk at once. False when all of that stays pending.
     bool change(const QList<SettingsChange>& changes);
-    bool isPending() const { return !m_pending.isEmpty(); }
+    bool isPending() const { return !m_pending.empty(); }
 
     /// Tries for the last time to write what is pending and forgets it, so that it cannot overwrite what a
     /// later store writes. False when it is lost.
@@ -63,6 +64,12 @@ public:
     QList<int> damagedLines() const;
 
 private:
+    struct Pending
+    {
+        QString path;
+        std::optional<IniValue> value; ///< without one the path and all below it is removed
+    };
+
     void keepPending(const SettingsChange& change);
     bool writePending(std::chrono::milliseconds patience);
     bool writeToFile(std::chrono::milliseconds patience);
@@ -83,7 +90,7 @@ private:
     IniValues m_values;         ///< those in it
     /// The file that has this content; none when it might have changed with the same times.
     std::optional<System::FileStatus> m_seen;
-    QList<SettingsChange> m_pending;
+    std::vector<Pending> m_pending;
     bool m_isReadable = true;
     QString m_reason; ///< of the last failure
 };

@@ -218,8 +218,11 @@ bool SettingsFile::writeToFile(milliseconds patience)
     if (m_isDamaged && !replaceFile(m_path + QLatin1String(".damaged"), m_content))
         return false;
     const QByteArray content = IniCodec::write(withPending());
+    const auto before = statusOf(m_place);
     if (!replaceFile(m_path, content))
         return false;
+    if (before)
+        makeNewerThan(*before);
     m_seen.reset(); // somebody may have replaced it already
     m_content = content;
     m_isDamaged = false;
@@ -232,6 +235,16 @@ bool SettingsFile::replaceFile(const QString& path, const QByteArray& content)
     if (file.write(content) && file.commit())
         return true;
     return fail(file.error());
+}
+
+/// QSettings reads a file again when its size or its time in milliseconds has changed, and writes its old
+/// values over ours when neither has.
+void SettingsFile::makeNewerThan(const FileStatus& before)
+{
+    constexpr qint64 MILLISECOND = 1'000'000;
+    const auto now = statusOf(m_place);
+    if (now && now->modified / MILLISECOND <= before.modified / MILLISECOND)
+        static_cast<void>(System::setModified(m_place, before.modified + MILLISECOND));
 }
 
 /// A file that may not be written is not replaced either, though its folder would allow it.

@@ -74,6 +74,7 @@ private:
     bool writePending(std::chrono::milliseconds patience);
     bool writeToFile(std::chrono::milliseconds patience);
     bool replaceFile(const QString& path, const QByteArray& content);
+    void makeNewerThan(const System::FileStatus& before);
     bool mayBeReplaced();
     bool writeWithQt();
     bool reload();

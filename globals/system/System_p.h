@@ -59,6 +59,9 @@ bool isRegularFile(const Path& path);
 /// milliseconds.
 bool isSettled(const FileStatus& status);
 
+/// Sets the time of the last change of the content, in nanoseconds since the epoch.
+std::error_code setModified(const Path& path, qint64 modified);
+
 /// An open file, closed with its scope. Child processes do not inherit it.
 class FileHandle
 {

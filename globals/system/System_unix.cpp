@@ -170,6 +170,14 @@ bool isSettled(const FileStatus& status)
     return isKnown && status.changed + 2 * nanoseconds(tick) < nanoseconds(now);
 }
 
+std::error_code setModified(const Path& path, qint64 modified)
+{
+    constexpr qint64 SECOND = 1'000'000'000;
+    const timespec times[] = {{0, UTIME_OMIT}, {modified / SECOND, modified % SECOND}};
+    return errorOf(::utimensat(AT_FDCWD, path.c_str(), times,
+                               0)); // NOLINT(cppcoreguidelines-pro-bounds-array-to-pointer-decay)
+}
+
 bool isRegularFile(const Path& path)
 {
     std::error_code error;

@@ -48,6 +48,9 @@ public:
     /// In a file name a path keeps bytes that are no text. A failure shows in write() and error().
     explicit AtomicFile(const std::filesystem::path& target, Link link = Link::Followed);
     explicit AtomicFile(const QString& target, Link link = Link::Followed);
+    /// For a caller that alone writes \p target, under a lock: before the file takes that place it is called
+    /// \p hiddenName, in the same folder, and what a killed process has left there is removed first.
+    AtomicFile(const QString& target, const QString& hiddenName);
     /// Discards what was not committed.
     ~AtomicFile();
 

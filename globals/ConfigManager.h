@@ -55,6 +55,9 @@ public:
     void removeSetting(const QString& group, const QString& key);
     void removeSettingGroup(const QString& group);
     void clearSettings();
+    /// Whether changes could not be written, for want of room for example, and are kept in memory. An
+    /// application may ask the user for room before it quits.
+    bool hasPendingSettings() const;
     /// @}
 
     /// \name Folders
@@ -236,6 +239,8 @@ Q_SIGNALS:
     void autosaveIntervalChanged(unsigned int milliseconds);
     /// Emitted once by each setForceNavigation(), also when the value stays the same.
     void navigationForceChanged(bool force);
+    /// Emitted when hasPendingSettings() has changed, by the call that could not write or now could.
+    void pendingSettingsChanged(bool hasPending);
 
 private:
     ConfigManager();

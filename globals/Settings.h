@@ -92,6 +92,8 @@ public:
 
     /// Whether changes could not be written and are kept in memory.
     bool hasPendingChanges() const;
+    /// Tries for the last time to write these, and gives up with an error entry.
+    void flushPendingChanges();
     /// Calls \p observer whenever hasPendingChanges() has changed, in the thread whose operation did it. It
     /// may use the store.
     void whenPendingChanges(std::function<void(bool hasPending)> observer);

@@ -1,3 +1,4 @@
+#include "FullDisk.h"
 #include "TestData.h"
 #include "TestHome.h"
 #include "TestLog.h"
@@ -43,6 +44,20 @@ private Q_SLOTS:
         QCoreApplication::setApplicationName("tekluva 3D-Planner"_q);
         qputenv("HOME", m_home);
         config()->removeSettingGroup("User_Pathes"_q);
+    }
+
+    void settingsThatCannotBeSavedAreTold()
+    {
+        const QSignalSpy told(config(), &ConfigManager::pendingSettingsChanged);
+        QVERIFY(!config()->hasPendingSettings());
+        {
+            const FullDisk full(0);
+            config()->setSetting("G"_q, "k"_q, 1);
+            QVERIFY(config()->hasPendingSettings());
+        }
+        config()->removeSetting("G"_q, "k"_q);
+        QVERIFY(!config()->hasPendingSettings());
+        QCOMPARE(told, QList<QVariantList>({{true}, {false}}));
     }
 
     void eachTypeLeadsToItsFolder_data() { TestData::addRows("paths.txt", {"path", "made", "dirName"}); }

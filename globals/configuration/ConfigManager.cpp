@@ -31,10 +31,14 @@ ConfigManager::ConfigManager()
     checkAndClean();
     d->settings.openSettingsFile(getPath(E_PT_SETTINGS) + SettingsKeys::FILE_NAME, QSettings::IniFormat,
                                  this);
+    d->settings.whenPendingChanges([this](bool hasPending) { Q_EMIT pendingSettingsChanged(hasPending); });
 }
 
 ConfigManager::~ConfigManager()
 {
+    // While an error entry still finds this object for its time.
+    d->settings.flushPendingChanges();
+    d->settings.whenPendingChanges({});
     __instance = nullptr;
 }
 
@@ -71,6 +75,11 @@ void ConfigManager::removeSettingGroup(const QString& group)
 void ConfigManager::clearSettings()
 {
     d->settings.clearSettings();
+}
+
+bool ConfigManager::hasPendingSettings() const
+{
+    return d->settings.hasPendingChanges();
 }
 
 unsigned int ConfigManager::getAutosaveInterval() const

@@ -37,7 +37,7 @@ QList<SettingsChange> storableOnes(const QList<SettingsChange>& changes)
 
 } // namespace
 
-class Settings::Private
+class GLOBALS_NO_EXPORT Settings::Private
 {
 public:
     /// What \p query answers about the store, under its lock. Empty without a store.
@@ -69,7 +69,9 @@ public:
     void reportReading();
     void reportPending();
     /// @}
-    void release();
+
+    /// Writes what is pending or gives it up.
+    void letGo();
 
     /// Null until a file is opened, and again once the store's parent has destroyed it.
     QPointer<SettingsFile> store;
@@ -108,17 +110,14 @@ void Settings::Private::reportPending()
         observer(isPending);
 }
 
-void Settings::Private::release()
+void Settings::Private::letGo()
 {
     const QString failure = ask([](SettingsFile& file) {
-        const bool isWritten = file.letGo();
-        file.deleteLater();
-        return isWritten ? QString() : file.failureToWrite(QStringLiteral("lost"));
+        return file.letGo() ? QString() : file.failureToWrite(QStringLiteral("lost"));
     });
     if (!failure.isEmpty())
         logError(failure);
     reportPending();
-    store.clear();
 }
 
 Settings::Settings()
@@ -141,12 +140,16 @@ Settings::Settings(const Settings& other)
 
 Settings::~Settings()
 {
-    d->release();
+    d->letGo();
+    if (d->store)
+        d->store->deleteLater();
 }
 
 void Settings::openSettingsFile(const QString& path, QSettings::Format format, QObject* parent)
 {
-    d->release();
+    d->letGo();
+    if (d->store)
+        d->store->deleteLater();
     d->store = new SettingsFile(path, format, parent);
     d->reportReading();
 }
@@ -231,6 +234,11 @@ QStringList Settings::getAllGroupMembers(const QString& group) const
 bool Settings::hasPendingChanges() const
 {
     return d->ask([](const SettingsFile& file) { return file.isPending(); });
+}
+
+void Settings::flushPendingChanges()
+{
+    d->letGo();
 }
 
 void Settings::whenPendingChanges(std::function<void(bool)> observer)

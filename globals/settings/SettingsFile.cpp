@@ -231,7 +231,7 @@ bool SettingsFile::writeToFile(milliseconds patience)
 
 bool SettingsFile::replaceFile(const QString& path, const QByteArray& content)
 {
-    AtomicFile file(path);
+    AtomicFile file(path, QStringLiteral(".%1.new").arg(QFileInfo(path).fileName()));
     if (file.write(content) && file.commit())
         return true;
     return fail(file.error());

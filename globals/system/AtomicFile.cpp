@@ -76,7 +76,7 @@ bool isDueForClearing(const fs::path& folder)
 class GLOBALS_NO_EXPORT AtomicFile::Private
 {
 public:
-    explicit Private(fs::path target, Link link);
+    Private(fs::path target, Link link, fs::path ownName = {});
     ~Private();
 
     /// Whether \p result is no error, and there was none before. Keeps the first one.
@@ -105,11 +105,13 @@ private:
     fs::path m_target;
     fs::path m_folder;
     bool m_isReplacing = false;
-    fs::path m_hidden; ///< empty while the file has no name
+    const fs::path m_ownName; ///< to be used as the hidden one; empty for any
+    fs::path m_hidden;        ///< empty while the file has no name
 };
 
-AtomicFile::Private::Private(fs::path target, Link link)
+AtomicFile::Private::Private(fs::path target, Link link, fs::path ownName)
     : m_target(std::move(target))
+    , m_ownName(std::move(ownName))
 {
     const fs::file_status status = targetStatus(link);
     m_folder = m_target.has_parent_path() ? m_target.parent_path() : fs::path(".");
@@ -183,11 +185,13 @@ template <typename Make>
 std::error_code AtomicFile::Private::makeHidden(Make&& make)
 {
     constexpr int MOST_TRIES = 100;
+    std::error_code result;
     if (isDueForClearing(m_folder))
         removeRemains(m_folder);
-    std::error_code result;
     for (int i = 0; i < MOST_TRIES; ++i) {
-        fs::path name = hiddenNameIn(m_folder);
+        fs::path name = m_ownName.empty() ? hiddenNameIn(m_folder) : m_folder / m_ownName;
+        if (!m_ownName.empty())
+            fs::remove(name, result); // of a process that was killed
         result = make(name);
         if (!result)
             m_hidden = std::move(name);
@@ -240,6 +244,11 @@ AtomicFile::AtomicFile(const fs::path& target, Link link)
 
 AtomicFile::AtomicFile(const QString& target, Link link)
     : AtomicFile(System::nativePath(target), link)
+{
+}
+
+AtomicFile::AtomicFile(const QString& target, const QString& hiddenName)
+    : d(std::make_unique<Private>(System::nativePath(target), Link::Followed, System::nativePath(hiddenName)))
 {
 }
 

@@ -12,6 +12,7 @@
 #include <array>
 #include <filesystem>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <thread>
 
@@ -362,19 +363,24 @@ private Q_SLOTS:
         QCOMPARE(content(), QByteArray("[G]\nk=1\n"));
     }
 
-    void whoeverWaitsIsWokenBySoonerThanByLooking()
+    /// Looking again would take 100 ms. One try of several shows it on a busy machine, too.
+    void whoeverWaitsIsWoken()
     {
-        QLockFile lock{QLatin1String(LOCK_NAME)};
-        QVERIFY(lock.lock());
-        std::thread holder([&lock] {
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
-            lock.unlock();
-        });
-        QElapsedTimer timer;
-        timer.start();
-        m_settings->setSetting("G"_q, "k"_q, 1);
-        holder.join();
-        QVERIFY2(timer.elapsed() < 90, QByteArray::number(timer.elapsed()));
+        qint64 shortest = std::numeric_limits<qint64>::max();
+        for (int i = 0; i < 10 && shortest >= 90; ++i) {
+            QLockFile lock{QLatin1String(LOCK_NAME)};
+            QVERIFY(lock.lock());
+            std::thread holder([&lock] {
+                std::this_thread::sleep_for(std::chrono::milliseconds(50));
+                lock.unlock();
+            });
+            QElapsedTimer timer;
+            timer.start();
+            m_settings->setSetting("G"_q, "k"_q, i);
+            shortest = qMin(shortest, timer.elapsed());
+            holder.join();
+        }
+        QVERIFY2(shortest < 90, QByteArray::number(shortest));
     }
 
 private:

@@ -5,6 +5,8 @@
 #include <KConfig>
 #include <KConfigGroup>
 
+#include <QCoreApplication>
+#include <QFile>
 #include <QSettings>
 
 #include <memory>
@@ -40,6 +42,18 @@ QString settingsFile(const char* side)
     return path;
 }
 
+/// As another process would, with another size, because QSettings looks at that and the milliseconds only.
+void changeFile(const QString& path)
+{
+    static bool isLonger = false;
+    isLonger = !isLonger;
+    QFile file(path);
+    Bench::require(file.open(QIODevice::ReadWrite), "the settings file cannot be opened");
+    const QByteArray content = file.readAll().trimmed();
+    file.resize(0);
+    file.write(content + (isLonger ? "\n\n" : "\n"));
+}
+
 /// The names are no part of the work.
 struct Place
 {
@@ -59,6 +73,10 @@ class Ours
 {
 public:
     static constexpr const char* NAME = "ours";
+    explicit Ours(const QString& path)
+        : m_settings(path, QSettings::IniFormat, nullptr)
+    {
+    }
     QVariant read() { return m_settings.getSetting(m_place.group, m_place.key); }
     int write()
     {
@@ -68,13 +86,17 @@ public:
 
 private:
     Place m_place;
-    Settings m_settings{settingsFile(NAME), QSettings::IniFormat, nullptr};
+    Settings m_settings;
 };
 
 class WithQt
 {
 public:
     static constexpr const char* NAME = "QSettings";
+    explicit WithQt(const QString& path)
+        : m_settings(path, QSettings::IniFormat)
+    {
+    }
     QVariant read()
     {
         m_settings.sync();
@@ -89,13 +111,17 @@ public:
 
 private:
     const QString m_path = Place().group + QLatin1Char('/') + Place().key;
-    QSettings m_settings{settingsFile(NAME), QSettings::IniFormat};
+    QSettings m_settings;
 };
 
 class WithKConfig
 {
 public:
     static constexpr const char* NAME = "KConfig";
+    explicit WithKConfig(const QString& path)
+        : m_config(path, KConfig::SimpleConfig)
+    {
+    }
     QString read()
     {
         m_config.reparseConfiguration();
@@ -110,18 +136,39 @@ public:
 
 private:
     Place m_place;
-    KConfig m_config{settingsFile(NAME), KConfig::SimpleConfig};
+    KConfig m_config;
 };
 
 template <typename Side>
 void addSide()
 {
     const std::string name = Side::NAME;
+    const auto make = [] { return std::make_shared<Side>(settingsFile(Side::NAME)); };
     Bench::add("read one setting/30 keys/" + name,
-               [] { return [side = std::make_shared<Side>()] { return side->read(); }; });
-    Bench::add("write one setting/30 keys/" + name, [] {
-        return [side = std::make_shared<Side>()] { return side->write(); };
+               [make] { return [side = make()] { return side->read(); }; });
+    Bench::add("write one setting/30 keys/" + name, [make] {
+        return [side = make()] { return side->write(); };
     })->UseRealTime();
+    const auto path = std::make_shared<QString>();
+    const auto side = std::make_shared<std::unique_ptr<Side>>();
+    const auto change = [path] {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        if (path->isEmpty())
+            *path = settingsFile(Side::NAME);
+        changeFile(*path);
+    };
+    Bench::addSlow(
+        "read one setting changed by others/30 keys/" + name,
+        [=] {
+            if (!*side) {
+                change();
+                *side = std::make_unique<Side>(*path);
+            }
+            change();
+        },
+        [side] { return QVariant((*side)->read()).toInt() == 1000; });
+    Bench::addSlow("open settings and read one/30 keys/" + name, change,
+                   [path] { return QVariant(Side(*path).read()).toInt() == 1000; });
 }
 
 } // namespace

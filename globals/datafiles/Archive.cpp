@@ -103,17 +103,15 @@ Archive::WalkResult Archive::walkWithMinizip(const std::function<bool(const Arch
     if (count == 0 || unzGoToFirstFile(zip()) != UNZ_OK)
         return WalkResult::NoFirstEntry;
     std::string name;
+    const bool isCountKnown = count != LARGEST_PLAIN_COUNT;
     for (ZPOS64_T seen = 1;; ++seen) {
         const auto entry = currentEntry(zip(), name);
         if (!entry)
             return WalkResult::Damaged;
-        if (!visit(*entry))
-            return WalkResult::Whole;
-        if (seen == count && count != LARGEST_PLAIN_COUNT)
+        if (!visit(*entry) || (isCountKnown && seen == count))
             return WalkResult::Whole;
         if (unzGoToNextFile(zip()) != UNZ_OK) // also when a count that is too small for the entries runs out
-            return seen >= LARGEST_PLAIN_COUNT && count == LARGEST_PLAIN_COUNT ? WalkResult::Whole
-                                                                               : WalkResult::Damaged;
+            return isCountKnown || seen < count ? WalkResult::Damaged : WalkResult::Whole;
     }
 }
 

@@ -77,6 +77,9 @@ public:
     /// Unpacks \p entry, which is called \p name. Nothing, and logged, on failure.
     std::optional<QByteArray> unpack(Archive& archive, const std::string& name, const ArchiveEntry& entry,
                                      Archive::Checksum checksum);
+    /// Unpacks \p entry, holds it against its checksum and decrypts it. Nothing, and logged, on failure.
+    std::optional<QByteArray> readChecked(Archive& archive, const std::string& name,
+                                          const ArchiveEntry& entry);
     /// Empty, and logged, for a block that cannot be decrypted.
     QByteArray decrypt(const QByteArray& block, const QByteArray& with);
     /// \p content itself where there is no password.
@@ -139,6 +142,17 @@ std::optional<QByteArray> DataFileReader::Private::unpack(Archive& archive, cons
     return std::nullopt;
 }
 
+std::optional<QByteArray> DataFileReader::Private::readChecked(Archive& archive, const std::string& name,
+                                                               const ArchiveEntry& entry)
+{
+    return run([&]() -> std::optional<QByteArray> {
+        auto content = unpack(archive, name, entry, Archive::Checksum::Checked);
+        if (!content || content->isEmpty() || password.isEmpty())
+            return content;
+        return decryptBlock(*content, password);
+    });
+}
+
 QByteArray DataFileReader::Private::decrypt(const QByteArray& block, const QByteArray& with)
 {
     if (block.isEmpty())
@@ -168,7 +182,7 @@ QByteArray DataFileReader::getFileContent() const
     return d->run([this]() -> QByteArray {
         d->error.clear();
         if (isArchiv()) {
-            d->error = QStringLiteral("%1 is an archive").arg(getFilename());
+            d->error = getFilename() + QLatin1String(" is an archive");
             return {};
         }
         QString reason;
@@ -221,14 +235,7 @@ bool DataFileReader::visitArchivedFiles(const std::function<bool(const ArchivedF
         return false;
     return d->forEachEntry(archive, [this, &archive, &visit](const ArchiveEntry& entry) {
         const std::string name(entry.name);
-        const auto read = [this, &archive, &name, &entry] {
-            return d->run([&]() -> std::optional<QByteArray> {
-                auto content = d->unpack(archive, name, entry, Archive::Checksum::Checked);
-                if (!content || content->isEmpty() || d->password.isEmpty())
-                    return content;
-                return decryptBlock(*content, d->password);
-            });
-        };
+        const auto read = [this, &archive, &name, &entry] { return d->readChecked(archive, name, entry); };
         return visit({name, entry.size, read});
     });
 }

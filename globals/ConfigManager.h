@@ -43,6 +43,8 @@ class GLOBALS_EXPORT ConfigManager : public QObject
 
 public:
     static ConfigManager* getInstance();
+    /// False before the first getInstance(), and after the application object has deleted the manager.
+    static bool hasInstance();
     ~ConfigManager() override;
 
     /// \name Settings

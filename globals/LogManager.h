@@ -4,6 +4,7 @@
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -33,6 +34,9 @@ public:
     /// Removes whatever log is registered under the name of \p log, and \p log once from the active stack. If
     /// no log is registered at all, nothing happens, not even to the stack.
     void removeLog(Log* log);
+    /// For the destructor of \p log: removes it, lets nobody find it on the active stack any more, and waits
+    /// until no other thread uses it through withActiveLog().
+    void retire(Log* log);
     /// Renames \p log, as Log::setLogName() does for appending. If it has that \p name already, it is
     /// registered under it instead.
     void updateLogName(const std::string& name, Log* log);
@@ -41,8 +45,12 @@ public:
     void setActiveLog(Log* log);
     /// Goes back to the log that was active before. The one that was active is not deleted.
     void restorePreviousLog();
-    /// The log that diagnostics go to; null when there is none or when it has been deleted.
+    /// The log that diagnostics go to; null when there is none. A log that was deleted is passed over for the
+    /// one below it. Another thread may delete the log at any time, see withActiveLog().
     Log* getActiveLog();
+    /// Calls \p use with the active log, which is not deleted meanwhile: its destructor waits. Does nothing
+    /// when there is none.
+    void withActiveLog(const std::function<void(Log& log)>& use);
 
     /// All registered logs in ascending order of their names, byte by byte.
     std::vector<Log*> getAllLogs() const;

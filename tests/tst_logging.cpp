@@ -6,10 +6,13 @@
 #include "globals/Log.h"
 #include "globals/LogManager.h"
 
+#include <QDir>
 #include <QRegularExpression>
 #include <QSignalSpy>
 
+#include <atomic>
 #include <memory>
+#include <sys/stat.h>
 #include <thread>
 
 using namespace TEKLUVA;
@@ -222,8 +225,8 @@ private Q_SLOTS:
         registry()->restorePreviousLog();
         QCOMPARE(registry()->getActiveLog(), &b);
         registry()->setActiveLog(a);
-        delete a; // takes its first place on the stack with it, the other one leads nowhere
-        QVERIFY(!registry()->getActiveLog());
+        delete a; // takes its first place on the stack with it, the other one is passed over
+        QCOMPARE(registry()->getActiveLog(), &b);
         registry()->restorePreviousLog();
         QCOMPARE(registry()->getActiveLog(), &b);
 
@@ -232,6 +235,71 @@ private Q_SLOTS:
         registry()->removeLog(&b);
         delete registry();
         QVERIFY(!a && !registry()->getActiveLog());
+    }
+
+    void theActiveLogIsDeletedWhileOthersUseIt()
+    {
+        std::atomic<bool> isEnding = false;
+        std::vector<std::thread> writers;
+        for (int i = 0; i < 3; ++i) {
+            writers.emplace_back([&isEnding] {
+                while (!isEnding)
+                    registry()->withActiveLog([](Log& log) { log.logStatusMessage("x", "", 0); });
+            });
+        }
+        for (int i = 0; i < 200; ++i) {
+            Log log("short-lived", true);
+            registry()->setActiveLog(&log);
+            while (log.getEntryCount() == 0)
+                std::this_thread::yield();
+        }
+        isEnding = true;
+        for (std::thread& writer : writers)
+            writer.join();
+        delete registry();
+    }
+
+    void twoLogsShareAFile()
+    {
+        Log first("shared", true);
+        Log second("shared", true);
+        first.logStatusMessage("begin", "", 0);
+        second.logStatusMessage("afresh", "", 0);
+        for (int i = 0; i < 5; ++i) {
+            first.logStatusMessage("first", "", 0);
+            second.logStatusMessage("the second one", "", 0);
+        }
+        const QStringList messages = messagesOf(first);
+        QCOMPARE(messages.size(), 11);
+        QCOMPARE(messages.filter(QRegularExpression("^(afresh|first|the second one)$"_q)), messages);
+    }
+
+    void namesThatLeaveTheFolder()
+    {
+        Log active("active", true);
+        registry()->setActiveLog(&active);
+        const QString elsewhere = QDir(pathOf(active)).absoluteFilePath("../../elsewhere.log"_q);
+        Log log("../elsewhere", true);
+        log.logStatusMessage("x", "", 0);
+        QVERIFY(!log.getEntry(0)->isWritten());
+        QVERIFY(!QFile::exists(QDir::cleanPath(elsewhere)));
+        QCOMPARE(
+            messagesOf(active),
+            QStringList("The log ../elsewhere would not lie in the log folder. Its lines are not written "
+                        "to a file."_q));
+        log.setLogName("inside", false);
+        log.logStatusMessage("y", "", 0);
+        QCOMPARE(messagesOf(log), QStringList("y"_q));
+        registry()->restorePreviousLog();
+    }
+
+    void aPipeTakesNoLines()
+    {
+        Log log("pipe", true);
+        QCOMPARE(mkfifo(QFile::encodeName(pathOf(log)).constData(), 0600), 0);
+        log.logStatusMessage("x", "", 0);
+        QVERIFY(!log.getEntry(0)->isWritten());
+        QFile::remove(pathOf(log));
     }
 
     void objectsMadeOnAnotherThreadLiveOnTheMainThread()

@@ -15,6 +15,11 @@ ConfigManager* ConfigManager::getInstance()
     return __instance;
 }
 
+bool ConfigManager::hasInstance()
+{
+    return __instance != nullptr;
+}
+
 ConfigManager::ConfigManager()
     : QObject(QCoreApplication::instance())
     , d(std::make_unique<Private>())

@@ -33,7 +33,7 @@ void renameActiveLog(const QDateTime& serverTime)
     Log* log = LogManager::getInstance()->getActiveLog();
     if (!log)
         return;
-    const QString stamp = serverTime.toString(QStringLiteral("yyyyMMddhhmmss"));
+    const QString stamp = QLocale::c().toString(serverTime, QStringLiteral("yyyyMMddhhmmss"));
     log->setLogName("tekluva-3D_" + stamp.toStdString(), false);
     log->logStatusMessage("Synchronized to server time.", std::string(), 0);
 }

@@ -10,10 +10,11 @@ namespace TEKLUVA {
 
 void logToActive(E_LogLevel level, const std::string& message, const std::string& location, unsigned int line)
 {
-    Log* log = LogManager::getInstance()->getActiveLog();
-    // In a receiver of its contentChanged() a log takes no further entry.
-    if (log && !LogLock::isHeldHere(log))
-        log->logMessage(level, message, location, line);
+    LogManager::getInstance()->withActiveLog([&](Log& log) {
+        // In a receiver of its contentChanged() a log takes no further entry.
+        if (!LogLock::isHeldHere(&log))
+            log.logMessage(level, message, location, line);
+    });
 }
 
 void logError(const char* message)

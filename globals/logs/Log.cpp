@@ -3,6 +3,7 @@
 #include "globals/LogManager.h"
 #include "globals/foundation/LockedRecord_p.h"
 #include "globals/foundation/MainThread_p.h"
+#include "globals/logs/ActiveLog_p.h"
 #include "globals/logs/LogConfiguration_p.h"
 #include "globals/logs/LogFile_p.h"
 #include "globals/logs/LogLock_p.h"
@@ -20,6 +21,17 @@ std::string pathOf(const std::string& name)
     return LogConfiguration::folder() + name + ".log";
 }
 
+/// Whether a log of that \p name lies in the log folder itself.
+bool staysInFolder(const std::string& name)
+{
+    return name.find('/') == std::string::npos;
+}
+
+void reportBadName(const std::string& name)
+{
+    logError("The log " + name + " would not lie in the log folder. Its lines are not written to a file.");
+}
+
 } // namespace
 
 /// What other threads look at while a line is being written is a record with a leaf lock of its own: name,
@@ -32,6 +44,8 @@ public:
     /// Null beyond the last entry.
     LogEntry* entryAt(unsigned int index) const;
     void rename(const std::string& newName, const std::string& newPath);
+    /// The file of the log \p ofName, unless that would leave the folder.
+    void setFile(const std::string& path, const std::string& ofName);
     /// Expects the log's lock, or that nobody else uses the log.
     void clear();
 
@@ -67,6 +81,13 @@ void Log::Private::rename(const std::string& newName, const std::string& newPath
     filePath = newPath;
 }
 
+void Log::Private::setFile(const std::string& path, const std::string& ofName)
+{
+    file.setPath(path);
+    if (!staysInFolder(ofName))
+        file.refuse();
+}
+
 void Log::Private::clear()
 {
     std::vector<std::unique_ptr<LogEntry>> deleted; // after the record's lock is free
@@ -82,16 +103,18 @@ Log::Log(std::string name, bool overwrite)
 {
     const std::string path = pathOf(name);
     d->rename(name, path);
-    d->file.setPath(path);
+    d->setFile(path, name);
     d->file.setAppend(!overwrite);
     moveToMainThread(this);
     LogManager::getInstance()->addLog(this);
+    if (!staysInFolder(name))
+        reportBadName(name);
 }
 
 Log::~Log()
 {
+    LogManager::getInstance()->retire(this); // first, so that nobody is writing a line any more
     d->clear();
-    LogManager::getInstance()->removeLog(this);
 }
 
 void Log::logMessage(E_LogLevel level, std::string message, std::string /*location*/, unsigned int /*line*/)
@@ -154,16 +177,18 @@ void Log::resetLog(bool overwrite)
 
 void Log::setLogName(std::string name, bool overwrite)
 {
-    // Before the lock: a log folder that cannot be made is reported to the active log, which may be this one.
+    // Before the lock: what is reported goes to the active log, which may be this one.
     const std::string path = pathOf(name);
+    if (!staysInFolder(name))
+        reportBadName(name);
 
     const LogLock lock(this, d->lock);
     const std::string oldPath = getFilePath();
     d->file.close();
-    if (path != oldPath)
+    if (path != oldPath && staysInFolder(name))
         QFile::rename(QString::fromStdString(oldPath), QString::fromStdString(path));
     d->rename(name, path);
-    d->file.setPath(path);
+    d->setFile(path, name);
     LogManager::getInstance()->updateLogName(name, this);
     d->file.setAppend(!overwrite);
 }

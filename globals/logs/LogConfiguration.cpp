@@ -2,6 +2,9 @@
 
 #include "globals/ConfigManager.h" // upwards: see the header
 
+#include <QCoreApplication>
+#include <QDateTime>
+
 namespace TEKLUVA::LogConfiguration {
 
 std::string folder()
@@ -11,6 +14,9 @@ std::string folder()
 
 qint64 currentMSecs()
 {
+    // At the end of the process nobody may make a second configuration manager.
+    if (!ConfigManager::hasInstance() && !QCoreApplication::instance())
+        return QDateTime::currentMSecsSinceEpoch();
     return ConfigManager::getInstance()->getCurrentServerMSecs();
 }
 

@@ -2,6 +2,9 @@
 
 #include "globals/LogEntry.h"
 
+#include <QFileInfo>
+#include <QLocale>
+
 namespace TEKLUVA {
 
 namespace {
@@ -34,6 +37,7 @@ const char* labelOf(E_LogLevel level)
 void LogFile::setPath(const std::string& path)
 {
     m_file.setFileName(QString::fromStdString(path));
+    m_isUsable = true;
 }
 
 void LogFile::write(LogEntry& entry)
@@ -57,10 +61,15 @@ bool LogFile::ensureOpen()
 {
     if (m_file.isOpen())
         return true;
-    // Unbuffered: each line is one system call and in the file when the call returns. Nothing is left to
-    // flush.
-    const QIODevice::OpenMode mode = m_append ? QIODevice::Append : QIODevice::WriteOnly;
-    return m_file.open(mode | QIODevice::Unbuffered);
+    // A pipe might block us for ever, or end the process when its reader goes.
+    const QFileInfo info(m_file);
+    if (!m_isUsable || (info.exists() && !info.isFile()))
+        return false;
+    if (!m_append && info.exists())
+        m_file.resize(0);
+    // Appended to also when it starts afresh: a second log over the same file would write into the lines of
+    // the first. Unbuffered: each line is one system call and in the file when the call returns.
+    return m_file.open(QIODevice::Append | QIODevice::Unbuffered);
 }
 
 /// On a full disk the system may take half a line. That half is removed, so that the next line does not
@@ -90,9 +99,11 @@ const std::string& LogFile::timeStamp(qint64 milliseconds)
     const qint64 second = milliseconds / 1000;
     if (second != m_stampSecond) {
         m_stampSecond = second;
-        m_stamp = QDateTime::fromMSecsSinceEpoch(milliseconds)
-                      .toString(QStringLiteral("dd.MM.yyyy hh:mm:ss"))
-                      .toStdString();
+        // In the C locale: QDateTime would write the digits of the system's.
+        m_stamp =
+            QLocale::c()
+                .toString(QDateTime::fromMSecsSinceEpoch(milliseconds), QStringLiteral("dd.MM.yyyy hh:mm:ss"))
+                .toStdString();
     }
     return m_stamp;
 }

@@ -20,6 +20,8 @@ public:
 
     /// In UTF-8. The file must be closed.
     void setPath(const std::string& path);
+    /// Keeps the file from being opened until there is another path.
+    void refuse() { m_isUsable = false; }
     /// Whether the next opening keeps what the file holds.
     void setAppend(bool append) { m_append = append; }
 
@@ -36,6 +38,7 @@ private:
 
     QFile m_file;
     bool m_append = false;
+    bool m_isUsable = true;
 
     std::string m_line;
     /// The time stamp last written and its second since the epoch. They are kept because most lines share

@@ -1,10 +1,12 @@
 #include "globals/LogManager.h"
 
 #include "globals/Log.h"
+#include "globals/logs/LogLock_p.h"
 
 #include <QMutex>
 #include <QMutexLocker>
 #include <QPointer>
+#include <QWaitCondition>
 
 #include <algorithm>
 #include <map>
@@ -16,12 +18,59 @@ class GLOBALS_NO_EXPORT LogManager::Private
 public:
     /// Null when no log is registered.
     Log* firstLog() const;
+    /// The top of the stack that has not been deleted; null for none. Expects the lock.
+    Log* activeLog() const;
 
     /// Guards both containers. It is taken after the lock of a log, never before it.
     mutable QMutex mutex;
     std::vector<QPointer<Log>> active;
     std::map<std::string, Log*> logs;
+    std::map<const Log*, int> users; ///< how many calls of withActiveLog() use a log
+    QWaitCondition released;
+
+    /// Keeps the active log from being deleted as long as the scope lives.
+    class Use
+    {
+        Q_DISABLE_COPY(Use)
+
+    public:
+        explicit Use(Private& registry);
+        ~Use();
+
+        Log* log() const { return m_log; }
+
+    private:
+        Private& m_registry;
+        Log* m_log;
+    };
 };
+
+LogManager::Private::Use::Use(Private& registry)
+    : m_registry(registry)
+{
+    const QMutexLocker lock(&registry.mutex);
+    m_log = registry.activeLog();
+    if (m_log)
+        ++registry.users[m_log];
+}
+
+LogManager::Private::Use::~Use()
+{
+    if (!m_log)
+        return;
+    const QMutexLocker lock(&m_registry.mutex);
+    const auto user = m_registry.users.find(m_log);
+    if (--user->second == 0)
+        m_registry.users.erase(user);
+    m_registry.released.wakeAll();
+}
+
+Log* LogManager::Private::activeLog() const
+{
+    const auto top =
+        std::find_if(active.rbegin(), active.rend(), [](const QPointer<Log>& log) { return !log.isNull(); });
+    return top == active.rend() ? nullptr : top->data();
+}
 
 Log* LogManager::Private::firstLog() const
 {
@@ -69,6 +118,17 @@ void LogManager::removeLog(Log* log)
         d->active.erase(found);
 }
 
+void LogManager::retire(Log* log)
+{
+    removeLog(log);
+    const QMutexLocker lock(&d->mutex);
+    // Its places stay, because each is still going to be restored from.
+    std::replace(d->active.begin(), d->active.end(), QPointer<Log>(log), QPointer<Log>());
+    // Whoever deletes a log in a receiver of its own would wait for himself.
+    while (d->users.count(log) != 0 && !LogLock::isHeldHere(log))
+        d->released.wait(&d->mutex);
+}
+
 void LogManager::updateLogName(const std::string& name, Log* log)
 {
     if (!cmp(name, log->getName(), true)) {
@@ -100,7 +160,14 @@ void LogManager::restorePreviousLog()
 Log* LogManager::getActiveLog()
 {
     const QMutexLocker lock(&d->mutex);
-    return d->active.empty() ? nullptr : d->active.back().data();
+    return d->activeLog();
+}
+
+void LogManager::withActiveLog(const std::function<void(Log& log)>& use)
+{
+    const Private::Use active(*d);
+    if (active.log())
+        use(*active.log());
 }
 
 std::vector<Log*> LogManager::getAllLogs() const

@@ -14,7 +14,7 @@
 
 namespace {
 
-struct Fault
+struct PlannedFault
 {
     int error = 0;
     int callsLeft = 0; ///< that succeed
@@ -25,7 +25,7 @@ struct State
     std::recursive_mutex mutex;
     bool isWatching = false;
     bool hasUnnamedFiles = true;
-    QMap<QByteArray, Fault> faults;
+    QMap<QByteArray, PlannedFault> faults;
     QByteArrayList changes;
     QByteArrayList inherited;
 };

@@ -147,7 +147,7 @@ private Q_SLOTS:
     void aKilledProcessLeavesAWholeRecord()
     {
         config()->setSetting("Kept"_q, "key"_q, "value"_q);
-        for (int i = 0; i < 100; ++i) {
+        for (int i = 0; i < 25; ++i) {
             QProcess other;
             other.start(QCoreApplication::applicationFilePath(), {"record"_q});
             QVERIFY(other.waitForReadyRead());

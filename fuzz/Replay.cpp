@@ -1,8 +1,6 @@
 // Runs a fuzz target over the files of the folders that are named, with any compiler.
 
-#include "tests/TestData.h"
-
-#include <QDir>
+#include "tests/TestFiles.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -18,7 +16,7 @@ int main(int argc, char** argv)
         const QDir folder(QString::fromLocal8Bit(argv[i]));
         for (const QString& name : folder.entryList(QDir::Files)) {
             std::printf("%s\n", qPrintable(name)); // the last one is the culprit
-            const QByteArray content = TestData::contentOf(folder.filePath(name));
+            const QByteArray content = TestFiles::contentOf(folder.filePath(name));
             LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(content.constData()),
                                    static_cast<std::size_t>(content.size()));
             ++count;

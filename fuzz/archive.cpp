@@ -1,8 +1,8 @@
 #include "Fuzz.h"
 
-#include "globals/DataFileReader.h"
+#include "tests/TestFiles.h"
 
-#include <QFile>
+#include "globals/DataFileReader.h"
 
 #include <array>
 #include <unzip.h>
@@ -37,10 +37,10 @@ std::vector<std::pair<std::string, quint64>> entriesByMinizip(const QByteArray& 
 /// An archive, read in every way, and by minizip alone.
 void fuzz(const QByteArray& input)
 {
-    QFile file(QStringLiteral("subject"));
-    require(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(input) == input.size());
+    const QString file = QStringLiteral("subject");
+    require(TestFiles::write(file, input));
     for (const QString& password : {QString(), QStringLiteral("house-planner!")}) {
-        const DataFileReader reader(file.fileName(), password);
+        const DataFileReader reader(file, password);
         require(reader.isArchiv() || reader.getFileContent().size() <= input.size());
         std::vector<std::string> names;
         std::vector<std::pair<std::string, quint64>> entries;
@@ -53,7 +53,7 @@ void fuzz(const QByteArray& input)
                 reader.getContentOfArchivedFile(entry.name);
             return true;
         });
-        require(entries == entriesByMinizip(QFile::encodeName(file.fileName())));
+        require(entries == entriesByMinizip(QFile::encodeName(file)));
         require(reader.getListOfArchivedFiles() == (isWhole ? names : std::vector<std::string>()));
     }
 }

@@ -1,9 +1,8 @@
 #include "Fuzz.h"
 
-#include "globals/Settings.h"
-#include "globals/WholeFile.h"
+#include "tests/TestFiles.h"
 
-#include <QFile>
+#include "globals/Settings.h"
 
 using namespace TEKLUVA;
 
@@ -11,11 +10,6 @@ namespace {
 
 const QString GROUP = QStringLiteral("Application");
 const QString KEY = QStringLiteral("last_runtime_state");
-
-QByteArray contentOf(const QString& path)
-{
-    return readWhole(path).value_or(QByteArray());
-}
 
 void readAll(const Settings& settings)
 {
@@ -32,9 +26,7 @@ void readAll(const Settings& settings)
 void fuzz(const QByteArray& input)
 {
     const QString path = QStringLiteral("fuzz.ini");
-    QFile file(path);
-    require(file.open(QIODevice::WriteOnly) && file.write(input) == input.size());
-    file.close();
+    require(TestFiles::write(path, input));
     Settings settings(path, QSettings::IniFormat, nullptr);
     readAll(settings);
     settings.damagedLines();
@@ -42,16 +34,16 @@ void fuzz(const QByteArray& input)
     require(!settings.hasPendingChanges());
     // Either nothing was lost, or all of it was kept.
     const QString aside = path + QStringLiteral(".damaged");
-    require(!QFile::exists(aside) || (contentOf(aside) == input && QFile::remove(aside)));
+    require(!QFile::exists(aside) || (TestFiles::contentOf(aside) == input && QFile::remove(aside)));
 
     // What was written is read by a new reader, and is the same when it is written once more.
-    const QByteArray written = contentOf(path);
+    const QByteArray written = TestFiles::contentOf(path);
     Settings again(path, QSettings::IniFormat, nullptr);
     require(again.getSetting(GROUP, KEY) == path);
     readAll(again);
     again.setSettings(GROUP, {{KEY, 1}});
     again.setSettings(GROUP, {{KEY, path}});
-    require(contentOf(path) == written);
+    require(TestFiles::contentOf(path) == written);
     // Qt ends the process itself when it reads a pen or a bitmap from damaged bytes.
     if (written.contains('@'))
         return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCoreApplication>
+#include <QDebug>
 #include <QDir>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -42,6 +43,27 @@ inline void nameApplication()
     QCoreApplication::setOrganizationName("tekluva"_q);
     QCoreApplication::setApplicationName("tekluva 3D-Planner"_q);
 }
+
+/// Names the turn of a loop in which a check fails: "const TestHome::Turn turn(size);" in the loop's body.
+template <typename Value>
+class Turn
+{
+    Q_DISABLE_COPY(Turn)
+
+public:
+    explicit Turn(Value value)
+        : m_value(std::move(value))
+    {
+    }
+    ~Turn()
+    {
+        if (QTest::currentTestFailed())
+            qWarning() << "This was the turn of" << m_value;
+    }
+
+private:
+    const Value m_value;
+};
 
 /// The application object of \p Test is a QApplication, say, for a test that shows message boxes.
 template <typename Test, typename Application = QCoreApplication>

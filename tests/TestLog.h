@@ -23,7 +23,7 @@ public:
 
     TEKLUVA::Log& log() { return m_log; }
 
-    /// The messages so far, each behind its level: "8192 Could not ...".
+    /// The messages so far, each after its level: "8192 Could not ...".
     QStringList entries()
     {
         QStringList entries;

@@ -1,5 +1,5 @@
 #include "FullDisk.h"
-#include "TestData.h"
+#include "TestFiles.h"
 #include "TestHome.h"
 
 #include "globals/AtomicFile.h"
@@ -7,25 +7,14 @@
 
 #include <chrono>
 #include <filesystem>
-#include <fstream>
-#include <sys/stat.h>
 
 using namespace TEKLUVA;
+using namespace TestFiles;
 namespace fs = std::filesystem;
 using Link = AtomicFile::Link;
 Q_DECLARE_METATYPE(Link)
 
 namespace {
-
-void writeFile(const fs::path& path, const char* content)
-{
-    std::ofstream(path) << content;
-}
-
-QByteArray contentOf(const fs::path& path)
-{
-    return TestData::contentOf(QFile::decodeName(path.c_str()));
-}
 
 QStringList names()
 {
@@ -94,7 +83,7 @@ void TestAtomicFile::takesItsPlace()
     QFETCH(Link, link);
     QFETCH(QByteArray, written);
     QFETCH(QStringList, after);
-    writeFile("old", "old");
+    QVERIFY(write("old", "old"));
     fs::create_hard_link("old", "hard");
     fs::create_symlink("old", "link");
     fs::create_symlink("new", "dangling");
@@ -130,8 +119,8 @@ void TestAtomicFile::isRefused()
 {
     QFETCH(QByteArray, target);
     fs::create_directory("folder");
-    QCOMPARE(mkfifo("pipe", 0600), 0);
-    writeFile("old", "old");
+    QVERIFY(makePipe("pipe"));
+    QVERIFY(write("old", "old"));
     fs::create_symlink("circle", "circle");
     const QStringList before = names();
 
@@ -146,30 +135,33 @@ void TestAtomicFile::isRefused()
 
 void TestAtomicFile::keepsPermissions()
 {
-    writeFile("old", "old");
+    QVERIFY(write("old", "old"));
     fs::permissions("old", fs::perms(0640));
     for (const char* name : {"old", "new"}) {
         AtomicFile file(fs::path{name});
-        QVERIFY(file.write("new") && file.commit());
+        QVERIFY(file.write("new"));
+        QVERIFY(file.commit());
     }
     QCOMPARE(int(permissionsOf("old")), 0640);
-    writeFile("any", "");
+    QVERIFY(write("any", ""));
     QCOMPARE(int(permissionsOf("new")), int(permissionsOf("any")));
 }
 
 void TestAtomicFile::namesThatAreNoText()
 {
     AtomicFile file(fs::path{"a\xff"});
-    QVERIFY(file.write("new") && file.commit());
+    QVERIFY(file.write("new"));
+    QVERIFY(file.commit());
     QCOMPARE(contentOf("a\xff").size() + int(fs::file_size("a\xff")), 3);
 }
 
 void TestAtomicFile::nothingIsLeftWithoutCommit()
 {
-    writeFile("old", "old");
+    QVERIFY(write("old", "old"));
     for (const char* name : {"old", "new"}) {
         AtomicFile file(fs::path{name});
-        QVERIFY(file.write("new") && file.sync());
+        QVERIFY(file.write("new"));
+        QVERIFY(file.sync());
         QCOMPARE(names(), QStringList("old"_q));
     }
     QCOMPARE(contentOf("old"), QByteArray("old"));
@@ -184,15 +176,16 @@ void TestAtomicFile::remainsAreCleared()
                                    ".globals-0123456789abcdef.tmp2"};
     const auto now = fs::file_time_type::clock::now();
     for (const char* name : oldOnes) {
-        writeFile(folder / name, "");
+        QVERIFY(write(folder / name, ""));
         fs::last_write_time(folder / name, now - std::chrono::minutes(61));
     }
-    writeFile(folder / ".globals-fedcba9876543210.tmp", "");
+    QVERIFY(write(folder / ".globals-fedcba9876543210.tmp", ""));
     fs::last_write_time(folder / ".globals-fedcba9876543210.tmp", now - std::chrono::minutes(59));
-    writeFile(folder / "file", "old");
+    QVERIFY(write(folder / "file", "old"));
 
     AtomicFile file(folder / "file");
-    QVERIFY(file.write("new") && file.commit());
+    QVERIFY(file.write("new"));
+    QVERIFY(file.commit());
     QVERIFY(!fs::exists(folder / oldOnes[0]));
     QVERIFY(fs::exists(folder / oldOnes[1]));
     QVERIFY(fs::exists(folder / oldOnes[2]));
@@ -201,7 +194,7 @@ void TestAtomicFile::remainsAreCleared()
 
 void TestAtomicFile::fullDisk()
 {
-    writeFile("old", "old");
+    QVERIFY(write("old", "old"));
     const FullDisk disk(4096);
     AtomicFile file(fs::path{"old"});
     QVERIFY(file.write(QByteArray(4096, 'a')));
@@ -215,7 +208,7 @@ void TestAtomicFile::fullDisk()
 void TestAtomicFile::copiesContentAndPermissions()
 {
     const QByteArray content(3 * 1024 * 1024 + 1, 'x');
-    TestData::write("source"_q, content);
+    QVERIFY(write("source", content));
     fs::permissions("source", fs::perms(0750));
     AtomicFile file(fs::path{"copy"});
     QVERIFY(file.copyFrom("source"));
@@ -223,7 +216,8 @@ void TestAtomicFile::copiesContentAndPermissions()
     QCOMPARE(contentOf("copy"), content);
     QCOMPARE(int(permissionsOf("copy")), 0750);
     AtomicFile system(fs::path{"type"});
-    QVERIFY(system.copyFrom("/proc/sys/kernel/ostype") && system.commit());
+    QVERIFY(system.copyFrom("/proc/sys/kernel/ostype"));
+    QVERIFY(system.commit());
     QCOMPARE(contentOf("type"), QByteArray("Linux\n"));
     AtomicFile missing(fs::path{"none"});
     QVERIFY(!missing.copyFrom("missing"));
@@ -270,11 +264,11 @@ void TestAtomicFile::readsWhole()
     QFETCH(qint64, limit);
     QFETCH(QByteArray, content);
     QFETCH(QString, error);
-    writeFile("file", "12345");
-    writeFile("empty", "");
-    writeFile("large", "");
+    QVERIFY(write("file", "12345"));
+    QVERIFY(write("empty", ""));
+    QVERIFY(write("large", ""));
     fs::resize_file("large", std::uintmax_t{1} << 31);
-    QCOMPARE(mkfifo("pipe", 0600), 0);
+    QVERIFY(makePipe("pipe"));
 
     QString reason;
     const auto read = readWhole(path, limit, &reason);

@@ -4,14 +4,15 @@
 #include "globals/Colour.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 using namespace TEKLUVA;
 
 namespace {
 
-const colourSystem systems[] = {NTSCsystem, EBUsystem,    SMPTEsystem, HDTVsystem,
-                                CIEsystem,  Rec709system, AdobeRGB98,  AppleRGB};
+const std::array systems = {NTSCsystem, EBUsystem,    SMPTEsystem, HDTVsystem,
+                            CIEsystem,  Rec709system, AdobeRGB98,  AppleRGB};
 
 double line(const double& wavelength)
 {
@@ -20,17 +21,19 @@ double line(const double& wavelength)
 
 /// What a row tests, from three numbers to three. \p of is the row's temperature or wavelength, which _bbTemp
 /// holds, too, its gamma or number of a system.
-const QHash<QString, void (*)(double of, float* c)> FUNCTIONS = {
+using Function = void (*)(double of, float* c);
+const QHash<QString, Function> FUNCTIONS = {
     {"line"_q, [](double, float* c) { spectrum_to_xyz(&line, c[0], c[1], c[2]); }},
     {"body"_q, [](double, float* c) { spectrum_to_xyz(&bb_spectrum, c[0], c[1], c[2]); }},
     {"temperature"_q, [](double of, float* c) { temperaturToColor(of, c[0], c[1], c[2]); }},
-    {"xyz"_q, [](double of, float* c) { xyz_to_rgb(&systems[int(of)], c[0], c[1], c[2], c[0], c[1], c[2]); }},
+    {"xyz"_q, [](double of,
+                 float* c) { xyz_to_rgb(&systems.at(std::size_t(of)), c[0], c[1], c[2], c[0], c[1], c[2]); }},
     {"own xyz"_q,
      [](double of, float* c) {
-         colourSystem own = systems[int(of)];
+         colourSystem own = systems.at(std::size_t(of));
          xyz_to_rgb(&own, c[0], c[1], c[2], c[0], c[1], c[2]);
      }},
-    {"white"_q, [](double of, float* c) { c[0] = float(systems[int(of)].whiteTemperature); }},
+    {"white"_q, [](double of, float* c) { c[0] = float(systems.at(std::size_t(of)).whiteTemperature); }},
     {"to hsv"_q, [](double, float* c) { RGBtoHSV(c[0], c[1], c[2], c[0], c[1], c[2]); }},
     {"to rgb"_q, [](double, float* c) { HSVtoRGB(c[0], c[1], c[2], c[0], c[1], c[2]); }},
     {"norm"_q, [](double, float* c) { norm_rgb(c[0], c[1], c[2]); }},
@@ -54,21 +57,31 @@ class ColourTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void converts_data() { TestData::addRows("colours.txt", {"function", "of", "given", "result", "near"}); }
+    void converts_data()
+    {
+        TestData::addRows<QString, double, QString, QString, double>(
+            "colours.txt", {"function", "of", "given", "result", "near"});
+    }
     void converts()
     {
-        const QString numbers = TestData::field("given") + " "_q + TestData::field("result");
-        const QStringList n = (numbers + " "_q + TestData::field("near")).split(" "_q);
-        float c[] = {n[0].toFloat(), n[1].toFloat(), n[2].toFloat()};
-        _bbTemp = TestData::field("of").toDouble();
-        FUNCTIONS[TestData::field("function")](_bbTemp, c);
+        const Function function = FUNCTIONS.value(TestData::field("function"));
+        QVERIFY2(function, "there is no such function");
+        const QStringList numbers =
+            (TestData::field("given") + " "_q + TestData::field("result")).split(" "_q);
+        QCOMPARE(numbers.size(), 6);
+        float c[6];
+        std::transform(numbers.begin(), numbers.end(), c, TestData::valueOf<float>);
+        _bbTemp = TestData::field<double>("of");
+        function(_bbTemp, c);
         for (int i = 0; i < 3; ++i)
-            QVERIFY2(isNear(c[i], n[3 + i].toFloat(), n[6].toDouble()), qPrintable(QString::number(c[i])));
+            QVERIFY2(isNear(c[i], c[3 + i], TestData::field<double>("near")),
+                     qPrintable("component %1 is %2"_q.arg(i).arg(c[i])));
     }
 
     void takesNoOtherWayThanForAnySpectrum()
     {
         for (int kelvin = 200; kelvin < 40000; kelvin += 100) {
+            const TestHome::Turn turn(kelvin);
             float c[2][3] = {};
             FUNCTIONS["temperature"_q](kelvin, c[0]); // leaves it behind for the spectrum
             for (const QString& step : {"body"_q, "xyz"_q, "norm"_q})
@@ -80,9 +93,13 @@ private Q_SLOTS:
     void liftsColoursIntoTheGamut()
     {
         double c[] = {-0.2, 0.5, 1};
-        QVERIFY(inside_gamut(0, 0, 1) && !inside_gamut(c[0], c[1], c[2]) && constrain_rgb(c[0], c[1], c[2]));
-        QVERIFY(c[0] == 0 && isNear(c[1], 0.7, 1e-9) && isNear(c[2], 1.2, 1e-9)
-                && !constrain_rgb(c[0], c[1], c[2]));
+        QVERIFY(inside_gamut(0, 0, 1));
+        QVERIFY(!inside_gamut(c[0], c[1], c[2]));
+        QVERIFY(constrain_rgb(c[0], c[1], c[2]));
+        QCOMPARE(c[0], 0.0);
+        QCOMPARE(c[1], 0.7);
+        QCOMPARE(c[2], 1.2);
+        QVERIFY(!constrain_rgb(c[0], c[1], c[2]));
     }
 
     void convertsBetweenChromaticities()
@@ -90,7 +107,9 @@ private Q_SLOTS:
         double c[4] = {};
         xy_to_upvp(0.3127, 0.3290, c[0], c[1]); // D65, published as 0.1978, 0.4683
         upvp_to_xy(c[0], c[1], c[2], c[3]);
-        QVERIFY(isNear(c[0], 0.1978) && isNear(c[1], 0.4683) && isNear(c[2], 0.3127) && isNear(c[3], 0.3290));
+        const double expected[] = {0.1978, 0.4683, 0.3127, 0.3290};
+        for (int i = 0; i < 4; ++i)
+            QVERIFY2(isNear(c[i], expected[i]), qPrintable("%1 is %2"_q.arg(i).arg(c[i])));
     }
 };
 

@@ -17,6 +17,12 @@ ConfigManager* config()
     return ConfigManager::getInstance();
 }
 
+/// The path type whose number names the current row.
+int typeOfRow()
+{
+    return TestData::valueOf<int>(QString::fromLatin1(QTest::currentDataTag()));
+}
+
 /// A path with its first letter spelt out: the Data location, the Home, the Cache location, the Application's
 /// folder or the Working directory.
 QString spelt(const QString& path)
@@ -60,14 +66,15 @@ private Q_SLOTS:
         QCOMPARE(told, QList<QVariantList>({{true}, {false}}));
     }
 
-    void eachTypeLeadsToItsFolder_data() { TestData::addRows("paths.txt", {"path", "made", "dirName"}); }
-    void eachTypeLeadsToItsFolder()
+    void eachTypeHasItsFolder_data() { TestData::addRows("paths.txt", {"path", "made", "dirName"}); }
+    void eachTypeHasItsFolder()
     {
-        const int type = QByteArray(QTest::currentDataTag()).toInt();
+        const int type = typeOfRow();
         const QString path = spelt(TestData::field("path"));
         QCOMPARE(describePaths().value(type - 1).path, path);
         QCOMPARE(config()->getPath(E_PathType(type)), path);
-        QCOMPARE(!path.isEmpty() && QFileInfo(path).isDir(), !TestData::field("made").isEmpty());
+        const bool isMade = !path.isEmpty() && QFileInfo(path).isDir();
+        QCOMPARE(isMade ? "made"_q : QString(), TestData::field("made"));
         QCOMPARE(config()->getDirName(E_PathType(type)), TestData::field("dirName"));
     }
 
@@ -92,13 +99,14 @@ private Q_SLOTS:
         const QList<PathDescription> paths = describePaths();
         QVERIFY(!QFileInfo::exists(QDir::homePath()));
         QCOMPARE(paths[16].rule, "type 18, then \"adds\""_q);
-        QVERIFY(paths[0].exists && !paths[1].exists);
+        QVERIFY(paths[0].exists);
+        QVERIFY(!paths[1].exists);
     }
 
     void aFolderThatCannotBeMadeIsReported_data() { TestData::addRows("path-errors.txt", {"messages"}); }
     void aFolderThatCannotBeMadeIsReported()
     {
-        const int type = QByteArray(QTest::currentDataTag()).toInt();
+        const int type = typeOfRow();
         TestLog::ActiveLog active;
         QFile obstacle("obstacle"_q);
         QVERIFY(obstacle.open(QIODevice::WriteOnly));
@@ -110,20 +118,23 @@ private Q_SLOTS:
         QCOMPARE(active.entries(), expected);
     }
 
-    void usersOverrideFourFolders_data() { TestData::addRows("path-overrides.txt", {"key", "precedence"}); }
+    void usersOverrideFourFolders_data() { TestData::addRows("path-overrides.txt", {"key", "whenMissing"}); }
     void usersOverrideFourFolders()
     {
         const QString key = TestData::field("key");
-        const QString precedence = TestData::field("precedence");
-        const int type = QByteArray(QTest::currentDataTag()).toInt();
+        const int type = typeOfRow();
         const auto pathType = E_PathType(type);
         const QString rule = config()->getPath(pathType);
         const QString chosen = QDir::currentPath() + QLatin1Char('/') + key + QLatin1Char('/');
 
         QVERIFY(config()->setPath(pathType, key));
         QCOMPARE(config()->getSetting("User_Pathes"_q, key).toString(), key);
-        QCOMPARE(config()->getPath(pathType), precedence == "if existing"_q ? rule : chosen);
-        QCOMPARE(QFileInfo::exists(chosen), precedence == "made"_q);
+        const bool isChosen = config()->getPath(pathType) == chosen;
+        const bool isMade = QFileInfo::exists(chosen);
+        const QString whenChosen = isMade ? "made"_q : "used"_q;
+        QCOMPARE(isChosen ? whenChosen : "ignored"_q, TestData::field("whenMissing"));
+        QVERIFY(isChosen || !isMade);
+        QCOMPARE(config()->getPath(pathType), isChosen ? chosen : rule);
         QDir().mkpath(chosen);
         QCOMPARE(config()->getPath(pathType), chosen);
         QCOMPARE(describePaths()[type - 1].path, chosen);
@@ -183,7 +194,8 @@ private Q_SLOTS:
         config()->setForceNavigation(true);
         QCOMPARE(interval, (QList<QVariantList>{{5000U}}));
         QCOMPARE(force, (QList<QVariantList>{{true}}));
-        QVERIFY(config()->getAutosaveInterval() == 5000 && config()->forceNavigation());
+        QCOMPARE(config()->getAutosaveInterval(), 5000U);
+        QVERIFY(config()->forceNavigation());
     }
 
 private:

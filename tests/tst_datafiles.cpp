@@ -1,5 +1,6 @@
 #include "FullDisk.h"
 #include "OtherPrograms.h"
+#include "TestArchives.h"
 #include "TestLog.h"
 
 #include "globals/DataFileCreator.h"
@@ -7,10 +8,9 @@
 
 #include <QRegularExpression>
 
-#include <sys/stat.h>
-
 using namespace TEKLUVA;
 using namespace OtherPrograms;
+using namespace TestArchives;
 
 namespace {
 
@@ -40,28 +40,9 @@ const QString NOT_OPENED =
     "The file first.txt from archiv subject couldn't be opened. Maybe the password is wrong."_q;
 const QString NOT_READ = "The first.txt from archiv subject couldn't be read correct."_q;
 
-bool makeFile(const QString& name, const QByteArray& content)
-{
-    QFile::remove(name);
-    QFile file(name);
-    return QDir().mkpath(QFileInfo(name).path()) && file.open(QIODevice::WriteOnly)
-           && file.write(content) == content.size();
-}
-
 bool makeSubject(const QByteArray& content)
 {
-    return makeFile(SUBJECT, content);
-}
-
-/// All that lies in the working folder.
-QStringList filesHere()
-{
-    return QDir().entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-}
-
-int openDescriptors()
-{
-    return QDir("/proc/self/fd"_q).entryList(QDir::AllEntries | QDir::System).size();
+    return TestFiles::write(SUBJECT, content);
 }
 
 QByteArray patched(QByteArray bytes, int at, const QByteArray& patch)
@@ -69,26 +50,10 @@ QByteArray patched(QByteArray bytes, int at, const QByteArray& patch)
     return bytes.replace(at, patch.size(), patch);
 }
 
-int centralHeader(const QByteArray& archive, int from = 0)
+/// \p archive with the same bytes in both headers of its first entry.
+QByteArray claiming(const QByteArray& archive, int local, int central, const QByteArray& bytes)
 {
-    return archive.indexOf("PK\1\2", from);
-}
-
-/// The names in the directory of an archive, in its order.
-QByteArrayList namesIn(const QByteArray& archive)
-{
-    constexpr int NAME_LENGTH = 28;
-    constexpr int NAME = 46;
-    QByteArrayList names;
-    for (int at = centralHeader(archive); at >= 0; at = centralHeader(archive, at + 1))
-        names << archive.mid(at + NAME, archive[at + NAME_LENGTH]);
-    return names;
-}
-
-/// \p archive with the same lie in both headers of its first entry.
-QByteArray lying(const QByteArray& archive, int local, int central, const QByteArray& lie)
-{
-    return patched(patched(archive, local, lie), centralHeader(archive) + central, lie);
+    return patched(patched(archive, local, bytes), centralHeader(archive) + central, bytes);
 }
 
 /// Decrypts from memory that ends where the block does, so that reading on is seen.
@@ -99,7 +64,7 @@ QByteArray decrypt(const QByteArray& block)
     return reader.decryptData(QByteArray::fromRawData(exact.data(), int(exact.size())));
 }
 
-/// Runs all operations on a file of any content; the answer is what "second.txt" in it holds.
+/// Runs all operations on a file of any content. Returns what "second.txt" in it holds.
 QByteArray readSubject(const QByteArray& content)
 {
     if (!makeSubject(content))
@@ -118,10 +83,10 @@ class DataFilesTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_descriptors = openDescriptors(); }
+    void init() { m_descriptors = TestFiles::openDescriptors(); }
     void cleanup() const
     {
-        QCOMPARE(openDescriptors(), m_descriptors);
+        QCOMPARE(TestFiles::openDescriptors(), m_descriptors);
         QFile::remove(SUBJECT);
     }
 
@@ -149,6 +114,7 @@ private Q_SLOTS:
             const int longestPad = cipher < 0 || cipher % 16 != 0 ? -1 : qMin(cipher, 15);
             TestLog::ActiveLog log;
             for (int pad = -128; pad <= 127; ++pad) {
+                const TestHome::Turn turn(qMakePair(length, pad));
                 const QByteArray block = QByteArray(1, char(pad)) + QByteArray(length - 1, 'x');
                 QCOMPARE(decrypt(block).size(), pad < 0 || pad > longestPad ? 0 : cipher - pad);
             }
@@ -262,7 +228,7 @@ private Q_SLOTS:
         row("missing file", QByteArray(), NO_ARCHIVE, NO_ARCHIVE);
         row("no archive", "just some text", NO_ARCHIVE, NO_ARCHIVE);
         row("no entries and nothing else", empty, NO_FIRST, NOT_LOCATED);
-        row("no entries behind other bytes", "stub" + empty, NO_FIRST, NOT_LOCATED);
+        row("no entries after other bytes", "stub" + empty, NO_FIRST, NOT_LOCATED);
         row("no such entry", TestData::content("protected.zip"), NOTHING, NOT_LOCATED);
         row("entry in another case", QByteArray(small).replace("first", "First"), NOTHING, NOT_LOCATED);
         row("first header of the directory damaged", patched(small, first, "PX"), NO_FIRST, NOT_LOCATED);
@@ -270,11 +236,11 @@ private Q_SLOTS:
             patched(small, first + CENTRAL_NAME_SIZE, "\x60\xea"), NO_INFO, NOT_LOCATED);
         row("second header of the directory damaged", patched(small, second, "PX"), NO_INFO, NOTHING);
         row("header of the entry damaged", patched(small, 0, "PX"), NOTHING, NOT_OPENED);
-        row("unknown method", lying(small, LOCAL_METHOD, CENTRAL_METHOD, "\x63"), NOTHING, NOT_OPENED);
-        row("a byte less declared", lying(small, LOCAL_SIZE, CENTRAL_SIZE, "\x0d"), NOTHING, NOTHING);
-        row("a byte more declared", lying(small, LOCAL_SIZE, CENTRAL_SIZE, "\x0f"), NOTHING, NOT_READ);
+        row("unknown method", claiming(small, LOCAL_METHOD, CENTRAL_METHOD, "\x63"), NOTHING, NOT_OPENED);
+        row("a byte less declared", claiming(small, LOCAL_SIZE, CENTRAL_SIZE, "\x0d"), NOTHING, NOTHING);
+        row("a byte more declared", claiming(small, LOCAL_SIZE, CENTRAL_SIZE, "\x0f"), NOTHING, NOT_READ);
         row("a byte more declared in one place", patched(small, LOCAL_SIZE, "\x0f"), NOTHING, NOT_OPENED);
-        row("nearly 4 GiB declared", lying(small, LOCAL_SIZE, CENTRAL_SIZE, "\xfe\xff\xff\xff"), NOTHING,
+        row("nearly 4 GiB declared", claiming(small, LOCAL_SIZE, CENTRAL_SIZE, "\xfe\xff\xff\xff"), NOTHING,
             NOT_ALLOCATED);
         row("4 GiB declared in 64 bits", patched(wide, wideSize, QByteArray("\0\0\0\0\1\0\0\0", 8)), NOTHING,
             NOT_ALLOCATED);
@@ -306,17 +272,10 @@ private Q_SLOTS:
     void listsAsManyEntriesAsThereAre()
     {
         QFETCH(int, count);
-        const QByteArray small = TestData::content("small.zip");
-        const int first = centralHeader(small);
-        const QByteArray directory =
-            small.mid(first, centralHeader(small, first + 1) - first).repeated(count);
-        QByteArray end = small.mid(small.indexOf("PK\5\6"));
-        end.replace(8, 4, "\xff\xff\xff\xff"); // entries here and in all
-        for (int i = 0; i < 4; ++i)
-            end[12 + i] = char(directory.size() >> (8 * i));
+        const QByteArray archive = archiveOf(count);
         // Bytes before the archive are not plain: minizip lists them.
         for (const QByteArray& before : {QByteArray(), QByteArray("stub")}) {
-            QVERIFY(makeSubject(before + small.left(first) + directory + end));
+            QVERIFY(makeSubject(before + archive));
             QCOMPARE(int(DataFileReader(SUBJECT, QString()).getListOfArchivedFiles().size()), count);
         }
     }
@@ -338,10 +297,12 @@ private Q_SLOTS:
 
     void doesNotWaitForWhatIsNoFile()
     {
-        QCOMPARE(mkfifo("pipe", 0600), 0);
+        QVERIFY(TestFiles::makePipe("pipe"));
         for (const QString& name : {"pipe"_q, "."_q, "/dev/zero"_q}) {
+            const TestHome::Turn turn(name);
             const DataFileReader reader(name, QString());
-            QVERIFY(!reader.isArchiv() && reader.getFileContent().isEmpty());
+            QVERIFY(!reader.isArchiv());
+            QVERIFY(reader.getFileContent().isEmpty());
             QVERIFY(reader.getListOfArchivedFiles().empty());
         }
     }
@@ -363,101 +324,6 @@ private Q_SLOTS:
         QVERIFY(!DataFileReader("missing"_q, QString()).visitArchivedFiles([](const auto&) { return true; }));
         const DataFileReader wrong(TestData::path("small.zip"_q), "wrong"_q);
         QVERIFY(wrong.visitArchivedFiles([](const auto& file) { return !file.size || !file.content(); }));
-    }
-
-    void opensslDecryptsWhatWeEncrypt_data()
-    {
-        TestData::addRows("written-blocks.txt", {"password", "split", "canBeRead"});
-    }
-    void opensslDecryptsWhatWeEncrypt()
-    {
-        const QByteArray bytes = QByteArray::fromHex(TestData::field("password").toLatin1());
-        const QString password = QString::fromUtf8(bytes.constData(), bytes.size());
-        const bool canBeRead = TestData::field("canBeRead") == "1"_q;
-        QCOMPARE(DataFileCreator::canBeReadBack(password), canBeRead);
-        for (const int size : {0, 1, 15, 16, 17, 50000}) {
-            const QByteArray plain = QByteArray("Two lines\n\0", 11).repeated(size).left(size);
-            const QByteArray block = DataFileCreator().encryptData(plain, password);
-            QCOMPARE(block.size(), 17 + (size + 15) / 16 * 16);
-            QCOMPARE(openBlock(block, bytes, TestData::field("split").toInt()), plain);
-            QCOMPARE(DataFileReader(QString(), password).decryptData(block) == plain, canBeRead || size == 0);
-            QVERIFY(DataFileCreator().encryptData(plain, password).mid(1, 16) != block.mid(1, 16));
-        }
-    }
-
-    void keepsTheHeaderOfWhatDoesNotFit()
-    {
-        TestLog::ActiveLog log;
-        const char byte = 'x';
-        const QByteArray huge = QByteArray::fromRawData(&byte, std::numeric_limits<int>::max() - 20);
-        const QByteArray block = DataFileCreator().encryptData(huge, PASSWORD);
-        QCOMPARE(block.size(), 17);
-        QCOMPARE(int(block[0]), 5);
-        QCOMPARE(log.entries().filter("while opening a data file."_q).size(), 1);
-    }
-
-    void unzipReadsWhatWePack_data()
-    {
-        TestData::addRows("written-archives.txt", {"entries", "files", "password", "names", "contents"});
-    }
-    void unzipReadsWhatWePack()
-    {
-        QMap<QString, QByteArray> data;
-        QStringList files;
-        for (const QString& entry : TestData::field("entries").split(QLatin1Char(';'))) {
-            files << entry.section(QLatin1Char('='), 0, 0);
-            data[files.last()] = entry.section(QLatin1Char('='), 1).toUtf8();
-            QVERIFY(makeFile(files.last(), data[files.last()]));
-        }
-        const QString password = TestData::field("password");
-        QVERIFY(makeSubject(QByteArray(9999, 'o')));
-        const DataFileCreator creator;
-        QVERIFY(TestData::field("files") == "1"_q ? creator.createArchivFromFiles(files, SUBJECT, password)
-                                                  : creator.createArchivFromData(data, SUBJECT, password));
-
-        QVERIFY(outputOf("unzip"_q, {"-tq"_q, SUBJECT}).startsWith("No errors"));
-        QCOMPARE(QString::fromUtf8(namesIn(TestData::contentOf(SUBJECT)).join(';')),
-                 TestData::field("names"));
-        const QByteArray header = TestData::contentOf(SUBJECT).left(14);
-        QCOMPARE(header.mid(8).toHex(),
-                 QByteArray("080000002000")); // deflated; the date that minizip makes of none
-        QByteArrayList contents;
-        const DataFileReader reader(SUBJECT, password);
-        for (const std::string& name : reader.getListOfArchivedFiles())
-            contents << reader.getContentOfArchivedFile(name);
-        QCOMPARE(QString::fromUtf8(contents.join(';')), TestData::field("contents"));
-        QVERIFY(QFileInfo(SUBJECT).permissions() & QFile::ReadOther);
-    }
-
-    void keepsTheOlderArchiveOnFailure()
-    {
-        QVERIFY(makeFile("in/good"_q, "content") && makeSubject("old"));
-        QFile noise("in/large"_q);
-        QVERIFY(noise.open(QIODevice::WriteOnly) && noise.write(TestData::content("large.dat")) > 0
-                && noise.flush());
-        QVERIFY(QFile::exists("pipe"_q) || mkfifo("pipe", 0600) == 0);
-        const QStringList before = filesHere();
-        const DataFileCreator creator;
-        const auto packs = [&creator](const QStringList& files, const QString& target = SUBJECT) {
-            return creator.createArchivFromFiles(files, target, QString())
-                   || creator.createArchivFromFiles(files, target, PASSWORD);
-        };
-        QVERIFY(!packs({}) && !packs({"in/good"_q}, QString()) && !packs({"in/good"_q}, "no/such/folder"_q));
-        QVERIFY(!packs({"in/good"_q}, "in"_q) && !packs({"in/good"_q}, "pipe"_q));
-        QVERIFY(!packs({"in/good"_q, "missing"_q}) && !packs({"in/good"_q, "in"_q}) && !packs({"pipe"_q})
-                && !packs({"/proc/self/status"_q}));
-        QVERIFY(!creator.createArchivFromData({{"n"_q.repeated(70000), "x"}}, SUBJECT, QString()));
-        QVERIFY(!creator.packData(nullptr, "n"_q, "x") && !creator.packFile(nullptr, "in/good"_q));
-        QVERIFY(!creator.createArchivFromFiles({"in/good"_q, "in/large"_q}, SUBJECT, PASSWORD,
-                                               [](int entry) { return entry == 0; }));
-        for (const rlim_t room : {0U, 20U, 100U, 40000U}) {
-            const FullDisk disk(room);
-            QVERIFY(!packs({"in/good"_q, "in/large"_q}));
-        }
-        QVERIFY(creator.encryptFile("missing"_q, PASSWORD).isEmpty()
-                && creator.encryptFile("in"_q, PASSWORD).isEmpty());
-        QCOMPARE(TestData::contentOf(SUBJECT), QByteArray("old"));
-        QCOMPARE(filesHere(), before);
     }
 
 private:

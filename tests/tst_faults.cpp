@@ -74,10 +74,10 @@ private Q_SLOTS:
             fs::remove_all(entry);
         fs::create_directories("source/folder");
         fs::create_directories("target");
-        TestData::write("source/first"_q, "1");
-        TestData::write("source/folder/second"_q, "2");
-        TestData::write("old"_q, "old");
-        TestData::write("large"_q, QByteArray(20000, 'x'));
+        QVERIFY(TestFiles::write("source/first"_q, "1"));
+        QVERIFY(TestFiles::write("source/folder/second"_q, "2"));
+        QVERIFY(TestFiles::write("old"_q, "old"));
+        QVERIFY(TestFiles::write("large"_q, QByteArray(20000, 'x')));
     }
 
     void order_data()
@@ -135,9 +135,9 @@ private Q_SLOTS:
             calls.fail(fault.call, fault.error, fault.first);
             QVERIFY(!operation());
         }
-        QCOMPARE(TestData::contentOf("source/first"_q), QByteArray("1"));
-        QCOMPARE(TestData::contentOf("source/folder/second"_q), QByteArray("2"));
-        QCOMPARE(TestData::contentOf("old"_q), QByteArray("old"));
+        QCOMPARE(TestFiles::contentOf("source/first"_q), QByteArray("1"));
+        QCOMPARE(TestFiles::contentOf("source/folder/second"_q), QByteArray("2"));
+        QCOMPARE(TestFiles::contentOf("old"_q), QByteArray("old"));
         QCOMPARE(QDir().entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), 4);
     }
 
@@ -146,7 +146,7 @@ private Q_SLOTS:
         SystemCalls calls;
         calls.fail("rename", EBUSY);
         QVERIFY(writeFile());
-        QCOMPARE(TestData::contentOf("old"_q), QByteArray("new"));
+        QCOMPARE(TestFiles::contentOf("old"_q), QByteArray("new"));
     }
 
     void writesWithoutUnnamedFiles()
@@ -158,8 +158,8 @@ private Q_SLOTS:
         QVERIFY(discarded.write("x"));
         QVERIFY(AtomicFile("none"_q).write("x"));
         QVERIFY(discarded.commit());
-        QCOMPARE(TestData::contentOf("old"_q), QByteArray("new"));
-        QCOMPARE(TestData::contentOf("discarded"_q), QByteArray("x"));
+        QCOMPARE(TestFiles::contentOf("old"_q), QByteArray("new"));
+        QCOMPARE(TestFiles::contentOf("discarded"_q), QByteArray("x"));
         QCOMPARE(QDir().entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), 5);
     }
 };

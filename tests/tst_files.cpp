@@ -1,5 +1,5 @@
 #include "FullDisk.h"
-#include "TestData.h"
+#include "TestCalls.h"
 #include "TestHome.h"
 #include "TestLog.h"
 
@@ -8,24 +8,27 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QThread>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <future>
-#include <sys/stat.h>
 
 using namespace TEKLUVA;
+using namespace TestCalls;
 namespace fs = std::filesystem;
 
 // The tables write what lies on the disk in one notation, with blanks between the entries:
 // "folder/file=content", "empty-folder/", "link@text-of-the-link", "pipe~", "file-of-zeros*size". In names,
 // contents and arguments "+" is a blank, %E4 a byte and HERE the folder that all is in; "-" alone is an empty
-// argument.
+// argument. After a call's arguments come options: a copy is "recursive", a "move" or of files with a suffix
+// ".png"; the user says "yes" or "no" to a question, the disk is "full" beyond 8 bytes a file, the call comes
+// from another "thread".
 
 namespace {
 
 constexpr std::initializer_list<const char*> COLUMNS = {"call", "result", "before", "after", "said"};
+const QStringList OPTIONS = {"recursive"_q, "move"_q, ".png"_q, ".gz"_q,
+                             "yes"_q,       "no"_q,   "full"_q, "thread"_q};
 
 const auto config = &ConfigManager::getInstance;
 
@@ -39,6 +42,14 @@ QByteArrayList wordsIn(const QString& text)
     for (const QString& word : there.split(QLatin1Char(' '), Qt::SkipEmptyParts))
         words << QByteArray::fromPercentEncoding(word == "-"_q ? "" : word.toUtf8().replace('+', ' '));
     return words;
+}
+
+QStringList textsIn(const QString& text)
+{
+    QStringList texts;
+    for (const QByteArray& word : wordsIn(text))
+        texts << QString::fromUtf8(word);
+    return texts;
 }
 
 QByteArray sorted(QByteArrayList words)
@@ -56,83 +67,94 @@ void makeTree(const QString& tree)
         const fs::path path = fs::absolute(entry.substr(0, end));
         fs::create_directories(path.parent_path());
         if (kind == '=')
-            std::ofstream(path) << entry.substr(end + 1);
+            QVERIFY(TestFiles::write(path, word.mid(int(end) + 1)));
         else if (kind == '@')
             fs::create_symlink(entry.substr(end + 1), path);
         else if (kind == '*')
             std::ofstream(path).seekp(std::stoll(entry.substr(end + 1)) - 1).put(0);
         else if (kind == '~')
-            mkfifo(path.c_str(), 0600);
+            QVERIFY(TestFiles::makePipe(path));
     }
 }
 
-/// What lies in the working directory.
+/// What lies in the working directory; folders only where they are empty.
 QByteArray tree()
 {
     QByteArrayList words;
-    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(".")) {
-        const QByteArray name = entry.path().c_str() + 2;
-        if (entry.is_symlink())
-            words << name + '@' + fs::read_symlink(entry).c_str();
-        else if (entry.is_fifo())
-            words << name + '~';
-        else if (entry.is_regular_file())
-            words << name + '=' + TestData::contentOf(QFile::decodeName(name));
-        else if (fs::is_empty(entry))
-            words << name + '/';
+    const TestFiles::Tree entries = TestFiles::treeBelow();
+    for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
+        const bool isFolder = entry.key().endsWith('/');
+        if (!isFolder || std::next(entry) == entries.end() || !std::next(entry).key().startsWith(entry.key()))
+            words << entry.key() + *entry;
     }
     return sorted(words);
 }
 
-using Words = const QStringList&;
+QVariant copy(QStringList& words)
+{
+    const auto withOptions = [&words](const QString& source, const QString& target) {
+        const QStringList suffixes = words.filter("."_q).replaceInStrings("."_q, QString());
+        return config()->copyDirectory(source, target, words.contains("recursive"_q),
+                                       words.contains("move"_q), suffixes);
+    };
+    return call(withOptions)(words);
+}
 
-/// What a row calls by the first word of its "call"; all words are the arguments.
-const QMap<QString, QVariant (*)(Words)> CALLS = {
-    {"copy"_q,
-     [](Words a) {
-         return QVariant(config()->copyDirectory(a[1], a[2], a.contains("recursive"_q), a.contains("move"_q),
-                                                 a.filter("."_q).replaceInStrings("."_q, QString())));
-     }},
-    {"delete"_q, [](Words a) { return QVariant(config()->deleteDirectory(a[1])); }},
-    {"size"_q, [](Words a) { return QVariant(config()->getDirectoryContentSize(a[1])); }},
-    {"create"_q, [](Words a) { return QVariant(config()->createDirectory(a[1])); }},
-    {"read"_q,
-     [](Words a) {
-         bool ok = true;
-         const QByteArray data = config()->readDataFromFile(a[1], ok);
-         return QVariant((ok ? "read " : "failed ") + data);
-     }},
-    {"write"_q, [](Words a) { return QVariant(config()->writeDataToFile(a[1], a[2].toUtf8(), false)); }},
-    {"append"_q, [](Words a) { return QVariant(config()->writeDataToFile(a[1], a[2].toUtf8(), true)); }},
-    {"project"_q, [](Words a) { return QVariant(config()->getProjectFilename(a[1])); }},
-    {"autosave"_q, [](Words a) { return QVariant(config()->getAutosaveFilepath(a[1], false)); }},
-    {"saved"_q, [](Words a) { return QVariant(config()->getAutosaveFilepath(a[1], true)); }},
-    {"is-saved"_q, [](Words a) { return QVariant(config()->existAutoSave(a[1])); }},
-    {"adds"_q, [](Words a) { return QVariant(config()->getListOfObjectAddFiles(a[1])); }},
-    {"forget-environment"_q, [](Words a) { return config()->removeEnvironmentVersions(a[1]), QVariant(); }},
-    {"forget-model"_q, [](Words a) { return config()->removeModelVersions(a[1]), QVariant(); }},
-    {"forget-material"_q, [](Words a) { return config()->removeMaterialVersions(a[1]), QVariant(); }},
-    {"qt-changed"_q, [](Words) { return freshConfig()->handleQtVersionChanged(), QVariant(); }},
-    {"version"_q, [](Words a) { return QVariant(config()->getCurrentVersion(a[1].toUInt())); }},
-    {"compare"_q, [](Words a) { return QVariant(config()->compareVersion(a[1], a[2], a[3].toUShort())); }},
-    {"suffix"_q, [](Words a) { return QVariant(config()->getFileSuffix(E_FileSuffixType(a[1].toInt()))); }},
-    {"start"_q,
-     [](Words a) {
-         QCoreApplication::setOrganizationName(a[1]);
-         QCoreApplication::setApplicationName(a[2]);
-         // Away from the main thread no manager can be made, but its first step be taken.
-         return a.contains("thread"_q) ? config()->checkAndClean() : void(freshConfig()), QVariant();
-     }},
-    {"image"_q,
-     [](Words a) {
-         const auto image = E_OffscreenImage(a[1].toInt());
-         freshConfig()->setCubeMapRenderSize(image, a[2].toUInt());
-         config()->setCubeMapImageQuality(image, a[3].toUInt());
-         config()->setCubeMapFormat(image, a[4]);
-         const QString format = config()->getCubeMapFormat(image) + config()->getCubeMapFormatSuffix(image);
-         const unsigned int size = config()->getCubeMapRenderSize(image);
-         return QVariant("%1 %2 "_q.arg(size).arg(config()->getCubeMapImageQuality(image)) + format);
-     }},
+QString read(const QString& path)
+{
+    bool ok = true;
+    const QByteArray data = config()->readDataFromFile(path, ok);
+    return QString::fromUtf8((ok ? "read " : "failed ") + data);
+}
+
+QString storeImage(E_OffscreenImage image, unsigned int size, unsigned int quality, const QString& format)
+{
+    freshConfig()->setCubeMapRenderSize(image, size);
+    config()->setCubeMapImageQuality(image, quality);
+    config()->setCubeMapFormat(image, format);
+    const QString stored = config()->getCubeMapFormat(image) + config()->getCubeMapFormatSuffix(image);
+    return "%1 %2 "_q.arg(config()->getCubeMapRenderSize(image)).arg(config()->getCubeMapImageQuality(image))
+           + stored;
+}
+
+void start(const QString& organization, const QString& application)
+{
+    QCoreApplication::setOrganizationName(organization);
+    QCoreApplication::setApplicationName(application);
+    // Away from the main thread no manager can be made, but its first step be taken.
+    if (QThread::currentThread() == QCoreApplication::instance()->thread())
+        freshConfig();
+    else
+        config()->checkAndClean();
+}
+
+/// What a row calls by the first word of its "call".
+const Calls CALLS = {
+    {"copy"_q, copy},
+    {"delete"_q, call(config, &ConfigManager::deleteDirectory)},
+    {"size"_q, call(config, &ConfigManager::getDirectoryContentSize)},
+    {"create"_q, call(config, &ConfigManager::createDirectory)},
+    {"read"_q, call(read)},
+    {"write"_q, call([](const QString& path, const QByteArray& data) {
+         return config()->writeDataToFile(path, data, false);
+     })},
+    {"append"_q, call([](const QString& path, const QByteArray& data) {
+         return config()->writeDataToFile(path, data, true);
+     })},
+    {"project"_q, call(config, &ConfigManager::getProjectFilename)},
+    {"autosave"_q, call([](const QString& user) { return config()->getAutosaveFilepath(user, false); })},
+    {"saved"_q, call([](const QString& user) { return config()->getAutosaveFilepath(user, true); })},
+    {"is-saved"_q, call(config, &ConfigManager::existAutoSave)},
+    {"adds"_q, call(config, &ConfigManager::getListOfObjectAddFiles)},
+    {"forget-environment"_q, call(config, &ConfigManager::removeEnvironmentVersions)},
+    {"forget-model"_q, call(config, &ConfigManager::removeModelVersions)},
+    {"forget-material"_q, call(config, &ConfigManager::removeMaterialVersions)},
+    {"qt-changed"_q, call([] { freshConfig()->handleQtVersionChanged(); })},
+    {"version"_q, call(config, &ConfigManager::getCurrentVersion)},
+    {"compare"_q, call(config, &ConfigManager::compareVersion)},
+    {"suffix"_q, call(config, &ConfigManager::getFileSuffix)},
+    {"start"_q, call(start)},
+    {"image"_q, call(storeImage)},
 };
 
 } // namespace
@@ -162,33 +184,39 @@ private Q_SLOTS:
     void versionsAreCompared() { check(); }
 
 private:
-    /// Does what the row says and compares what comes back, what then lies on the disk, and what was said: in
-    /// the log, where the user writes down each question, too. Words behind the arguments: the user says
-    /// "yes" and not no, the disk is "full" beyond 8 bytes a file, the call comes from another "thread".
+    /// Makes the row's call and compares what it returns, what then lies on the disk, and what was said: in
+    /// the log, where the user notes each question, too.
     void check()
     {
         TestLog::ActiveLog active;
-        // A new home: what the manager and its log have made is left behind in the old one.
-        qputenv("HOME", m_home + '/' + QByteArray::number(++m_count));
-        const QString data = QDir::homePath() + "/.local/share/data"_q;
-        QVERIFY(QDir().mkpath(data) && QDir::setCurrent(data));
-
+        enterNewHome();
         makeTree(TestData::field("before"));
-        const QString call = QString::fromUtf8(wordsIn(TestData::field("call")).join('\n'));
-        const QStringList words = call.split(QLatin1Char('\n'));
-        m_answer = words.contains("yes"_q) ? QMessageBox::Yes : QMessageBox::No;
-        const auto act = [&words] {
-            const FullDisk disk(words.contains("full"_q) ? 8 : RLIM_INFINITY);
-            return CALLS[words[0]](words).toString();
+        m_words = textsIn(TestData::field("call"));
+        const auto act = [&] {
+            const FullDisk disk(m_words.contains("full"_q) ? 8 : RLIM_INFINITY);
+            return make(CALLS, m_words).toString();
         };
-        const auto where = words.contains("thread"_q) ? std::launch::async : std::launch::deferred;
+        const auto where = m_words.contains("thread"_q) ? std::launch::async : std::launch::deferred;
         QString result = std::async(where, act).get();
+        for (const QString& word : qAsConst(m_words)) {
+            if (!OPTIONS.contains(word))
+                TestData::refuse(word, "option");
+        }
 
         const QString here = QDir::currentPath() + QLatin1Char('/');
         const char* after = TestData::field("after") == "same"_q ? "before" : "after";
         QCOMPARE(tree(), sorted(wordsIn(TestData::field(after))));
-        QCOMPARE(result.remove(here), QString::fromUtf8(wordsIn(TestData::field("result")).join(' ')));
+        QCOMPARE(result.remove(here), textsIn(TestData::field("result")).join(QLatin1Char(' ')));
         QCOMPARE(active.entries().join("; "_q).remove(here), TestData::field("said"));
+    }
+
+    /// Leaves what the manager and its log have made behind in the old home.
+    void enterNewHome()
+    {
+        qputenv("HOME", m_home + '/' + QByteArray::number(++m_count));
+        const QString data = QDir::homePath() + "/.local/share/data"_q;
+        QVERIFY(QDir().mkpath(data));
+        QVERIFY(QDir::setCurrent(data));
     }
 
     /// The user, who answers what is asked.
@@ -198,13 +226,14 @@ private:
             const QStringList asked{box->windowTitle(), box->text(), box->defaultButton()->text()};
             Log* log = LogManager::getInstance()->getActiveLog();
             log->logMessage(E_LogLevel(box->icon()), asked.join(": "_q).toStdString(), "", 0);
-            box->button(m_answer)->click();
+            const bool agrees = m_words.contains("yes"_q);
+            box->button(agrees ? QMessageBox::Yes : QMessageBox::No)->click();
         }
     }
 
     const QByteArray m_home = qgetenv("HOME");
     int m_count = 0;
-    QMessageBox::StandardButton m_answer = QMessageBox::No;
+    QStringList m_words; ///< of the current row
 };
 
 GLOBALS_TEST_MAIN(FilesTest, QApplication)

@@ -32,7 +32,7 @@ int arriving(ObjectEventFilter& filter)
     }));
 }
 
-/// All that an exception tells.
+/// All that an exception says.
 QString told(const Exception& e)
 {
     std::ostringstream told;
@@ -48,10 +48,10 @@ class FoundationTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void exceptionKeepsWhatItIsTold_data() { TestData::addRows("exceptions.txt", {"type", "told"}); }
+    void exceptionKeepsWhatItIsTold_data() { TestData::addRows<int>("exceptions.txt", {"type", "told"}); }
     void exceptionKeepsWhatItIsTold()
     {
-        const auto given = E_ExceptionType(TestData::field("type").toInt());
+        const auto given = E_ExceptionType(TestData::field<int>("type"));
         const QString told = TestData::field("told");
         std::unique_ptr<const QException> clone(Exception(given, "Größe: 3", true).clone());
         try {
@@ -67,19 +67,24 @@ private Q_SLOTS:
 
     void comparesTexts()
     {
-        QVERIFY(cmp("Log", "lOG", false) && !cmp("Log", "lOG", true) && cmp("log", "log", true));
-        QVERIFY(!cmp("log", "logs", false) && !cmp("\u00c4", "\u00e4", false));
+        QVERIFY(cmp("Log", "lOG", false));
+        QVERIFY(!cmp("Log", "lOG", true));
+        QVERIFY(cmp("log", "log", true));
+        QVERIFY(!cmp("log", "logs", false));
+        QVERIFY(!cmp("\u00c4", "\u00e4", false));
         QVERIFY(cmp(std::string("a\0b", 3), std::string("A\0c", 3), false));
     }
 
-    void wrapsOnceIntoTheRange_data() { TestData::addRows("ranges.txt", {"value", "min", "max", "wrapped"}); }
+    void wrapsOnceIntoTheRange_data()
+    {
+        TestData::addRows<int, int, int, int>("ranges.txt", {"value", "min", "max", "wrapped"});
+    }
     void wrapsOnceIntoTheRange()
     {
-        const auto number = [](const char* column) { return TestData::field(column).toInt(); };
-        const int value = number("value");
-        const int min = number("min");
-        const int max = number("max");
-        const int wrapped = number("wrapped");
+        QFETCH(int, value);
+        QFETCH(int, min);
+        QFETCH(int, max);
+        QFETCH(int, wrapped);
         QCOMPARE(wrapToRange(value, min, max), wrapped);
         QCOMPARE(wrapToRange(value + 0.5, min + 0.5, max + 0.5), wrapped + 0.5);
         QCOMPARE(wrapToRange(float(value), float(min), float(max)), float(wrapped));
@@ -123,10 +128,12 @@ private Q_SLOTS:
     {
         ObjectEventFilter filter(nullptr, THREE_TYPES);
         for (int left = 2; left >= 0; --left) {
+            const TestHome::Turn turn(left);
             QCOMPARE(arriving(filter), left);
             QCOMPARE(filter.addEvents(THREE_TYPES), left > 0);
         }
         for (int left = 0; left <= 3; ++left) {
+            const TestHome::Turn turn(left);
             QCOMPARE(arriving(filter), left);
             QCOMPARE(filter.removeEvent(THREE_TYPES), left < 3);
         }
@@ -135,13 +142,16 @@ private Q_SLOTS:
     void eventFilterSwallowsWhatItHolds()
     {
         ObjectEventFilter filter(this, QEvent::Show);
-        QVERIFY(!filter.addEvent(QEvent::Show) && filter.addEvent(QEvent::Close));
+        QVERIFY(!filter.addEvent(QEvent::Show));
+        QVERIFY(filter.addEvent(QEvent::Close));
         QCOMPARE(arriving(filter), 1);
-        QVERIFY(filter.removeEvent(QEvent::Show) && !filter.removeEvent(QEvent::Show));
+        QVERIFY(filter.removeEvent(QEvent::Show));
+        QVERIFY(!filter.removeEvent(QEvent::Show));
         QCOMPARE(arriving(filter), 2);
         QEvent event(QEvent::Show);
         QVERIFY(!filter.eventFilter(this, &event));
-        QVERIFY(filter.eventFilter(nullptr, &event) && filter.eventFilter(this, nullptr));
+        QVERIFY(filter.eventFilter(nullptr, &event));
+        QVERIFY(filter.eventFilter(this, nullptr));
     }
 };
 

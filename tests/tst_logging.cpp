@@ -29,12 +29,12 @@ QString pathOf(const Log& log)
     return QString::fromStdString(log.getFilePath());
 }
 
-/// The messages of all lines of a log's file; one that is not whole is answered as it stands.
+/// The messages of all lines of a log's file. A line that is not whole is returned as it is.
 QStringList messagesIn(const QString& path)
 {
     static const QRegularExpression head(
         R"(^(DEBUG    |INFO     |WARNING  |ERROR    )\d\d\.\d\d\.\d{4} \d\d:\d\d:\d\d  )"_q);
-    QStringList lines = QString::fromUtf8(TestData::contentOf(path)).split("\r\n"_q);
+    QStringList lines = QString::fromUtf8(TestFiles::contentOf(path)).split("\r\n"_q);
     if (lines.last().isEmpty())
         lines.removeLast();
     return lines.replaceInStrings(head, QString());
@@ -74,20 +74,20 @@ private Q_SLOTS:
 
     void aLineIsLabelTimeAndRawBytes_data()
     {
-        TestData::addRows("log-lines.txt", {"level", "message", "label"});
+        TestData::addRows<int>("log-lines.txt", {"level", "message", "label"});
     }
     void aLineIsLabelTimeAndRawBytes()
     {
         const QByteArray bytes = QByteArray::fromHex(TestData::field("message").toLatin1());
         Log log("line", true);
-        log.logMessage(E_LogLevel(TestData::field("level").toInt()), bytes.toStdString(), "location", 7);
+        log.logMessage(E_LogLevel(TestData::field<int>("level")), bytes.toStdString(), "location", 7);
 
         const QDateTime stamp = log.getEntry(0)->getTimeStamp();
         const QString head =
             TestData::field("label").leftJustified(9) + stamp.toString("dd.MM.yyyy hh:mm:ss"_q) + "  "_q;
         QVERIFY(qAbs(stamp.secsTo(QDateTime::currentDateTime())) < 60);
         for (int i = 0; i < 2; ++i) { // a second time it is not written
-            QCOMPARE(TestData::contentOf(pathOf(log)), head.toLatin1() + bytes + "\r\n");
+            QCOMPARE(TestFiles::contentOf(pathOf(log)), head.toLatin1() + bytes + "\r\n");
             log.writeEntry(log.getEntry(0));
         }
     }
@@ -96,15 +96,17 @@ private Q_SLOTS:
     {
         Log log("clock", true);
         log.logStatusMessage("first", "", 0);
-        QTest::qWait(1100);
+        ConfigManager::getInstance()->setCurrentServerTime(QDateTime::currentDateTime().addSecs(60));
         log.logStatusMessage("second", "", 0);
-        const QByteArrayList lines = TestData::contentOf(pathOf(log)).split('\n');
+        const QByteArrayList lines = TestFiles::contentOf(pathOf(log)).split('\n');
         QVERIFY(lines[0].mid(9, 19) != lines[1].mid(9, 19));
+        ConfigManager::getInstance()->setCurrentServerTime(QDateTime::currentDateTime());
     }
 
     void overwritingStartsTheFileAfresh()
     {
         for (const bool overwrite : {true, false}) {
+            const TestHome::Turn turn(overwrite);
             std::make_unique<Log>("again", true)->logStatusMessage("old", "", 0);
             Log log("again", overwrite);
             QCOMPARE(messagesOf(log), QStringList("old"_q)); // opened with the first line only
@@ -144,6 +146,7 @@ private Q_SLOTS:
     void renamingMovesFileAndRegistration()
     {
         for (const bool byRegistry : {false, true}) {
+            const TestHome::Turn turn(byRegistry);
             Log log("old name", true);
             Log other("other", true);
             log.logStatusMessage("one", "", 0);
@@ -234,7 +237,8 @@ private Q_SLOTS:
         b.setLogName("not registered", false);
         registry()->removeLog(&b);
         delete registry();
-        QVERIFY(!a && !registry()->getActiveLog());
+        QVERIFY(!a);
+        QVERIFY(!registry()->getActiveLog());
     }
 
     void theActiveLogIsDeletedWhileOthersUseIt()

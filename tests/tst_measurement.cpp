@@ -24,12 +24,12 @@ MeasurementManager* units()
 
 E_MeasurementUnit unitOfRow()
 {
-    return E_MeasurementUnit(TestData::field("unit").toInt());
+    return E_MeasurementUnit(TestData::field<int>("unit"));
 }
 
 E_MeasurementDimension dimensionOfRow()
 {
-    return E_MeasurementDimension(TestData::field("dimension").toInt());
+    return E_MeasurementDimension(TestData::field<int>("dimension"));
 }
 
 /// With all digits, because comparing doubles as such allows for a difference.
@@ -66,21 +66,23 @@ class MeasurementTest : public QObject
 private Q_SLOTS:
     void knowsUnits_data()
     {
-        TestData::addRows("measurement-units.txt",
-                          {"dimension", "unit", "value", "to", "from", "decimals", "step", "name", "short"});
+        TestData::addRows<int, int, double, double, double, unsigned int, double>(
+            "measurement-units.txt",
+            {"dimension", "unit", "value", "to", "from", "decimals", "step", "name", "short"});
     }
     void knowsUnits()
     {
         const auto dimension = dimensionOfRow();
         const auto unit = unitOfRow();
-        const double value = TestData::field("value").toDouble();
-        QCOMPARE(exact(units()->toMeasurementUnit(dimension, unit, value)),
-                 exact(TestData::field("to").toDouble()));
-        QCOMPARE(exact(units()->fromMeasurementUnit(dimension, unit, value)),
-                 exact(TestData::field("from").toDouble()));
-        QCOMPARE(QString::number(units()->getMeasurementUnitPrecision(dimension, unit)),
-                 TestData::field("decimals"));
-        QCOMPARE(QString::number(units()->getMeasurementUnitStep(dimension, unit)), TestData::field("step"));
+        QFETCH(double, value);
+        QFETCH(double, to);
+        QFETCH(double, from);
+        QFETCH(double, step);
+        QCOMPARE(exact(units()->toMeasurementUnit(dimension, unit, value)), exact(to));
+        QCOMPARE(exact(units()->fromMeasurementUnit(dimension, unit, value)), exact(from));
+        QCOMPARE(units()->getMeasurementUnitPrecision(dimension, unit),
+                 TestData::field<unsigned int>("decimals"));
+        QCOMPARE(units()->getMeasurementUnitStep(dimension, unit), step);
         QCOMPARE(units()->getMeasurementUnitName(dimension, unit), TestData::field("name"));
         QCOMPARE(units()->getMeasurementUnitAbbrevation(dimension, unit), TestData::field("short"));
     }
@@ -116,20 +118,21 @@ private Q_SLOTS:
 
     void writesValues_data()
     {
-        TestData::addRows("measurement-strings.txt",
-                          {"dimension", "unit", "value", "precision", "number", "whole"});
+        TestData::addRows<int, int, double>("measurement-strings.txt",
+                                            {"dimension", "unit", "value", "precision", "number", "whole"});
     }
     void writesValues()
     {
         const auto dimension = dimensionOfRow();
-        const double value = TestData::field("value").toDouble();
-        bool hasPrecision = false;
-        const unsigned int precision = TestData::field("precision").toUInt(&hasPrecision);
+        const auto unit = unitOfRow();
+        QFETCH(double, value);
+        QFETCH(QString, precision);
         for (const bool whole : {false, true}) {
             const QString text =
-                hasPrecision
-                    ? units()->createMeasurementString(dimension, unitOfRow(), value, precision, whole)
-                    : units()->createMeasurementString(dimension, unitOfRow(), value, whole);
+                precision.isEmpty()
+                    ? units()->createMeasurementString(dimension, unit, value, whole)
+                    : units()->createMeasurementString(dimension, unit, value,
+                                                       TestData::valueOf<unsigned int>(precision), whole);
             QCOMPARE("["_q + text + "]"_q, TestData::field(whole ? "whole" : "number"));
         }
     }
@@ -153,7 +156,7 @@ private Q_SLOTS:
 
     void readsAbbreviations_data()
     {
-        TestData::addRows("measurement-abbreviations.txt", {"text", "dimension", "unit"});
+        TestData::addRows<QString, int, int>("measurement-abbreviations.txt", {"text", "dimension", "unit"});
     }
     void readsAbbreviations()
     {
@@ -165,10 +168,9 @@ private Q_SLOTS:
 
     void keepsPreferredUnits()
     {
-        QFile file(ConfigManager::getInstance()->getPath(E_PT_SETTINGS) + "settings.ini"_q);
+        const QString file = ConfigManager::getInstance()->getPath(E_PT_SETTINGS) + "settings.ini"_q;
         QCOMPARE(units()->getPrefferedConstructionUnit(), E_MU_CENTIMETER);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("[Locale]\narrange_unit=FT\n") > 0);
-        file.close();
+        QVERIFY(TestFiles::write(file, "[Locale]\narrange_unit=FT\n"));
         QCOMPARE(units()->getPrefferedArrangementUnit(), E_MU_FOOT);
 
         QSignalSpy construction(units(), &MeasurementManager::constructionMeasurementUnitChanged);
@@ -178,12 +180,11 @@ private Q_SLOTS:
         QCOMPARE(construction.count(), 1);
         units()->setPrefferedArrangementUnit(E_MU_UNDEFINED);
         QCOMPARE(arrangement.count(), 1);
-        QCOMPARE(TestData::contentOf(file.fileName()),
-                 QByteArray("[Locale]\narrange_unit=cm\nconst_unit=in\n"));
+        QCOMPARE(TestFiles::contentOf(file), QByteArray("[Locale]\narrange_unit=cm\nconst_unit=in\n"));
         units()->resetPrefferedConstructionUnit();
         units()->resetPrefferedArrangementUnit();
         QCOMPARE(units()->getPrefferedConstructionUnit(), E_MU_CENTIMETER);
-        QVERIFY(!TestData::contentOf(file.fileName()).contains("_unit"));
+        QVERIFY(!TestFiles::contentOf(file).contains("_unit"));
         QCOMPARE(construction.count() + arrangement.count(), 2);
     }
 

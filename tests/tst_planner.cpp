@@ -32,10 +32,13 @@ private Q_SLOTS:
         QVERIFY(QDir(m_config->getPath(E_PT_TEMP_CACHE)).isEmpty()); // the work leaves nothing behind
     }
 
-    void tellsHowTheLastRunEnded_data() { TestData::addRows("planner-verdicts.txt", {"state", "verdict"}); }
+    void tellsHowTheLastRunEnded_data()
+    {
+        TestData::addRows<int>("planner-verdicts.txt", {"state", "verdict"});
+    }
     void tellsHowTheLastRunEnded()
     {
-        m_config->setRuntimeState(E_RuntimeState(TestData::field("state").toInt()));
+        m_config->setRuntimeState(E_RuntimeState(TestData::field<int>("state")));
         open();
         QVERIFY(find<QLabel>(TestData::field("verdict")));
         QCOMPARE(m_config->getLastRuntimeState(), E_RS_STARTED);
@@ -49,7 +52,8 @@ private Q_SLOTS:
         QVERIFY(find<QLabel>("Values are shown in m - Metre now."_q)); // in the status line
         length->selectAll();
         QTest::keyClicks(length, "1.,234"_q); // the point is no part of it
-        QVERIFY(find<QLabel>("1,234 m"_q) && find<QLabel>("123,4 cm"_q) && find<QLabel>("4,442 m²"_q));
+        for (const QString& shown : {"1,234 m"_q, "123,4 cm"_q, "4,442 m²"_q})
+            QVERIFY2(find<QLabel>(shown), qPrintable(shown));
         QTest::keyClick(field<QComboBox>("&Construction"_q), Qt::Key_Down);
         QCOMPARE(length->text(), "48,58 in"_q);
         QVERIFY(find<QLabel>("11,55 m³"_q)); // not of the rounded sides
@@ -60,14 +64,18 @@ private Q_SLOTS:
         startWork();
         QTest::mouseClick(find<QPushButton>("A&bort"_q), Qt::LeftButton);
         QTRY_VERIFY(find<QLabel>("The work was aborted."_q));
-        QVERIFY(!dialog()->isVisible() && bar("Total"_q)->value() < 100 && bar("Check"_q)->value() <= 0);
+        QVERIFY(!dialog()->isVisible());
+        QVERIFY(bar("Total"_q)->value() < 100);
+        QVERIFY(bar("Check"_q)->value() <= 0);
     }
 
     void doesTheWork()
     {
         startWork();
         QTRY_VERIFY_WITH_TIMEOUT(find<QLabel>("Packed and checked 200 files, 52.4 MB."_q), 240000);
-        QVERIFY(!dialog()->isVisible() && bar("Total"_q)->value() == 100 && bar("Check"_q)->value() == 200);
+        QVERIFY(!dialog()->isVisible());
+        QCOMPARE(bar("Total"_q)->value(), 100);
+        QCOMPARE(bar("Check"_q)->value(), 200);
     }
 
     void endsTheWorkWhenTheWindowCloses()
@@ -81,7 +89,8 @@ private Q_SLOTS:
     void keepsTheLanguage()
     {
         QTest::keyClick(field<QComboBox>("La&nguage"_q), Qt::Key_Up);
-        QTRY_VERIFY(find<QLabel>("&Länge"_q) && find<QLabel>("Das ist der erste Start."_q));
+        QTRY_VERIFY(find<QLabel>("&Länge"_q));
+        QTRY_VERIFY(find<QLabel>("Das ist der erste Start."_q));
         QCOMPARE(field<QComboBox>("&Konstruieren"_q)->currentText(), "cm - Zentimeter"_q);
         QCOMPARE(table(0)->headerItem()->text(0), "Schlüssel"_q);
         open();
@@ -92,7 +101,8 @@ private Q_SLOTS:
     {
         QTest::keyClick(field<QSlider>("Colour &temperature"_q), Qt::Key_End);
         auto* swatch = find<QLabel>("15000 K   R 172   G 194   B 255"_q);
-        QVERIFY(swatch && swatch->grab().toImage().pixel(1, 1) == 0xffacc2ff);
+        QVERIFY(swatch);
+        QCOMPARE(swatch->grab().toImage().pixel(1, 1), 0xffacc2ffU);
     }
 
     void showsTheLogLive()
@@ -100,7 +110,8 @@ private Q_SLOTS:
         const QTreeWidgetItem* first = table(1)->topLevelItem(0);
         std::thread([this] { m_log->log().logWarningMessage("from a thread", "", 0); }).join();
         QTRY_COMPARE(table(1)->topLevelItemCount(), 2);
-        QVERIFY(table(1)->topLevelItem(0) == first && !table(1)->findItems("Warning"_q, {}, 1).isEmpty());
+        QCOMPARE(table(1)->topLevelItem(0), first);
+        QVERIFY(!table(1)->findItems("Warning"_q, {}, 1).isEmpty());
     }
 
     void showsThePresets()

@@ -20,9 +20,18 @@ PresetManager& freshPresets()
     return presets;
 }
 
-QVariant preset(const QString& key)
+/// The preset of that name; a name that is none fails the row.
+E_PresetValue keyOf(const QString& name)
 {
-    return PresetManager::getPreset(PresetManager::getInstance()->getKey(key));
+    const E_PresetValue key = PresetManager::getInstance()->getKey(name);
+    if (key == E_PV_NONE)
+        TestData::refuse(name, "preset");
+    return key;
+}
+
+QVariant preset(const QString& name)
+{
+    return PresetManager::getPreset(keyOf(name));
 }
 
 /// The number that \p bound, a key or a number itself, stands for.
@@ -40,11 +49,11 @@ double numberAfter(const QString& key, double number)
     return preset(key).toDouble();
 }
 
-/// The pairs of "key=value key=value".
-QList<QPair<QString, QString>> pairs(const QString& text)
+/// The pairs of "key=value key=value" in a column of the current row.
+QList<QPair<QString, QString>> pairs(const char* column)
 {
     QList<QPair<QString, QString>> pairs;
-    const auto parts = text.split(QLatin1Char(' '));
+    const auto parts = TestData::field(column).split(QLatin1Char(' '));
     for (const QString& part : parts)
         pairs << qMakePair(part.section(QLatin1Char('='), 0, 0), part.section(QLatin1Char('='), 1));
     return pairs;
@@ -55,7 +64,7 @@ QString presetFile()
     return QCoreApplication::applicationDirPath() + "/presets.dat"_q;
 }
 
-/// Reads the preset file with a fresh manager. The answer is what was thrown: type, exit flag, description.
+/// Reads the preset file with a fresh manager. Returns what was thrown: type, exit flag, description.
 QString failureOfInit()
 {
     delete PresetManager::getInstance();
@@ -78,21 +87,20 @@ private Q_SLOTS:
 
     void followsTheTable_data()
     {
-        TestData::addRows("preset-table.txt", {"number", "type", "initial", "rule", "lower", "upper"});
+        TestData::addRows<int>("preset-table.txt", {"number", "type", "initial", "rule", "lower", "upper"});
     }
     void followsTheTable()
     {
         const QString key = QString::fromLatin1(QTest::currentDataTag());
         const QString type = TestData::field("type");
-        const QString rule = TestData::field("rule");
-        const QString lower = TestData::field("lower");
-        QCOMPARE(int(freshPresets().getKey(key)), TestData::field("number").toInt());
+        QCOMPARE(int(freshPresets().getKey(key)), TestData::field<int>("number"));
         QVariant expected = TestData::field("initial");
         expected.convert(type == "string"_q ? QMetaType::QString : QMetaType::type(type.toLatin1()));
         QCOMPARE(preset(key).typeName(), expected.typeName());
         QCOMPARE(preset(key), expected);
 
-        const double start = preset(key).toDouble();
+        const QString rule = TestData::field("rule");
+        const QString lower = TestData::field("lower");
         if (rule == "any"_q) {
             QCOMPARE(numberAfter(key, 1e9), 1e9);
             QCOMPARE(numberAfter(key, -1e9), -1e9);
@@ -102,13 +110,10 @@ private Q_SLOTS:
             QCOMPARE(numberAfter(key, (min + max) / 3), (min + max) / 3);
             QCOMPARE(numberAfter(key, min - 0.001), min);
             QCOMPARE(numberAfter(key, max + 0.001), max);
-        } else if (rule != "own"_q) {
-            const double narrower = rule == "minimum"_q ? 0.1 : -0.1;
-            QCOMPARE(numberAfter(key, start - narrower), start);
-            QCOMPARE(numberAfter(key, start + narrower), start + narrower);
-            const double beyond = boundNumber(lower) + narrower;
-            QCOMPARE(numberAfter(key, lower.isEmpty() ? start : beyond), lower.isEmpty() ? start : beyond);
-            QVERIFY(lower.isEmpty() || boundNumber(lower) == beyond);
+        } else if (rule == "minimum"_q || rule == "maximum"_q) {
+            isOnlyNarrowed(key, lower, rule == "minimum"_q ? 0.1 : -0.1);
+        } else {
+            QCOMPARE(rule, "own"_q);
         }
     }
 
@@ -123,9 +128,9 @@ private Q_SLOTS:
     void keepsPresetsConsistent()
     {
         PresetManager& presets = freshPresets();
-        for (const auto& write : pairs(TestData::field("written")))
-            presets.setPreset(write.first, write.second);
-        for (const auto& result : pairs(TestData::field("expected")))
+        for (const auto& write : pairs("written"))
+            presets.setPreset(keyOf(write.first), write.second);
+        for (const auto& result : pairs("expected"))
             QCOMPARE(result.first + QString::number(preset(result.first).toDouble()),
                      result.first + result.second);
     }
@@ -151,7 +156,8 @@ private Q_SLOTS:
             PresetManager::getInstance()->setPreset(key, -7);
             QCOMPARE(PresetManager::getPreset(key), QVariant(-7));
         }
-        QVERIFY(!PresetManager::hasPreset(E_PV_MAX_CUBE_Y) && !PresetManager::hasPreset(E_PV_MIN_CUBE_X));
+        QVERIFY(!PresetManager::hasPreset(E_PV_MAX_CUBE_Y));
+        QVERIFY(!PresetManager::hasPreset(E_PV_MIN_CUBE_X));
     }
 
     void keepsTypesAsGiven_data()
@@ -163,7 +169,7 @@ private Q_SLOTS:
         PresetManager& presets = freshPresets();
         QVariant value = TestData::field("value");
         QVERIFY(value.convert(QMetaType::type(TestData::field("type").toLatin1())));
-        presets.setPreset(TestData::field("key"), value);
+        presets.setPreset(keyOf(TestData::field("key")), value);
         QCOMPARE(preset(TestData::field("looked")).typeName(),
                  TestData::field("stored").toLatin1().constData());
     }
@@ -194,18 +200,20 @@ private Q_SLOTS:
         }
     }
 
-    void answersWithTheFallbackSlot()
+    void returnsTheFallbackSlot()
     {
         delete PresetManager::getInstance();
         const QVariant* fallback = &PresetManager::getPreset(E_PV_FALLBACK);
-        QVERIFY(!fallback->isValid() && !PresetManager::hasPreset(E_PV_ROOM_HEIGHT));
+        QVERIFY(!fallback->isValid());
+        QVERIFY(!PresetManager::hasPreset(E_PV_ROOM_HEIGHT));
         QCOMPARE(&PresetManager::getPreset(E_PV_ROOM_HEIGHT), fallback);
         freshPresets();
         QVERIFY(PresetManager::hasPreset(E_PV_FALLBACK));
         const auto beyond = E_PresetValue(PresetManager::describePresets().last().value + 1);
-        for (const auto none : {E_PresetValue(-1), E_PV_NONE, beyond})
-            QVERIFY(!PresetManager::hasPreset(none) && !PresetManager::getPreset(none).isValid());
         for (const auto none : {E_PresetValue(-1), E_PV_NONE, beyond}) {
+            const TestHome::Turn turn(none);
+            QVERIFY(!PresetManager::hasPreset(none));
+            QVERIFY(!PresetManager::getPreset(none).isValid());
             PresetManager::getInstance()->setPreset(none, 1);
             QVERIFY(!PresetManager::hasPreset(none));
             QVERIFY(!PresetManager::getPreset(none).isValid());
@@ -222,7 +230,7 @@ private Q_SLOTS:
         const QString thrown = failureOfInit();
         QCOMPARE(thrown.mid(4).left(failure.size()), failure);
         QCOMPARE(thrown.left(4), failure.isEmpty() ? QString() : "2 1 "_q);
-        for (const auto& result : pairs(TestData::field("expected")))
+        for (const auto& result : pairs("expected"))
             QCOMPARE(preset(result.first).toString(), result.second);
     }
 
@@ -237,12 +245,26 @@ private Q_SLOTS:
 
     void libraryDoesNotHoldThePasswordWhole()
     {
-        const QByteArray library = TestData::contentOf(QStringLiteral(GLOBALS_LIBRARY));
+        const QByteArray library = TestFiles::contentOf(QStringLiteral(GLOBALS_LIBRARY));
         const QString password = QStringLiteral(GLOBALS_PRESET_PASSWORD);
         const auto* wide = reinterpret_cast<const char*>(password.utf16());
         QVERIFY(library.size() > 10000);
         QVERIFY(!library.contains(password.toLatin1()));
         QVERIFY(!library.contains(QByteArray(wide, 2 * password.size())));
+    }
+
+private:
+    /// A bound moves by \p narrower only, and takes its \p partner, if it has one, with it.
+    static void isOnlyNarrowed(const QString& key, const QString& partner, double narrower)
+    {
+        const double start = preset(key).toDouble();
+        QCOMPARE(numberAfter(key, start - narrower), start);
+        QCOMPARE(numberAfter(key, start + narrower), start + narrower);
+        if (partner.isEmpty())
+            return;
+        const double beyond = preset(partner).toDouble() + narrower;
+        QCOMPARE(numberAfter(key, beyond), beyond);
+        QCOMPARE(preset(partner).toDouble(), beyond);
     }
 };
 

@@ -1,11 +1,9 @@
-#include "TestData.h"
-#include "TestHome.h"
+#include "OtherPrograms.h"
 #include "TestLog.h"
 
 #include "globals/ConfigManager.h"
 
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTextStream>
@@ -33,7 +31,7 @@ QString settingsFile()
     return config()->getPath(E_PT_SETTINGS) + "settings.ini"_q;
 }
 
-/// The part of another process: records states until it is killed, or answers the preferred language.
+/// The part of another process: records states until it is killed, or writes the preferred language.
 int runAsOtherProcess(const QByteArray& part)
 {
     if (part == "language")
@@ -57,56 +55,61 @@ private Q_SLOTS:
 
     void aStateIsRecordedWithItsError_data()
     {
-        TestData::addRows("runtime-states.txt", {"state", "word", "error", "readBack", "verdict", "inWords"});
+        TestData::addRows<int, QString, unsigned int, int>("runtime-states.txt",
+                                                           {"state", "word", "error", "verdict", "inWords"});
     }
     void aStateIsRecordedWithItsError()
     {
+        QFETCH(int, state);
         config()->setRuntimeState(E_RS_INITIALIZING);
-        config()->setRuntimeState(E_RuntimeState(TestData::field("state").toInt()));
+        config()->setRuntimeState(E_RuntimeState(state));
         const auto noState = E_RuntimeState(10);
         config()->setRuntimeState(noState); // nothing happens
         QCOMPARE(runVerdict(noState), E_RV_CRASHED);
         const QString word = config()->getSetting(APPLICATION, "last_runtime_state"_q).toString();
         QCOMPARE(word, TestData::field("word"));
         const E_RuntimeState readBack = nextStart()->getLastRuntimeState();
-        QCOMPARE(readBack, E_RuntimeState(TestData::field("readBack").toInt()));
-        QCOMPARE(runVerdict(readBack), E_RunVerdict(TestData::field("verdict").toInt()));
+        QCOMPARE(int(readBack), state);
+        QCOMPARE(int(runVerdict(readBack)), TestData::field<int>("verdict"));
         QCOMPARE(runVerdictText(readBack), TestData::field("inWords"));
-        QCOMPARE(config()->getLastPotentialError(), TestData::field("error").toUInt());
+        QCOMPARE(config()->getLastPotentialError(), TestData::field<unsigned int>("error"));
         QVERIFY(qAbs(config()->getLastLifeTime().secsTo(QDateTime::currentDateTime())) < 60);
     }
 
-    void aStoredWordIsReadInAnyCase_data() { TestData::addRows("runtime-words.txt", {"word", "state"}); }
+    void aStoredWordIsReadInAnyCase_data()
+    {
+        TestData::addRows<QString, int>("runtime-words.txt", {"word", "state"});
+    }
     void aStoredWordIsReadInAnyCase()
     {
         config()->setSetting(APPLICATION, "last_runtime_state"_q, TestData::field("word"));
-        QCOMPARE(config()->getLastRuntimeState(), E_RuntimeState(TestData::field("state").toInt()));
+        QCOMPARE(int(config()->getLastRuntimeState()), TestData::field<int>("state"));
     }
 
     void aFreshFileIsAFirstStart()
     {
         QCOMPARE(config()->getLastRuntimeState(), E_RS_FIRST_START);
-        QVERIFY(config()->getLastPotentialError() == 0 && !config()->getAutosaveSessionState());
+        QCOMPARE(config()->getLastPotentialError(), 0U);
+        QVERIFY(!config()->getAutosaveSessionState());
         QVERIFY(!config()->getLastLifeTime().isValid());
         config()->setAutosaveSessionState(true);
         QVERIFY(nextStart()->getAutosaveSessionState());
         config()->setPotentialError(7);
-        QCOMPARE(TestData::contentOf(settingsFile()).count("pec=7\n"), 1);
+        QCOMPARE(TestFiles::contentOf(settingsFile()).count("pec=7\n"), 1);
     }
 
     void aCorrectedClockRenamesTheLog_data()
     {
-        TestData::addRows("server-times.txt", {"milliseconds", "renamed"});
+        TestData::addRows<int, bool>("server-times.txt", {"milliseconds", "renamed"});
     }
     void aCorrectedClockRenamesTheLog()
     {
         TestLog::ActiveLog active("before");
-        const qint64 shift = TestData::field("milliseconds").toLongLong();
-        config()->setCurrentServerTime(QDateTime::currentDateTime().addMSecs(shift));
-        QVERIFY(qAbs(QDateTime::currentDateTime().addMSecs(shift).secsTo(config()->getCurrentServerTime()))
-                < 5);
-
-        const bool renamed = TestData::field("renamed") == "yes"_q;
+        QFETCH(int, milliseconds);
+        QFETCH(bool, renamed);
+        const auto corrected = [=] { return QDateTime::currentDateTime().addMSecs(milliseconds); };
+        config()->setCurrentServerTime(corrected());
+        QVERIFY(qAbs(corrected().secsTo(config()->getCurrentServerTime())) < 5);
         QCOMPARE(active.entries(),
                  renamed ? QStringList("2048 Synchronized to server time."_q) : QStringList());
         const QRegularExpression name(renamed ? R"(^tekluva-3D_\d{14}$)"_q : "^before$"_q);
@@ -119,6 +122,7 @@ private Q_SLOTS:
         const QDateTime local = QDateTime::currentDateTime().addDays(-1);
         config()->setCurrentServerTime(QDateTime::currentDateTime().addMSecs(60500));
         for (const bool onServerTime : {false, true}) {
+            const TestHome::Turn turn(onServerTime);
             config()->setSetting(APPLICATION, "last_life_time"_q, local);
             config()->setSetting(APPLICATION, "time_sync"_q, onServerTime);
             QCOMPARE(config()->getLastLifeTime(), local.addSecs(onServerTime ? 0 : 60));
@@ -135,23 +139,20 @@ private Q_SLOTS:
     void theLanguageIsStoredOrTheSystems()
     {
         config()->setPrefferedLang(TestData::field("stored"));
-        QProcess other;
-        auto environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("LC_ALL"_q, TestData::field("system"));
-        other.setProcessEnvironment(environment);
-        other.start(QCoreApplication::applicationFilePath(), {"language"_q});
-        QVERIFY(other.waitForFinished());
-        QCOMPARE(QString::fromUtf8(other.readAll()), TestData::field("preferred"));
+        const auto other = OtherPrograms::run(QCoreApplication::applicationFilePath(), {"language"_q}, {},
+                                              TestData::field("system"));
+        QCOMPARE(other.text(), TestData::field("preferred"));
     }
 
     void aKilledProcessLeavesAWholeRecord()
     {
         config()->setSetting("Kept"_q, "key"_q, "value"_q);
         for (int i = 0; i < 25; ++i) {
+            const TestHome::Turn turn(i);
             QProcess other;
             other.start(QCoreApplication::applicationFilePath(), {"record"_q});
             QVERIFY(other.waitForReadyRead());
-            QTest::qWait(QRandomGenerator::global()->bounded(30));
+            QTest::qWait(QRandomGenerator::global()->bounded(30)); // at any moment of its work
             other.kill();
             other.waitForFinished();
 

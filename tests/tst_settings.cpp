@@ -21,13 +21,7 @@ const QString LOCK_NAME = FILE_NAME + ".lock"_q;
 
 QByteArray content()
 {
-    return TestData::contentOf(FILE_NAME);
-}
-
-bool write(const QString& name, const QByteArray& bytes)
-{
-    QFile file(name);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+    return TestFiles::contentOf(FILE_NAME);
 }
 
 void processDeletions()
@@ -84,7 +78,7 @@ private Q_SLOTS:
 
     void groupsAndKeys()
     {
-        QVERIFY(write(FILE_NAME, "[X]\na=1\nb=2\nsub\\c=3\n\n[OnlySub]\nsub\\d=4\n\n[Y]\ne=5\n"));
+        QVERIFY(TestFiles::write(FILE_NAME, "[X]\na=1\nb=2\nsub\\c=3\n\n[OnlySub]\nsub\\d=4\n\n[Y]\ne=5\n"));
         init();
         QVERIFY(m_settings->hasSettingGroup("X"_q) && !m_settings->hasSettingGroup("OnlySub"_q));
         QCOMPARE(m_settings->getAllGroups(), QStringList({"OnlySub"_q, "X"_q, "Y"_q}));
@@ -102,10 +96,10 @@ private Q_SLOTS:
     void changesOfAnotherProcessAreSeenAndKept()
     {
         m_settings->setSetting("G"_q, "mine"_q, 1);
-        QVERIFY(write(FILE_NAME, "[G]\nmine=1\ntheirs=22\n"));
+        QVERIFY(TestFiles::write(FILE_NAME, "[G]\nmine=1\ntheirs=22\n"));
         QVERIFY(!m_settings->hasSetting("G"_q, "theirs"_q));
         QCOMPARE(m_settings->getSetting("G"_q, "theirs"_q).toInt(), 22);
-        QVERIFY(write(FILE_NAME, "[G]\nmine=1\ntheirs=333\n"));
+        QVERIFY(TestFiles::write(FILE_NAME, "[G]\nmine=1\ntheirs=333\n"));
         m_settings->setSetting("G"_q, "mine"_q, 2);
         QCOMPARE(content(), QByteArray("[G]\nmine=2\ntheirs=333\n"));
     }
@@ -146,7 +140,7 @@ private Q_SLOTS:
     void aStoreThatEndsOnAFullDiskKeepsTheFileWhole()
     {
         for (const bool byParent : {false, true}) {
-            QVERIFY(write(FILE_NAME, "[G]\nk=1\n"));
+            QVERIFY(TestFiles::write(FILE_NAME, "[G]\nk=1\n"));
             const FullDisk full(4096);
             auto parent = std::make_unique<QObject>();
             auto settings = std::make_unique<Settings>(FILE_NAME, QSettings::IniFormat, parent.get());
@@ -199,7 +193,7 @@ private Q_SLOTS:
         const auto text = [](const char* column) {
             return TestData::field(column).replace("~"_q, "\n"_q).toLatin1() + '\n';
         };
-        QVERIFY(write(FILE_NAME, text("lines")));
+        QVERIFY(TestFiles::write(FILE_NAME, text("lines")));
         init();
         QVERIFY(!m_settings->getSetting("G"_q, "d"_q).isValid());
         QVERIFY(!m_settings->getSettings("G"_q).value("d"_q).isValid());
@@ -223,7 +217,7 @@ private Q_SLOTS:
     void aFileThatCannotBeReadForAMomentLosesNothing()
     {
         m_settings->setSetting("G"_q, "old"_q, 1);
-        QVERIFY(write(FILE_NAME, "[G]\nold=1\nnew=2\n"));
+        QVERIFY(TestFiles::write(FILE_NAME, "[G]\nold=1\nnew=2\n"));
         {
             const Limit noFiles(RLIMIT_NOFILE, 3);
             QCOMPARE(m_settings->getSetting("G"_q, "old"_q).toInt(), 1);
@@ -253,7 +247,7 @@ private Q_SLOTS:
         const QByteArray host = QSysInfo::machineHostName().toLocal8Bit();
         for (const QByteArray& lock :
              {QByteArray(), QByteArray("123"), "999999999\nplanner\n" + host + "\n"}) {
-            QVERIFY(write(LOCK_NAME, lock));
+            QVERIFY(TestFiles::write(LOCK_NAME, lock));
             QElapsedTimer timer;
             timer.start();
             m_settings->setSetting("G"_q, "k"_q, lock.size());

@@ -37,13 +37,7 @@ const char* const LOCK_NAME = "settings.ini.lock";
 
 QByteArray content(const QString& name = FILE_NAME)
 {
-    return TestData::contentOf(name);
-}
-
-bool write(const QString& name, const QByteArray& bytes)
-{
-    QFile file(name);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+    return TestFiles::contentOf(name);
 }
 
 QStringList names()
@@ -91,7 +85,7 @@ private Q_SLOTS:
 
     void whatIsWrittenInTheSameTickIsSeen()
     {
-        QVERIFY(write(FILE_NAME, "k=1000\n"));
+        QVERIFY(TestFiles::write(FILE_NAME, "k=1000\n"));
         const int file = open("settings.ini", O_WRONLY | O_CLOEXEC);
         for (int i = 1001; i < 1500; ++i) { // the same inode, size and often time
             QCOMPARE(pwrite(file, QByteArray::number(i).constData(), 4, 2), ssize_t(4));
@@ -144,12 +138,12 @@ private Q_SLOTS:
 
     void aPendingChangeHoldsUpNoOtherKey()
     {
-        QVERIFY(write(FILE_NAME, "[G]\na=1\nb=1\n"));
+        QVERIFY(TestFiles::write(FILE_NAME, "[G]\na=1\nb=1\n"));
         const FullDisk full(0);
         m_settings->setSetting("G"_q, "a"_q, 2);
         {
             const Limit room(RLIMIT_FSIZE, RLIM_INFINITY);
-            QVERIFY(write("other"_q, "[G]\na=3\nb=3\n") && QFile::remove(FILE_NAME));
+            QVERIFY(TestFiles::write("other"_q, "[G]\na=3\nb=3\n") && QFile::remove(FILE_NAME));
             QVERIFY(QFile::rename("other"_q, FILE_NAME));
         }
         QCOMPARE(m_settings->getSetting("G"_q, "b"_q).toInt(), 3);
@@ -260,7 +254,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, before);
         QFETCH(QList<int>, lines);
-        QVERIFY(write(FILE_NAME, before));
+        QVERIFY(TestFiles::write(FILE_NAME, before));
         init();
         QCOMPARE(m_settings->damagedLines(), lines);
         m_settings->setSetting("N"_q, "n"_q, 1);
@@ -276,7 +270,7 @@ private Q_SLOTS:
         const QByteArray nested = "@Variant(" + QByteArray(R"(\0\0\0\t\0\0\0\x1)").repeated(100'000) + ')';
         const QByteArray before =
             "[G]\na=1\nd=" + nested + "\ne=@Variant(\\0\\0\\0\\x42\\xf)\ni=@Invalid()\n";
-        QVERIFY(write(FILE_NAME, before));
+        QVERIFY(TestFiles::write(FILE_NAME, before));
         init();
         QVERIFY(!m_settings->getSetting("G"_q, "d"_q).isValid());
         QCOMPARE(m_settings->damagedLines(), QList<int>({3, 4}));
@@ -302,7 +296,7 @@ private Q_SLOTS:
         settings.setSetting("G"_q, "l"_q, "w"_q);
         settings.removeSetting("G"_q, "k"_q);
         QCOMPARE(content("settings.txt"_q), QByteArray("\nG/l w"));
-        QVERIFY(write("settings.txt"_q, "\nG/m x\n"));
+        QVERIFY(TestFiles::write("settings.txt"_q, "\nG/m x\n"));
         QCOMPARE(settings.getSetting("G"_q, "m"_q).toByteArray(), QByteArray("x"));
     }
 
@@ -312,7 +306,7 @@ private Q_SLOTS:
         const auto addText = [](const char* name, const QByteArray& text, int age = 0) {
             QTest::newRow(name) << Make([=] {
                 const timespec times[] = {{time(nullptr) - age, 0}, {time(nullptr) - age, 0}};
-                return write(QLatin1String(LOCK_NAME), text) ? utimensat(AT_FDCWD, LOCK_NAME, times, 0) : -1;
+                return TestFiles::write(LOCK_NAME, text) ? utimensat(AT_FDCWD, LOCK_NAME, times, 0) : -1;
             });
         };
         const QByteArray host =

@@ -35,8 +35,7 @@ QString newFile(const QByteArray& content = {})
 {
     static int number = 0;
     const QString name = "%1.ini"_q.arg(++number);
-    QFile file(name);
-    if (!content.isEmpty() && !(file.open(QIODevice::WriteOnly) && file.write(content) == content.size()))
+    if (!content.isEmpty() && !TestFiles::write(name, content))
         qFatal("cannot write %s", qPrintable(name));
     return name;
 }
@@ -48,7 +47,7 @@ QByteArray afterQtWrites(const QString& file, const QVariantMap& values)
     for (auto value = values.begin(); value != values.end(); ++value)
         settings.setValue(value.key(), *value);
     settings.sync();
-    return TestData::contentOf(file);
+    return TestFiles::contentOf(file);
 }
 
 QByteArray afterWeWrite(const QString& file, const QVariantMap& values)
@@ -57,7 +56,7 @@ QByteArray afterWeWrite(const QString& file, const QVariantMap& values)
     for (auto value = values.begin(); value != values.end(); ++value)
         changes << SettingsChange{QString(), value.key(), *value};
     Settings(file, QSettings::IniFormat, nullptr).changeSettings(changes);
-    return TestData::contentOf(file);
+    return TestFiles::contentOf(file);
 }
 
 class Random

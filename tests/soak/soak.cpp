@@ -19,7 +19,7 @@
 //         nothing else in the folder
 
 #include "tests/FullDisk.h"
-#include "tests/TestData.h"
+#include "tests/TestFiles.h"
 #include "tests/TestHome.h"
 #include "tests/TestLog.h"
 
@@ -52,21 +52,10 @@ const QByteArray NEW(9000, 'n');
 const QByteArray SETTINGS = "[A]\nother=1\n\n[G]\nk=old\n";
 const QString PASSWORD = "house-planner!"_q;
 
-bool put(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
-
-QByteArray get(const QString& path)
-{
-    return TestData::contentOf(path);
-}
-
 /// Whether the file is the new one, or also the old one where nobody \p claims the new one.
 bool isWhole(const QString& path, const QByteArray& old, const QByteArray& fresh, bool claims)
 {
-    const QByteArray content = get(path);
+    const QByteArray content = TestFiles::contentOf(path);
     return content == fresh || (!claims && content == old);
 }
 
@@ -122,7 +111,7 @@ const Operation OPERATIONS[] = {
      [](bool claims) { return isWhole("settings.ini"_q, SETTINGS, "[A]\nother=1\n\n[G]\nk=new\n", claims); }},
     {"log", logLine,
      [](bool claims) {
-         const QByteArray line = get(logPath);
+         const QByteArray line = TestFiles::contentOf(logPath);
          return claims ? line.endsWith("  new\r\n") : line.isEmpty();
      }},
     {"read", [] { return DataFileReader("block"_q, PASSWORD).getFileContent() == NEW; },
@@ -142,7 +131,9 @@ const Operation OPERATIONS[] = {
          return isWhole("to/a"_q, {}, NEW, claims) && isWhole("to/sub/b"_q, {}, OLD, claims);
      }},
     {"move", [] { return config().copyDirectory("away"_q, "to"_q, true, true, {}); },
-     [](bool claims) { return get("to/c"_q) == NEW || (!claims && get("away/c"_q) == NEW); }},
+     [](bool claims) {
+         return TestFiles::contentOf("to/c"_q) == NEW || (!claims && TestFiles::contentOf("away/c"_q) == NEW);
+     }},
     {"presets", readPresets, [](bool) { return true; }},
 };
 
@@ -153,10 +144,11 @@ bool prepare()
     QDir("to"_q).removeRecursively();
     QFile::remove(logPath);
     return QDir().mkpath("from/sub"_q) && QDir().mkpath("to"_q) && QDir().mkpath("away"_q)
-           && put("away/c"_q, NEW) && put("from/a"_q, NEW) && put("from/sub/b"_q, OLD)
-           && put("settings.ini"_q, SETTINGS) && put("data"_q, OLD) && put("record"_q, OLD)
-           && put("block"_q, creator.encryptData(NEW, PASSWORD))
-           && put("presets.dat"_q, PresetManager::protectedContent("room_height=260\n"))
+           && TestFiles::write("away/c"_q, NEW) && TestFiles::write("from/a"_q, NEW)
+           && TestFiles::write("from/sub/b"_q, OLD) && TestFiles::write("settings.ini"_q, SETTINGS)
+           && TestFiles::write("data"_q, OLD) && TestFiles::write("record"_q, OLD)
+           && TestFiles::write("block"_q, creator.encryptData(NEW, PASSWORD))
+           && TestFiles::write("presets.dat"_q, PresetManager::protectedContent("room_height=260\n"))
            && creator.createArchivFromData({{"entry"_q, OLD}}, "old.zip"_q, PASSWORD)
            && creator.createArchivFromData({{"entry"_q, OLD}}, "new.zip"_q, PASSWORD);
 }
@@ -215,7 +207,8 @@ bool cycles()
         const auto files = std::distance(Files("/proc/self/fd"), Files());
         return std::make_pair(files, ssize_t(mallinfo2().uordblks));
     };
-    if (!prepare() || !put("damaged.zip"_q, get("old.zip"_q).replace("PK\1\2", "PX\1\2")))
+    if (!prepare()
+        || !TestFiles::write("damaged.zip"_q, TestFiles::contentOf("old.zip"_q).replace("PK\1\2", "PX\1\2")))
         return false;
     auto before = used();
     for (int i = 0; i < 2000; ++i) {

@@ -6,6 +6,7 @@
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
+#include <QTimer>
 #include <QThread>
 
 #include <memory>

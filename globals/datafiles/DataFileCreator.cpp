@@ -117,8 +117,8 @@ struct Entry
 class NameCheck
 {
 public:
-    explicit NameCheck(const QString& archive)
-        : m_archive(archive)
+    explicit NameCheck(QString archive)
+        : m_archive(std::move(archive))
     {
     }
 

@@ -124,11 +124,12 @@ bool packEntry(void* zipFile, const QString& name, const QByteArray& data)
     if (entry.size() > LONGEST_NAME)
         return false;
     const zip_fileinfo nothing{};
-    const int isLarge = data.size() > LARGEST_PLAIN_SIZE ? 1 : 0;
+    const qint64 dataSize = data.size();
+    const int isLarge = dataSize > LARGEST_PLAIN_SIZE ? 1 : 0;
     int result = zipOpenNewFileInZip64(zipFile, entry.constData(), &nothing, nullptr, 0, nullptr, 0, nullptr,
                                        Z_DEFLATED, Z_DEFAULT_COMPRESSION, isLarge);
-    for (qint64 done = 0; result == ZIP_OK && done < data.size(); done += PIECE) {
-        const auto size = static_cast<unsigned>(std::min(PIECE, data.size() - done));
+    for (qint64 done = 0; result == ZIP_OK && done < dataSize; done += PIECE) {
+        const auto size = static_cast<unsigned>(std::min(PIECE, dataSize - done));
         result = zipWriteInFileInZip(zipFile, data.constData() + done, size);
     }
     return result == ZIP_OK && zipCloseFileInZip(zipFile) == ZIP_OK;

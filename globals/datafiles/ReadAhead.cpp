@@ -177,8 +177,11 @@ int hasFailed(void* /*opaque*/, void* stream)
 
 zlib_filefunc64_def readAheadFunctions(const System::FileHandle& file)
 {
-    return {&openFile, &readFile,  &writeNothing, &tell,
-            &seek,     &closeFile, &hasFailed,    const_cast<System::FileHandle*>(&file)};
+    return {
+        &openFile,     &readFile,
+        &writeNothing, &tell,
+        &seek,         &closeFile,
+        &hasFailed,    const_cast<System::FileHandle*>(&file)}; // NOLINT(*-const-cast): only given back to us
 }
 
 } // namespace TEKLUVA

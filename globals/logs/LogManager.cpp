@@ -16,6 +16,13 @@ namespace TEKLUVA {
 class GLOBALS_NO_EXPORT LogManager::Private
 {
 public:
+    /// A place on the active stack.
+    struct Place
+    {
+        QPointer<Log> log;
+        bool isNone; ///< on purpose, and not because the log was deleted
+    };
+
     /// Null when no log is registered.
     Log* firstLog() const;
     /// The top of the stack that has not been deleted; null for none. Expects the lock.
@@ -23,7 +30,7 @@ public:
 
     /// Guards both containers. It is taken after the lock of a log, never before it.
     mutable QMutex mutex;
-    std::vector<QPointer<Log>> active;
+    std::vector<Place> active;
     std::map<std::string, Log*> logs;
     std::map<const Log*, int> users; ///< how many calls of withActiveLog() use a log
     QWaitCondition released;
@@ -67,9 +74,9 @@ LogManager::Private::Use::~Use()
 
 Log* LogManager::Private::activeLog() const
 {
-    const auto top =
-        std::find_if(active.rbegin(), active.rend(), [](const QPointer<Log>& log) { return !log.isNull(); });
-    return top == active.rend() ? nullptr : top->data();
+    const auto top = std::find_if(active.rbegin(), active.rend(),
+                                  [](const Place& place) { return place.isNone || !place.log.isNull(); });
+    return top == active.rend() ? nullptr : top->log.data();
 }
 
 Log* LogManager::Private::firstLog() const
@@ -113,7 +120,8 @@ void LogManager::removeLog(Log* log)
     if (d->logs.empty())
         return;
     d->logs.erase(log->getName());
-    const auto found = std::find(d->active.begin(), d->active.end(), log);
+    const auto found = std::find_if(d->active.begin(), d->active.end(),
+                                    [log](const Private::Place& place) { return place.log == log; });
     if (found != d->active.end())
         d->active.erase(found);
 }
@@ -123,7 +131,10 @@ void LogManager::retire(Log* log)
     removeLog(log);
     const QMutexLocker lock(&d->mutex);
     // Its places stay, because each is still going to be restored from.
-    std::replace(d->active.begin(), d->active.end(), QPointer<Log>(log), QPointer<Log>());
+    for (Private::Place& place : d->active) {
+        if (place.log == log)
+            place.log.clear();
+    }
     // Whoever deletes a log in a receiver of its own would wait for himself.
     while (d->users.count(log) != 0 && !LogLock::isHeldHere(log))
         d->released.wait(&d->mutex);
@@ -147,7 +158,7 @@ void LogManager::updateLogName(const std::string& name, Log* log)
 void LogManager::setActiveLog(Log* log)
 {
     const QMutexLocker lock(&d->mutex);
-    d->active.emplace_back(log);
+    d->active.push_back({log, log == nullptr});
 }
 
 void LogManager::restorePreviousLog()

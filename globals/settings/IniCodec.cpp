@@ -129,6 +129,26 @@ private:
     QString m_section; ///< what stands before its keys
 };
 
+QByteArray headOf(const QString& section)
+{
+    QByteArray name = section.isEmpty() ? QByteArray(GENERAL) : escapedKey(section);
+    if (!section.isEmpty() && name.compare(GENERAL, Qt::CaseInsensitive) == 0)
+        name.prepend('%');
+    return '[' + name + "]\n";
+}
+
+void appendEntry(QByteArray& content, const QString& key, const IniValue& value)
+{
+    content += escapedKey(key) + '=';
+    const char* separator = "";
+    for (const QString& text : value.texts()) {
+        content += separator;
+        IniText::appendEscaped(content, text);
+        separator = ", ";
+    }
+    content += '\n';
+}
+
 } // namespace
 
 std::vector<Line> read(const QByteArray& content)
@@ -158,19 +178,9 @@ QByteArray write(const IniValues& values)
     }
     QByteArray content;
     for (auto section = sections.begin(); section != sections.end(); ++section) {
-        QByteArray name = section.key().isEmpty() ? QByteArray(GENERAL) : escapedKey(section.key());
-        if (!section.key().isEmpty() && name.compare(GENERAL, Qt::CaseInsensitive) == 0)
-            name.prepend('%');
-        content += (content.isEmpty() ? "[" : "\n[") + name + "]\n";
-        for (auto value = section->begin(); value != section->end(); ++value) {
-            content += escapedKey(value.key()) + '=';
-            const QStringList texts = (*value)->texts();
-            for (int i = 0; i < texts.size(); ++i) {
-                content += i > 0 ? ", " : "";
-                IniText::appendEscaped(content, texts[i]);
-            }
-            content += '\n';
-        }
+        content += (content.isEmpty() ? "" : "\n") + headOf(section.key());
+        for (auto value = section->begin(); value != section->end(); ++value)
+            appendEntry(content, value.key(), **value);
     }
     return content;
 }

@@ -44,7 +44,7 @@ int readCode(const QByteArray& bytes, int at, int base, QString& text)
 {
     uint code = 0;
     for (; at < bytes.size() && isDigit(static_cast<uchar>(bytes[at]), base); ++at) {
-        const auto c = static_cast<uint>(bytes[at]);
+        const uint c = static_cast<uchar>(bytes[at]);
         code = code * static_cast<uint>(base) + (c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10);
     }
     text += QChar(static_cast<ushort>(code));
@@ -84,6 +84,21 @@ int readPlain(const QByteArray& bytes, int at, bool keepsBlanks, bool isUtf8, QS
     return at + size;
 }
 
+/// Adds the character that "%41" or "%U20ac" at \p at stands for; the position after it, or \p at where there
+/// is no such number.
+int readKeyCode(const QByteArray& bytes, int at, QString& key)
+{
+    const bool isLong = bytes.mid(at, 2) == "%U";
+    const int begin = at + (isLong ? 2 : 1);
+    const int end = begin + (isLong ? 4 : 2);
+    bool isNumber = false;
+    const int code = bytes.mid(begin, end - begin).toInt(&isNumber, 16);
+    if (bytes[at] != '%' || end > bytes.size() || !isNumber)
+        return at;
+    key += QChar(static_cast<ushort>(code));
+    return end;
+}
+
 } // namespace
 
 bool isBlank(char c)
@@ -120,24 +135,15 @@ QByteArray escapedKey(const QString& key)
     return escaped;
 }
 
-QString unescapedKey(const QByteArray& text)
+QString unescapedKey(const QByteArray& bytes)
 {
     QString key;
-    key.reserve(text.size());
-    for (int i = 0; i < text.size(); ++i) {
-        if (text[i] == '%' && i + 1 < text.size()) {
-            const bool isLong = text[i + 1] == 'U';
-            const int begin = i + (isLong ? 2 : 1);
-            const int end = begin + (isLong ? 4 : 2);
-            bool isNumber = false;
-            const int code = end <= text.size() ? text.mid(begin, end - begin).toInt(&isNumber, 16) : 0;
-            if (isNumber) {
-                key += QChar(static_cast<ushort>(code));
-                i = end - 1;
-                continue;
-            }
-        }
-        key += text[i] == '\\' ? SEPARATOR : QLatin1Char(text[i]);
+    key.reserve(bytes.size());
+    for (int at = 0; at < bytes.size();) {
+        const int end = readKeyCode(bytes, at, key);
+        if (end == at)
+            key += bytes[at] == '\\' ? SEPARATOR : QLatin1Char(bytes[at]);
+        at = end == at ? at + 1 : end;
     }
     return key;
 }

@@ -111,7 +111,7 @@ QVector<int> numbersIn(const QString& content)
 struct Form
 {
     QLatin1String head;
-    Content (*read)(const QString& content);
+    Content (*read)(const QString& content) = nullptr;
 };
 
 constexpr Form FORMS[] = {

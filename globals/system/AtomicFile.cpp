@@ -13,7 +13,6 @@ namespace TEKLUVA {
 namespace fs = std::filesystem;
 
 using System::FileHandle;
-using System::FileKind;
 using System::FileStatus;
 
 namespace {

@@ -6,8 +6,8 @@
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
-#include <QTimer>
 #include <QThread>
+#include <QTimer>
 
 #include <memory>
 #include <thread>

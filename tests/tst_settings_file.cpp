@@ -330,31 +330,39 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         m_settings->setSetting("G"_q, "k"_q, 1);
-        QVERIFY2(timer.elapsed() < 1000, QByteArray::number(timer.elapsed()));
+        QVERIFY2(timer.elapsed() < 3000,
+                 QByteArray::number(timer.elapsed())); // half a second, on a machine at rest
         QCOMPARE(content(), QByteArray("[G]\nk=1\n"));
         QCOMPARE(names(), QStringList(FILE_NAME));
     }
 
-    /// Made, then locked and filled, then unlocked, then removed, and held up before each step.
+    /// Made, then locked, then unlocked, then removed, and held up before each step.
     void aSlowHolderKeepsItsLock()
     {
         const int lock = open(LOCK_NAME, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         QByteArray meanwhile;
+        qint64 longestHoldUp = 0;
         std::thread holder([&] {
-            const auto wait = [] { std::this_thread::sleep_for(std::chrono::milliseconds(200)); };
-            wait();
+            const auto wait = [&longestHoldUp](int milliseconds) {
+                QElapsedTimer timer;
+                timer.start();
+                std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+                longestHoldUp = qMax(longestHoldUp, timer.elapsed() - milliseconds);
+            };
+            wait(200);
             flock(lock, LOCK_EX | LOCK_NB);
-            for (int i = 0; i < 3; ++i)
-                wait();
+            wait(600);
             close(lock);
-            wait();
+            wait(200);
             meanwhile = content();
             unlink(LOCK_NAME);
         });
         m_settings->setSetting("G"_q, "k"_q, 1);
         holder.join();
-        QCOMPARE(meanwhile, QByteArray());
         QCOMPARE(content(), QByteArray("[G]\nk=1\n"));
+        if (longestHoldUp > 100)
+            QSKIP("The machine is too busy to tell who was slow.");
+        QCOMPARE(meanwhile, QByteArray());
     }
 
     /// Looking again would take 100 ms. One try of several shows it on a busy machine, too.

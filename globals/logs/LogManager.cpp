@@ -3,13 +3,12 @@
 #include "globals/Log.h"
 #include "globals/logs/LogLock_p.h"
 
-#include <QMutex>
-#include <QMutexLocker>
 #include <QPointer>
-#include <QWaitCondition>
 
 #include <algorithm>
+#include <condition_variable>
 #include <map>
+#include <mutex>
 
 namespace TEKLUVA {
 
@@ -29,11 +28,11 @@ public:
     Log* activeLog() const;
 
     /// Guards both containers. It is taken after the lock of a log, never before it.
-    mutable QMutex mutex;
+    mutable std::mutex mutex;
     std::vector<Place> active;
     std::map<std::string, Log*> logs;
     std::map<const Log*, int> users; ///< how many calls of withActiveLog() use a log
-    QWaitCondition released;
+    std::condition_variable released;
 
     /// Keeps the active log from being deleted as long as the scope lives.
     class Use
@@ -55,7 +54,7 @@ public:
 LogManager::Private::Use::Use(Private& registry)
     : m_registry(registry)
 {
-    const QMutexLocker lock(&registry.mutex);
+    const std::lock_guard<std::mutex> lock(registry.mutex);
     m_log = registry.activeLog();
     if (m_log)
         ++registry.users[m_log];
@@ -65,11 +64,11 @@ LogManager::Private::Use::~Use()
 {
     if (!m_log)
         return;
-    const QMutexLocker lock(&m_registry.mutex);
+    const std::lock_guard<std::mutex> lock(m_registry.mutex);
     const auto user = m_registry.users.find(m_log);
     if (--user->second == 0)
         m_registry.users.erase(user);
-    m_registry.released.wakeAll();
+    m_registry.released.notify_all();
 }
 
 Log* LogManager::Private::activeLog() const
@@ -81,7 +80,7 @@ Log* LogManager::Private::activeLog() const
 
 Log* LogManager::Private::firstLog() const
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard<std::mutex> lock(mutex);
     return logs.empty() ? nullptr : logs.begin()->second;
 }
 
@@ -109,14 +108,14 @@ LogManager::~LogManager()
 
 void LogManager::addLog(Log* log)
 {
-    const QMutexLocker lock(&d->mutex);
+    const std::lock_guard<std::mutex> lock(d->mutex);
     d->logs[log->getName()] = log;
     Q_EMIT logAdded(log);
 }
 
 void LogManager::removeLog(Log* log)
 {
-    const QMutexLocker lock(&d->mutex);
+    const std::lock_guard<std::mutex> lock(d->mutex);
     if (d->logs.empty())
         return;
     d->logs.erase(log->getName());
@@ -129,15 +128,15 @@ void LogManager::removeLog(Log* log)
 void LogManager::retire(Log* log)
 {
     removeLog(log);
-    const QMutexLocker lock(&d->mutex);
+    std::unique_lock<std::mutex> lock(d->mutex);
     // Its places stay, because each is still going to be restored from.
     for (Private::Place& place : d->active) {
         if (place.log == log)
             place.log.clear();
     }
     // Whoever deletes a log in a receiver of its own would wait for himself.
-    while (d->users.count(log) != 0 && !LogLock::isHeldHere(log))
-        d->released.wait(&d->mutex);
+    if (!LogLock::isHeldHere(log))
+        d->released.wait(lock, [this, log] { return d->users.count(log) == 0; });
 }
 
 void LogManager::updateLogName(const std::string& name, Log* log)
@@ -146,7 +145,7 @@ void LogManager::updateLogName(const std::string& name, Log* log)
         log->setLogName(name, false); // comes back here with the names equal
         return;
     }
-    const QMutexLocker lock(&d->mutex);
+    const std::lock_guard<std::mutex> lock(d->mutex);
     const auto found = std::find_if(d->logs.begin(), d->logs.end(),
                                     [log](const auto& entry) { return entry.second == log; });
     if (found == d->logs.end())
@@ -157,20 +156,20 @@ void LogManager::updateLogName(const std::string& name, Log* log)
 
 void LogManager::setActiveLog(Log* log)
 {
-    const QMutexLocker lock(&d->mutex);
+    const std::lock_guard<std::mutex> lock(d->mutex);
     d->active.push_back({log, log == nullptr});
 }
 
 void LogManager::restorePreviousLog()
 {
-    const QMutexLocker lock(&d->mutex);
+    const std::lock_guard<std::mutex> lock(d->mutex);
     if (!d->active.empty())
         d->active.pop_back();
 }
 
 Log* LogManager::getActiveLog()
 {
-    const QMutexLocker lock(&d->mutex);
+    const std::lock_guard<std::mutex> lock(d->mutex);
     return d->activeLog();
 }
 
@@ -183,7 +182,7 @@ void LogManager::withActiveLog(const std::function<void(Log& log)>& use)
 
 std::vector<Log*> LogManager::getAllLogs() const
 {
-    const QMutexLocker lock(&d->mutex);
+    const std::lock_guard<std::mutex> lock(d->mutex);
     std::vector<Log*> logs;
     logs.reserve(d->logs.size());
     for (const auto& entry : d->logs)
@@ -194,7 +193,7 @@ std::vector<Log*> LogManager::getAllLogs() const
 void LogManager::clear()
 {
     {
-        const QMutexLocker lock(&d->mutex);
+        const std::lock_guard<std::mutex> lock(d->mutex);
         d->active.clear();
     }
     // The lock is free while a log is deleted, because its destructor takes itself out through removeLog().

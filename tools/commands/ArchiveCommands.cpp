@@ -189,6 +189,8 @@ int packData(const QCommandLineParser& line)
     QStringList files = line.positionalArguments();
     const QString archive = files.takeFirst();
     const PasswordSource source(line, PasswordNeed::Optional);
+    if (isStandardOutput(archive))
+        throw Failure(QStringLiteral("an archive cannot be written to the standard output"));
     requireReplaceable(archive, files);
     requirePackable(files);
     const QString password = source.read(PasswordUse::Writing);

@@ -1,4 +1,5 @@
 #include "commands/Command.h"
+#include "support/Block.h"
 #include "support/Failure.h"
 #include "support/Files.h"
 #include "support/Password.h"
@@ -33,7 +34,7 @@ QByteArray encrypted(const QString& /*path*/, const QByteArray& content, const Q
 QByteArray decrypted(const QString& path, const QByteArray& content, const QString& password)
 {
     const DataFileReader reader(path, password);
-    if (reader.isArchiv())
+    if (beginsLikeArchive(content) || reader.isArchiv())
         throw Failure(QStringLiteral("%1 is an archive; use \"data extract\"").arg(path));
     if (DataBlock::faultOf(content))
         throw Failure(QStringLiteral("File %1 is damaged: it is no protected block").arg(path));
@@ -45,6 +46,7 @@ int run(const QCommandLineParser& line, const Conversion& conversion)
     const QString path = line.positionalArguments().value(0);
     const QString target = line.positionalArguments().value(1);
     const PasswordSource password(line, PasswordNeed::Required);
+    password.requireApartFrom(path);
     requireReplaceable(target, {path});
     const QByteArray content = contentOf(path);
     writeTarget(target, conversion.convert(path, content, password.read(conversion.use)));

@@ -2,8 +2,10 @@
 
 #include "support/Console.h"
 #include "support/Failure.h"
+#include "support/Output.h"
 
 #include "globals/AtomicFile.h"
+#include "globals/Containment.h"
 #include "globals/DataBlock.h"
 #include "globals/WholeFile.h"
 
@@ -15,6 +17,59 @@
 #include <utility>
 
 namespace globalsctl {
+
+namespace {
+
+constexpr const char* SYSTEM_FOLDERS[] = {"/dev", "/proc"};
+
+/// Whether \p path is a link that belongs to the system: whoever replaced it would harm all programs.
+bool isSystemLink(const QFileInfo& path)
+{
+    if (!path.isSymLink())
+        return false;
+    const std::filesystem::path folder = QFile::encodeName(path.absolutePath()).toStdString();
+    return std::any_of(std::begin(SYSTEM_FOLDERS), std::end(SYSTEM_FOLDERS),
+                       [&folder](const char* parent) { return TEKLUVA::isWithin(folder, parent); });
+}
+
+QByteArray standardInput(qint64 largest)
+{
+    QFile file;
+    if (!file.open(stdin, QIODevice::ReadOnly))
+        throw Failure(QStringLiteral("the standard input cannot be read: %1").arg(file.errorString()));
+    QByteArray content;
+    while (content.size() <= largest) {
+        constexpr qint64 PIECE = 1 << 20;
+        const QByteArray piece = file.read(PIECE);
+        if (piece.isEmpty())
+            break;
+        content += piece;
+    }
+    if (file.error() != QFileDevice::NoError)
+        throw Failure(QStringLiteral("the standard input cannot be read: %1").arg(file.errorString()));
+    if (content.size() > largest)
+        throw Failure(QStringLiteral("the standard input is too large"));
+    return content;
+}
+
+void writeToStandardOutput(const QByteArray& content)
+{
+    if (isTerminal(StandardStream::Output) && !isReadableText(content))
+        throw Failure(QStringLiteral("the result is no text, which a terminal could show"));
+    printBytes(content);
+}
+
+} // namespace
+
+bool isStandardInput(const QString& path)
+{
+    return path == QLatin1String("-") || path == QLatin1String("/dev/stdin");
+}
+
+bool isStandardOutput(const QString& path)
+{
+    return path == QLatin1String("-") || path == QLatin1String("/dev/stdout");
+}
 
 void requireReadable(const QString& path, qint64 largest)
 {
@@ -33,6 +88,8 @@ void requireReadable(const QString& path, qint64 largest)
 
 QByteArray contentOf(const QString& path, qint64 largest)
 {
+    if (isStandardInput(path))
+        return standardInput(largest);
     requireReadable(path, largest);
     QString reason;
     std::optional<QByteArray> content = TEKLUVA::readWhole(path, largest, &reason);
@@ -43,7 +100,11 @@ QByteArray contentOf(const QString& path, qint64 largest)
 
 void requireReplaceable(const QString& target, const QStringList& sources)
 {
+    if (isStandardOutput(target))
+        return;
     const QFileInfo info(target);
+    if (isSystemLink(info))
+        throw Failure(QStringLiteral("%1 is a link of the system").arg(target));
     if (!info.exists())
         return;
     if (!info.isFile())
@@ -58,6 +119,10 @@ void requireReplaceable(const QString& target, const QStringList& sources)
 
 void writeTarget(const QString& target, const QByteArray& content)
 {
+    if (isStandardOutput(target)) {
+        writeToStandardOutput(content);
+        return;
+    }
     Interruption interruption;
     TEKLUVA::AtomicFile file(target, TEKLUVA::AtomicFile::Link::Replaced);
     const auto require = [&target, &file](bool isDone) {

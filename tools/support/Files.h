@@ -5,7 +5,8 @@
 
 #include <limits>
 
-/// The files that users name on the command line. All functions throw Failure with the reason.
+/// The files that users name on the command line. All functions throw Failure with the reason. The name "-"
+/// stands for the standard input where a file is read, and for the standard output where one is written.
 namespace globalsctl {
 
 /// What fits into memory in one piece, with room for a protected block's header and padding.
@@ -15,15 +16,19 @@ constexpr qint64 LARGEST_CONTENT = std::numeric_limits<int>::max() - 128;
 /// bytes.
 void requireReadable(const QString& path, qint64 largest = LARGEST_CONTENT);
 
-/// The whole content of a file, which must be one that requireReadable() accepts.
+bool isStandardInput(const QString& path);
+bool isStandardOutput(const QString& path);
+
+/// The whole content of a file, which must be one that requireReadable() accepts, or of the standard input.
 QByteArray contentOf(const QString& path, qint64 largest = LARGEST_CONTENT);
 
 /// Refuses a target that exists and is no regular file, or that is one of \p sources: with a wrong password,
-/// for example, the result is worth less than what it would replace.
+/// for example, the result is worth less than what it would replace. Refuses links of the system, such as
+/// /dev/fd/2, too.
 void requireReplaceable(const QString& target, const QStringList& sources);
 
 /// Writes \p content to the file \p target; it is on disk when the function returns. A link is replaced, not
-/// followed. A failure or a signal to end leaves an older file as it was.
+/// followed. A failure or a signal to end leaves an older file as it was. A terminal gets text only.
 void writeTarget(const QString& target, const QByteArray& content);
 
 /// Refuses a \p block that lacks the cipher text of \p plain: the library had no memory for it.

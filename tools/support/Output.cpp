@@ -5,17 +5,17 @@
 #include <QJsonObject>
 #include <QVector>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace globalsctl {
 
 namespace {
 
-void write(std::FILE* stream, const QString& text)
+void write(std::FILE* stream, const QByteArray& bytes)
 {
-    const QByteArray line = text.toUtf8() + '\n';
     // A failure stays with the stream until flushResults() asks.
-    static_cast<void>(std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stream));
+    static_cast<void>(std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream));
 }
 
 bool isControl(QChar c)
@@ -60,7 +60,7 @@ QVector<int> columnWidths(const QList<QStringList>& rows)
 
 void printResult(const QString& text)
 {
-    write(stdout, text);
+    write(stdout, text.toUtf8() + '\n');
 }
 
 void printResult(const QJsonArray& array)
@@ -73,6 +73,11 @@ void printResult(const QJsonObject& object)
     printResult(textOf(QJsonDocument(object)));
 }
 
+void printBytes(const QByteArray& bytes)
+{
+    write(stdout, bytes);
+}
+
 bool flushResults()
 {
     return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
@@ -80,7 +85,7 @@ bool flushResults()
 
 void printNote(const QString& text)
 {
-    write(stderr, text);
+    write(stderr, text.toUtf8() + '\n');
 }
 
 void printError(const QString& message)
@@ -91,6 +96,18 @@ void printError(const QString& message)
 QString printable(const QString& text)
 {
     return withEscapes(text, &isControl, QStringLiteral("\\x%1"), 2);
+}
+
+bool isReadableText(const QString& text)
+{
+    return std::none_of(text.begin(), text.end(),
+                        [](QChar c) { return isControl(c) && !QStringLiteral("\t\r\n\f").contains(c); });
+}
+
+bool isReadableText(const QByteArray& bytes)
+{
+    const QString text = QString::fromUtf8(bytes.constData(), bytes.size());
+    return text.toUtf8() == bytes && isReadableText(text);
 }
 
 QString aligned(const QList<QStringList>& rows)

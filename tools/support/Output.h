@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QList>
 #include <QStringList>
 
@@ -14,6 +15,8 @@ namespace globalsctl {
 void printResult(const QString& text);
 void printResult(const QJsonArray& array);
 void printResult(const QJsonObject& object);
+/// Prints \p bytes as they are.
+void printBytes(const QByteArray& bytes);
 
 /// False when a result could not be written.
 [[nodiscard]] bool flushResults();
@@ -25,6 +28,11 @@ void printError(const QString& message);
 
 /// \p text with control characters as escapes, "\x1b": names from files must not control the terminal.
 QString printable(const QString& text);
+
+/// Whether \p text has no control characters but those that lay text out.
+bool isReadableText(const QString& text);
+/// The same for bytes, which must be UTF-8.
+bool isReadableText(const QByteArray& bytes);
 
 /// A line for each of \p rows, with its cells in columns that are two blanks apart.
 QString aligned(const QList<QStringList>& rows);

@@ -2,6 +2,7 @@
 
 #include "support/Console.h"
 #include "support/Failure.h"
+#include "support/Files.h"
 
 #include "globals/DataFileCreator.h"
 
@@ -24,9 +25,8 @@ QByteArray fromFile(const QString& path, PasswordUse /*use*/)
 {
     constexpr qint64 LONGEST_LINE = 4096;
     QFile file(path);
-    const bool isStandardInput = path == QLatin1String("-");
     const bool isOpen =
-        isStandardInput ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
+        isStandardInput(path) ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
     if (!isOpen)
         throw Failure(QStringLiteral("File %1 cannot be read: %2").arg(path, file.errorString()));
     QByteArray line = file.readLine(LONGEST_LINE);
@@ -98,6 +98,12 @@ QString PasswordSource::read(PasswordUse use) const
             QStringLiteral("the application could not read back what is written with this password; "
                            "use ASCII characters only"));
     return password;
+}
+
+void PasswordSource::requireApartFrom(const QString& path) const
+{
+    if (m_source == &fromFile && isStandardInput(m_value) && isStandardInput(path))
+        throw Failure(QStringLiteral("password and content cannot both be the standard input"), WrongUsage);
 }
 
 } // namespace globalsctl

@@ -30,6 +30,9 @@ public:
     /// or when the prompt for it is interrupted.
     QString read(PasswordUse use) const;
 
+    /// Throws Failure for wrong usage when \p path and the password are both the standard input.
+    void requireApartFrom(const QString& path) const;
+
 private:
     QByteArray (*m_source)(const QString& value, PasswordUse use) = nullptr;
     QString m_value; ///< of the option

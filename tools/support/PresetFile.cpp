@@ -1,15 +1,16 @@
 #include "support/PresetFile.h"
 
+#include "support/Block.h"
 #include "support/Failure.h"
 #include "support/Files.h"
+#include "support/Output.h"
 #include "support/PresetTypes.h"
 
 #include "globals/DataBlock.h"
 #include "globals/Exception.h"
 
+#include <QTemporaryFile>
 #include <QTextCodec>
-
-#include <algorithm>
 
 namespace globalsctl {
 
@@ -19,16 +20,6 @@ namespace {
 
 /// Bytes. A preset file has about a hundred lines; a larger file was named by mistake.
 constexpr qint64 LARGEST_FILE = 1 << 20;
-
-bool isUnprintable(QChar c)
-{
-    return c.category() == QChar::Other_Control && !QStringLiteral("\t\r\n\f").contains(c);
-}
-
-bool isReadable(const QString& text)
-{
-    return std::none_of(text.begin(), text.end(), isUnprintable);
-}
 
 bool isUtf8(const QByteArray& bytes)
 {
@@ -40,19 +31,36 @@ bool isUtf8(const QByteArray& bytes)
 /// Whether \p bytes are the readable text of a preset file and not a protected one.
 bool isText(const QByteArray& bytes)
 {
-    return isReadable(QString::fromUtf8(bytes.constData(), bytes.size()))
+    return isReadableText(QString::fromUtf8(bytes.constData(), bytes.size()))
            && (isUtf8(bytes) || DataBlock::faultOf(bytes));
+}
+
+/// The text of a protected preset file with \p bytes that came through the standard input: the library reads
+/// such files by their names only.
+QString textOfInput(const QByteArray& bytes)
+{
+    QTemporaryFile file;
+    if (!file.open() || file.write(bytes) != bytes.size() || !file.flush())
+        throw Failure(QStringLiteral("%1 could not be written: %2").arg(file.fileName(), file.errorString()));
+    return PresetManager::textOfFile(file.fileName());
 }
 
 /// The text of the protected file \p path, which has \p bytes.
 QString decryptedText(const QString& path, const QByteArray& bytes)
 {
-    QString text = PresetManager::textOfFile(path); // throws for an archive
+    if (beginsLikeArchive(bytes)) {
+        throw Failure(
+            QStringLiteral(
+                "File %1 is an archive but single file was expected; \"data list\" shows what is in it")
+                .arg(path));
+    }
+    // Throws for an archive with something before its beginning.
+    const QString text = isStandardInput(path) ? textOfInput(bytes) : PresetManager::textOfFile(path);
     if (DataBlock::faultOf(bytes)) {
         throw Failure(
             QStringLiteral("File %1 is damaged: neither a protected preset file nor plain text").arg(path));
     }
-    if (!isReadable(text))
+    if (!isReadableText(text))
         throw Failure(QStringLiteral("File %1 is damaged, or protected with another password").arg(path));
     return text;
 }

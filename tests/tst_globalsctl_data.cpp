@@ -46,6 +46,7 @@ private Q_SLOTS:
         const QMap<QString, QByteArray> files = {
             {"old"_q, "before"},
             {"file"_q, "before"},
+            {"read-only"_q, "before"},
             {"dir/first.txt"_q, "before"},
             {"words"_q, "ab\r\nsecond line\n"},
             {"long"_q, QByteArray(5000, 'x')},
@@ -59,6 +60,7 @@ private Q_SLOTS:
             {"half.zip"_q, QByteArray(small).replace(small.lastIndexOf("PK\1\2"), 2, "PX")}};
         for (auto file = files.begin(); file != files.end(); ++file)
             QVERIFY(TestFiles::write(file.key(), *file));
+        QVERIFY(QFile::setPermissions("read-only"_q, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
         QVERIFY(QFile::link(".."_q, "links"_q));
         QVERIFY(QFile::link("../outside"_q, "flink.txt"_q));
         QVERIFY(TestFiles::makePipe("fifo.pipe"));
@@ -95,8 +97,9 @@ private Q_SLOTS:
         QCOMPARE(openBlock(TestFiles::contentOf("old2"_q), "geheim", 3), QByteArray("before"));
         for (const QString& password : {QString(), "--password-env PW_6 "_q}) {
             const TestHome::Turn turn(password);
-            QCOMPARE(globalsctl(wordsOf("data pack "_q + password + "old dir/first.txt words"_q)).exitCode,
-                     0);
+            QCOMPARE(
+                globalsctl(wordsOf("data pack --force "_q + password + "old dir/first.txt words"_q)).exitCode,
+                0);
             const QByteArray entry = outputOf("unzip"_q, {"-p"_q, "old"_q, "words"_q});
             QCOMPARE(password.isEmpty() ? entry : openBlock(entry, "geheim", 3),
                      TestFiles::contentOf("words"_q));

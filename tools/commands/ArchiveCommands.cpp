@@ -191,16 +191,17 @@ int packData(const QCommandLineParser& line)
     const PasswordSource source(line, PasswordNeed::Optional);
     if (isStandardOutput(archive))
         throw Failure(QStringLiteral("an archive cannot be written to the standard output"));
-    requireReplaceable(archive, files);
+    requireReplaceable(archive, files, existingOf(line));
     requirePackable(files);
     const QString password = source.read(PasswordUse::Writing);
 
     EntryWork work(QStringLiteral("Packing"), files.size());
-    const bool isMade = DataFileCreator().createArchivFromFiles(
+    const DataFileCreator creator;
+    const bool isMade = creator.createArchivFromFiles(
         files, archive, password, [&work, &files](int entry) { return work.beginEntry(files[entry]); });
     work.throwIfStopped(archive + QStringLiteral(" was not written"));
     if (!isMade)
-        throw Failure(QStringLiteral("%1 could not be written").arg(archive));
+        throw Failure(QStringLiteral("%1 could not be written: %2").arg(archive, creator.lastError()));
     return Done;
 }
 

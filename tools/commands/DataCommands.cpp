@@ -47,7 +47,7 @@ int run(const QCommandLineParser& line, const Conversion& conversion)
     const QString target = line.positionalArguments().value(1);
     const PasswordSource password(line, PasswordNeed::Required);
     password.requireApartFrom(path);
-    requireReplaceable(target, {path});
+    requireReplaceable(target, {path}, existingOf(line));
     const QByteArray content = contentOf(path);
     writeTarget(target, conversion.convert(path, content, password.read(conversion.use)));
     return Done;

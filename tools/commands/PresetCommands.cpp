@@ -98,6 +98,7 @@ int buildPresets(const QCommandLineParser& line)
 {
     const QString path = line.positionalArguments().value(0);
     const QString target = line.positionalArguments().value(1);
+    requireReplaceable(target, {path}, existingOf(line));
     const PresetFile file(path);
     for (const QString& remark : file.remarks())
         printNote(remark);
@@ -105,7 +106,6 @@ int buildPresets(const QCommandLineParser& line)
         return Failed;
     if (!file.isPlain())
         throw Failure(QStringLiteral("File %1 is protected already").arg(path));
-    requireReplaceable(target, {path});
     const QByteArray block = PresetManager::protectedContent(file.bytes());
     requireCompleteBlock(block, file.bytes());
     writeTarget(target, block);

@@ -9,6 +9,7 @@
 #include "globals/DataBlock.h"
 #include "globals/WholeFile.h"
 
+#include <QCommandLineParser>
 #include <QFile>
 #include <QFileInfo>
 
@@ -98,23 +99,29 @@ QByteArray contentOf(const QString& path, qint64 largest)
     return std::move(*content);
 }
 
-void requireReplaceable(const QString& target, const QStringList& sources)
+Existing existingOf(const QCommandLineParser& line)
+{
+    return line.isSet(QStringLiteral("force")) ? Existing::Replaced : Existing::Refused;
+}
+
+void requireReplaceable(const QString& target, const QStringList& sources, Existing existing)
 {
     if (isStandardOutput(target))
         return;
     const QFileInfo info(target);
     if (isSystemLink(info))
         throw Failure(QStringLiteral("%1 is a link of the system").arg(target));
-    if (!info.exists())
-        return;
-    if (!info.isFile())
+    if (info.exists() && !info.isFile())
         throw Failure(QStringLiteral("%1 is not a regular file").arg(target));
     const QString place = info.canonicalFilePath();
     const auto isTarget = [&place](const QString& path) {
         return QFileInfo(path).canonicalFilePath() == place;
     };
-    if (std::any_of(sources.begin(), sources.end(), isTarget))
+    if (info.exists() && std::any_of(sources.begin(), sources.end(), isTarget))
         throw Failure(QStringLiteral("%1 cannot be read and replaced at once").arg(target));
+    const bool isTaken = info.exists() || info.isSymLink(); // a link may lead nowhere
+    if (isTaken && existing == Existing::Refused)
+        throw Failure(QStringLiteral("%1 exists already; --force replaces it").arg(target));
 }
 
 void writeTarget(const QString& target, const QByteArray& content)

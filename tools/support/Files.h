@@ -5,6 +5,8 @@
 
 #include <limits>
 
+class QCommandLineParser;
+
 /// The files that users name on the command line. All functions throw Failure with the reason. The name "-"
 /// stands for the standard input where a file is read, and for the standard output where one is written.
 namespace globalsctl {
@@ -22,10 +24,19 @@ bool isStandardOutput(const QString& path);
 /// The whole content of a file, which must be one that requireReadable() accepts, or of the standard input.
 QByteArray contentOf(const QString& path, qint64 largest = LARGEST_CONTENT);
 
-/// Refuses a target that exists and is no regular file, or that is one of \p sources: with a wrong password,
-/// for example, the result is worth less than what it would replace. Refuses links of the system, such as
-/// /dev/fd/2, too.
-void requireReplaceable(const QString& target, const QStringList& sources);
+/// What becomes of a file that is in a target's place already.
+enum class Existing {
+    Refused,
+    Replaced,
+};
+
+/// As the option --force says.
+Existing existingOf(const QCommandLineParser& line);
+
+/// Refuses a target that exists, unless it is to be replaced, and one that is no regular file or one of \p
+/// sources: with a wrong password, for example, the result is worth less than what it would replace. Refuses
+/// links of the system, such as /dev/fd/2, too.
+void requireReplaceable(const QString& target, const QStringList& sources, Existing existing);
 
 /// Writes \p content to the file \p target; it is on disk when the function returns. A link is replaced, not
 /// followed. A failure or a signal to end leaves an older file as it was. A terminal gets text only.

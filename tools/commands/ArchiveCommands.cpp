@@ -1,4 +1,5 @@
 #include "commands/Command.h"
+#include "support/Archive.h"
 #include "support/EntryWork.h"
 #include "support/Extraction.h"
 #include "support/Failure.h"
@@ -16,115 +17,53 @@
 #include <QJsonObject>
 #include <QSet>
 
-#include <limits>
-
 namespace globalsctl {
 
 using namespace TEKLUVA;
 
 namespace {
 
-struct Entry
-{
-    std::string name;
-    quint64 size;
-};
-
 QString textOf(const std::string& name)
 {
     return QString::fromStdString(name);
 }
 
-/// An open archive, with the list of its entries up to where that is damaged.
-class Archive
+QString countOf(std::size_t entries)
 {
-public:
-    /// Throws Failure when \p path is no archive.
-    Archive(const QString& path, const QString& password)
-        : m_path(path)
-        , m_reader(path, password)
-    {
-        requireReadable(path, std::numeric_limits<qint64>::max());
-        if (!m_reader.isArchiv())
-            throw Failure(QStringLiteral("%1 is no archive with entries").arg(path));
-        m_isWhole = m_reader.visitArchivedFiles([this](const ArchivedFile& entry) {
-            m_entries.push_back({entry.name, entry.size});
-            return true;
-        });
-    }
+    return entries == 1 ? QStringLiteral("1 entry") : QStringLiteral("%1 entries").arg(entries);
+}
 
-    const DataFileReader& reader() const { return m_reader; }
-    const std::vector<Entry>& entries() const { return m_entries; }
-
-    /// Prints an error when the list is damaged; call it after the work on the entries. Returns the exit
-    /// code.
-    int reportDamage() const
-    {
-        if (m_isWhole)
-            return Done;
-        printError(QStringLiteral("the list of entries in %1 is damaged; it ends after %2")
-                       .arg(m_path, QString::number(m_entries.size())));
-        return Failed;
-    }
-
-private:
-    const QString m_path;
-    const DataFileReader m_reader;
-    std::vector<Entry> m_entries;
-    bool m_isWhole = false;
-};
-
-void printTable(const std::vector<Entry>& entries)
+void printTable(const std::vector<Archive::Entry>& entries)
 {
     QList<QStringList> rows = {{QStringLiteral("SIZE"), QStringLiteral("NAME")}};
-    for (const Entry& entry : entries)
+    for (const Archive::Entry& entry : entries)
         rows << QStringList{QString::number(entry.size), printable(textOf(entry.name))};
     printResult(aligned(rows));
 }
 
-void printJson(const std::vector<Entry>& entries)
+void printJson(const std::vector<Archive::Entry>& entries)
 {
     QJsonArray array;
-    for (const Entry& entry : entries) {
+    for (const Archive::Entry& entry : entries) {
         array << QJsonObject{{QStringLiteral("name"), textOf(entry.name)},
                              {QStringLiteral("size"), static_cast<qint64>(entry.size)}};
     }
     printResult(array);
 }
 
-/// The entries of an archive that the user wants: all when none are named.
-class Selection
+/// Throws Failure when entries speak against the password and none for it: nothing is worth writing then.
+void requireRightPassword(const Archive& archive, const Selection& selection, const QString& password)
 {
-public:
-    /// Prints an error for each of \p names that the archive does not have.
-    Selection(const Archive& archive, const QStringList& names)
-    {
-        for (const QString& name : names)
-            m_names << QFile::encodeName(name);
-        QSet<QByteArray> absent = m_names;
-        for (const Entry& entry : archive.entries()) {
-            m_count += has(entry.name) ? 1 : 0;
-            absent.remove(QByteArray::fromStdString(entry.name));
-        }
-        for (const QByteArray& name : absent)
-            printError(QStringLiteral("%1 is not in %2")
-                           .arg(QFile::decodeName(name), archive.reader().getFilename()));
-        m_isComplete = absent.isEmpty();
-    }
-
-    bool has(const std::string& name) const
-    {
-        return m_names.isEmpty() || m_names.contains(QByteArray::fromStdString(name));
-    }
-    int count() const { return m_count; }
-    /// Whether the archive has all names.
-    bool isComplete() const { return m_isComplete; }
-
-private:
-    QSet<QByteArray> m_names;
-    int m_count = 0;
-    bool m_isComplete = false;
-};
+    constexpr int ENOUGH = 16;
+    EntryOpener opener(password);
+    const bool isListed = archive.reader().visitArchivedFiles([&](const ArchivedFile& entry) {
+        if (selection.has(entry.name))
+            opener.open(entry);
+        return opener.rightCount() == 0 && opener.wrongCount() < ENOUGH;
+    });
+    if (isListed && opener.rightCount() == 0 && opener.wrongCount() > 0)
+        throw Failure(archive.path() + QStringLiteral(": wrong password or damaged"));
+}
 
 /// False when an entry was left out; the others are written.
 bool extract(const Archive& archive, const Selection& selection, Extraction& extraction)
@@ -143,8 +82,30 @@ bool extract(const Archive& archive, const Selection& selection, Extraction& ext
         isComplete = isComplete && fault.isEmpty();
         return true;
     });
+    extraction.opener().noteIfUnproven();
     work.throwIfStopped(QStringLiteral("%1 of %2 entries done").arg(work.count()).arg(selection.count()));
     return isComplete && isListed;
+}
+
+/// The number of entries that cannot be read; prints an error for each.
+int test(const Archive& archive, const QString& password)
+{
+    EntryWork work(QStringLiteral("Testing"), static_cast<int>(archive.entries().size()));
+    EntryOpener opener(password);
+    int bad = 0;
+    static_cast<void>(archive.reader().visitArchivedFiles([&](const ArchivedFile& entry) {
+        if (!work.beginEntry(textOf(entry.name)))
+            return false;
+        if (opener.open(entry))
+            return true;
+        work.printError(QStringLiteral("entry \"%1\" %2").arg(textOf(entry.name), opener.fault()));
+        ++bad;
+        return true;
+    }));
+    work.throwIfStopped(
+        QStringLiteral("%1 of %2 entries tested").arg(work.count()).arg(archive.entries().size()));
+    opener.noteIfUnproven();
+    return bad;
 }
 
 /// Throws Failure for files that cannot be entries of one archive: entries are named without their folders,
@@ -165,7 +126,7 @@ void requirePackable(const QStringList& files)
 
 int listData(const QCommandLineParser& line)
 {
-    const Archive archive(line.positionalArguments().first(), QString());
+    const Archive archive(line.positionalArguments().first());
     if (line.isSet(QStringLiteral("json")))
         printJson(archive.entries());
     else
@@ -175,13 +136,29 @@ int listData(const QCommandLineParser& line)
 
 int extractData(const QCommandLineParser& line)
 {
-    const PasswordSource password(line, PasswordNeed::Optional);
-    const Archive archive(line.positionalArguments().first(), password.read(PasswordUse::Reading));
+    const PasswordSource source(line, PasswordNeed::Optional);
+    const Archive archive(line.positionalArguments().first());
+    const QString password = source.read(PasswordUse::Reading);
     const Selection selection(archive, line.positionalArguments().mid(1));
-    Extraction extraction(line.value(QStringLiteral("to")), line.isSet(QStringLiteral("force")));
+    if (!password.isEmpty())
+        requireRightPassword(archive, selection, password);
+    Extraction extraction(line.value(QStringLiteral("to")), existingOf(line), password);
     const bool isComplete = extract(archive, selection, extraction);
     const int exitCode = archive.reportDamage();
     return isComplete && selection.isComplete() ? exitCode : Failed;
+}
+
+int testData(const QCommandLineParser& line)
+{
+    const PasswordSource source(line, PasswordNeed::Optional);
+    const Archive archive(line.positionalArguments().first());
+    const int bad = test(archive, source.read(PasswordUse::Reading));
+    const int exitCode = archive.reportDamage();
+    const std::size_t count = archive.entries().size();
+    printResult(bad == 0
+                    ? QStringLiteral("%1: %2, all good").arg(archive.path(), countOf(count))
+                    : QStringLiteral("%1: %2 of %3 bad").arg(archive.path()).arg(bad).arg(countOf(count)));
+    return bad == 0 ? exitCode : Failed;
 }
 
 int packData(const QCommandLineParser& line)

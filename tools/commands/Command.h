@@ -52,6 +52,7 @@ int decryptData(const QCommandLineParser& line);
 /// \name ArchiveCommands.cpp
 /// @{
 int listData(const QCommandLineParser& line);
+int testData(const QCommandLineParser& line);
 int extractData(const QCommandLineParser& line);
 int packData(const QCommandLineParser& line);
 /// @}

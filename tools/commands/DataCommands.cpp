@@ -2,6 +2,7 @@
 #include "support/Block.h"
 #include "support/Failure.h"
 #include "support/Files.h"
+#include "support/Output.h"
 #include "support/Password.h"
 
 #include "globals/DataBlock.h"
@@ -38,6 +39,12 @@ QByteArray decrypted(const QString& path, const QByteArray& content, const QStri
         throw Failure(QStringLiteral("%1 is an archive; use \"data extract\"").arg(path));
     if (DataBlock::faultOf(content))
         throw Failure(QStringLiteral("File %1 is damaged: it is no protected block").arg(path));
+    const PasswordProof proof = proofOf(content, password);
+    if (proof == PasswordProof::Wrong)
+        throw Failure(QStringLiteral("%1: wrong password or damaged").arg(path));
+    if (proof == PasswordProof::None)
+        printNote(
+            QStringLiteral("note: nothing proves the password: %1 has no padding").arg(printable(path)));
     return reader.decryptData(content);
 }
 

@@ -65,8 +65,9 @@ QString write(const fs::path& place, const QByteArray& content)
 
 } // namespace
 
-Extraction::Extraction(const QString& folder, bool replaces)
-    : m_replaces(replaces)
+Extraction::Extraction(const QString& folder, Existing existing, const QString& password)
+    : m_existing(existing)
+    , m_opener(password)
 {
     const fs::path given = QFile::encodeName(folder).toStdString();
     std::error_code error;
@@ -88,9 +89,8 @@ QString Extraction::extract(const TEKLUVA::ArchivedFile& entry)
         return {};
     if (QString obstacle = obstacleAt(place); !obstacle.isEmpty())
         return obstacle;
-    const auto content = entry.content();
-    return content ? write(place, *content)
-                   : QStringLiteral("could not be read: it is damaged, or the password is wrong");
+    const auto content = m_opener.open(entry);
+    return content ? write(place, *content) : m_opener.fault();
 }
 
 QString Extraction::faultOfFolder(const fs::path& folder)
@@ -114,7 +114,8 @@ QString Extraction::obstacleAt(const fs::path& place) const
     if (type == fs::file_type::directory)
         return QStringLiteral("would replace a folder");
     if (type == fs::file_type::regular || type == fs::file_type::symlink)
-        return m_replaces ? QString() : QStringLiteral("exists already; --force replaces it");
+        return m_existing == Existing::Replaced ? QString()
+                                                : QStringLiteral("exists already; --force replaces it");
     return type == fs::file_type::not_found ? QString() : QStringLiteral("would replace what is no file");
 }
 

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "support/EntryOpener.h"
+#include "support/Files.h"
+
 #include <QString>
 
 #include <filesystem>
@@ -15,12 +18,15 @@ class Extraction
 {
 public:
     /// Makes \p folder if it is missing; throws Failure when it cannot be made. Files that exist are kept
-    /// unless \p replaces is true.
-    Extraction(const QString& folder, bool replaces);
+    /// unless they are to be replaced. An empty \p password means that the entries are taken as they are.
+    Extraction(const QString& folder, Existing existing, const QString& password);
 
     /// Writes the entry and the folders in its name. Returns why that failed, to be put after the entry's
     /// name; empty when it is written.
     QString extract(const TEKLUVA::ArchivedFile& entry);
+
+    /// What the entries have told of the password.
+    const EntryOpener& opener() const { return m_opener; }
 
 private:
     /// Makes \p folder if it is missing. Returns why no entry may be written into it; empty for a good one.
@@ -29,7 +35,8 @@ private:
     QString obstacleAt(const std::filesystem::path& place) const;
 
     std::filesystem::path m_folder; ///< canonical
-    bool m_replaces;
+    Existing m_existing;
+    EntryOpener m_opener;
     std::string m_lastFolder; ///< the last one that faultOfFolder() found good
 };
 

@@ -48,6 +48,8 @@ private Q_SLOTS:
             {"file"_q, "before"},
             {"read-only"_q, "before"},
             {"dir/first.txt"_q, "before"},
+            {"presets"_q, "room_height=260"},
+            {"room"_q, "room_height=900\nmax_room_height=600"},
             {"words"_q, "ab\r\nsecond line\n"},
             {"long"_q, QByteArray(5000, 'x')},
             {"latin"_q, "\xfc"},

@@ -5,6 +5,7 @@ namespace globalsctl {
 namespace {
 
 constexpr Option JSON = {"json", "Answer in JSON, for programs"};
+constexpr Option STRICT = {"strict", "End with 1 for notes, too"};
 constexpr Option CHANGED = {"changed", "Only presets whose value in force differs from the built-in one"};
 constexpr Option ORGANIZATION = {"organization", "Whose folders to look at", "NAME", "tekluva"};
 constexpr Option APPLICATION = {"application", "The application that the folders belong to", "NAME",
@@ -28,7 +29,11 @@ const std::vector<Command> COMMANDS = {
      "Show all presets as they are once FILE has been read",
      {CHANGED, JSON},
      &showPresets},
-    {"presets check", "FILE", "Check the lines of a preset file, protected or plain", {}, &checkPresets},
+    {"presets check",
+     "FILE...",
+     "Check the lines of preset files, protected or plain",
+     {STRICT, JSON},
+     &checkPresets},
     {"presets build",
      "TEXT TARGET",
      "Check a plain preset file and write it as a protected one",

@@ -4,7 +4,9 @@
 #include "support/Failure.h"
 #include "support/Files.h"
 #include "support/Output.h"
+#include "support/PresetBounds.h"
 #include "support/PresetTypes.h"
+#include "support/Suggestion.h"
 
 #include "globals/DataBlock.h"
 #include "globals/Exception.h"
@@ -65,6 +67,18 @@ QString decryptedText(const QString& path, const QByteArray& bytes)
     return text;
 }
 
+/// In the words of the library, and what was probably meant.
+QString faultOfKey(const QString& key, const QList<PresetDescription>& presets)
+{
+    const QString fault = QStringLiteral("The preset key %1 is invalid").arg(key);
+    if (key != key.trimmed())
+        return fault + QStringLiteral(" (no blanks beside the \"=\")");
+    QStringList keys;
+    for (const PresetDescription& preset : presets)
+        keys << preset.key;
+    return fault + suggestion(key, keys);
+}
+
 } // namespace
 
 PresetFile::PresetFile(const QString& path)
@@ -72,11 +86,12 @@ PresetFile::PresetFile(const QString& path)
     , m_bytes(contentOf(path, LARGEST_FILE))
     , m_isPlain(isText(m_bytes))
 {
-    const QString text =
+    m_text =
         m_isPlain ? QString::fromUtf8(m_bytes.constData(), m_bytes.size()) : decryptedText(path, m_bytes);
     installBuiltIn();
-    readLines(text);
+    readLines();
     noteWithoutEffect();
+    noteOutOfBounds();
 }
 
 QStringList PresetFile::remarks() const
@@ -89,20 +104,37 @@ QStringList PresetFile::remarks() const
     return lines;
 }
 
-void PresetFile::installBuiltIn()
+void PresetFile::readAsApplication() const
 {
+    fill();
+    try {
+        PresetManager::getInstance()->readText(m_text);
+    } catch (const Exception&) {
+        return; // is among the remarks, and what was read before stays in force
+    }
+}
+
+void PresetFile::fill()
+{
+    // A new one: minimums and maximums of a file before would stay in the old one.
+    delete PresetManager::getInstance();
     PresetManager& presets = *PresetManager::getInstance();
     presets.fillNameMap();
     presets.setInitialPresets();
+}
+
+void PresetFile::installBuiltIn()
+{
+    fill();
     for (const PresetDescription& description : PresetManager::describePresets()) {
         m_descriptions.insert(description.value, description);
         m_builtIn.insert(description.value, PresetManager::getPreset(description.value));
     }
 }
 
-void PresetFile::readLines(const QString& text)
+void PresetFile::readLines()
 {
-    const QStringList lines = text.split(QLatin1Char('\n'));
+    const QStringList lines = m_text.split(QLatin1Char('\n'));
     for (int line = 1; line <= lines.size(); ++line) {
         // Caught here and not in main(): the lines after a faulty one are to be read, too.
         try {
@@ -118,7 +150,7 @@ void PresetFile::readEntry(const PresetLine& entry, int line)
 {
     const E_PresetValue preset = PresetManager::getInstance()->getKey(entry.key);
     if (!m_descriptions.contains(preset)) {
-        PresetManager::getInstance()->setPreset(entry.key, entry.value); // throws
+        addFault(line, faultOfKey(entry.key, m_descriptions.values()));
         return;
     }
     noteIfGivenBefore(preset, entry, line);
@@ -165,6 +197,16 @@ void PresetFile::noteWithoutEffect()
     }
 }
 
+void PresetFile::noteOutOfBounds()
+{
+    const PresetManager& presets = *PresetManager::getInstance();
+    for (const OutOfBounds& found : valuesOutOfBounds()) {
+        // Where the value was given, or else the bound that passed it.
+        const int line = m_lines.value(found.preset.value, m_lines.value(presets.getKey(found.bound.key)));
+        addNote(line, found.words() + QStringLiteral(", once the file is read"));
+    }
+}
+
 void PresetFile::addFault(int line, const QString& message)
 {
     m_hasFaults = true;
@@ -173,6 +215,7 @@ void PresetFile::addFault(int line, const QString& message)
 
 void PresetFile::addNote(int line, const QString& message)
 {
+    ++m_noteCount;
     m_remarks[line] << QStringLiteral("note: ") + message;
 }
 

@@ -17,9 +17,12 @@ public:
     explicit PresetFile(const QString& path);
 
     bool hasFaults() const { return m_hasFaults; }
+    int noteCount() const { return m_noteCount; }
     /// The faults of the lines, in their order, as "FILE:LINE: error: MESSAGE", and as "note" what is allowed
     /// but may surprise.
     QStringList remarks() const;
+    /// Leaves the PresetManager as the application has it after this file: it ends at the first fault.
+    void readAsApplication() const;
     /// Whether the file is plain text.
     bool isPlain() const { return m_isPlain; }
     /// What the file contains, protected or plain.
@@ -37,19 +40,23 @@ private:
         QString value;
     };
 
+    static void fill();
     void installBuiltIn();
-    void readLines(const QString& text);
+    void readLines();
     void readEntry(const TEKLUVA::PresetLine& entry, int line);
     void write(TEKLUVA::E_PresetValue preset, const TEKLUVA::PresetLine& entry, int line);
     void noteIfGivenBefore(TEKLUVA::E_PresetValue preset, const TEKLUVA::PresetLine& entry, int line);
     void noteWithoutEffect();
+    void noteOutOfBounds();
     void addFault(int line, const QString& message);
     void addNote(int line, const QString& message);
 
     const QString m_path;
     const QByteArray m_bytes;
     const bool m_isPlain;
+    QString m_text;
     bool m_hasFaults = false;
+    int m_noteCount = 0;
     QMap<int, QStringList> m_remarks; ///< by line
     QMap<TEKLUVA::E_PresetValue, TEKLUVA::PresetDescription> m_descriptions;
     QMap<TEKLUVA::E_PresetValue, QVariant> m_builtIn;

@@ -171,6 +171,8 @@ private Q_SLOTS:
         // Beside it, an application whose settings are no file, and one whose folder cannot be made.
         QVERIFY(QDir(folder).removeRecursively());
         QVERIFY(QDir().mkpath(folder + "/directory/settings.ini"_q));
+        QVERIFY(QDir().mkpath(folder + "/pipe"_q));
+        QVERIFY(TestFiles::makePipe(QFile::encodeName(folder + "/pipe/settings.ini"_q)));
         QVERIFY(TestFiles::write(folder + "/blocked"_q, {}));
         if (const QString content = linesOf("content", "@"_q); !content.isEmpty())
             QVERIFY(TestFiles::write(file, content.toLatin1()));

@@ -50,6 +50,7 @@ private Q_SLOTS:
             {"dir/first.txt"_q, "before"},
             {"presets"_q, "room_height=260"},
             {"room"_q, "room_height=900\nmax_room_height=600"},
+            {"mailed"_q, "[Application]\nlast_runtime_state=closing"},
             {"words"_q, "ab\r\nsecond line\n"},
             {"long"_q, QByteArray(5000, 'x')},
             {"latin"_q, "\xfc"},

@@ -31,15 +31,22 @@ int runGuarded(const QStringList& arguments)
     return globalsctl::Failed;
 }
 
+/// What Qt has to say is for developers; the tool names the reasons of failures itself.
+void dropMessage(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& /*message*/)
+{
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
+    qInstallMessageHandler(&dropMessage);
     globalsctl::reserveStandardStreams();
     const QCoreApplication application(argc, argv);
     const int exitCode = runGuarded(QCoreApplication::arguments().mid(1));
     if (globalsctl::flushResults())
         return exitCode;
-    globalsctl::printError(QStringLiteral("the answer could not be written"));
+    globalsctl::printError(
+        QStringLiteral("the answer could not be written: %1").arg(globalsctl::reasonOfResults()));
     return globalsctl::Failed;
 }

@@ -80,8 +80,10 @@ bool extract(const Archive& archive, const Selection& selection, Extraction& ext
         if (!fault.isEmpty())
             work.printError(QStringLiteral("entry \"%1\" %2").arg(name, fault));
         isComplete = isComplete && fault.isEmpty();
-        return true;
+        return !extraction.isDiskFull();
     });
+    if (extraction.isDiskFull())
+        printError(QStringLiteral("%1 of %2 written").arg(work.count() - 1).arg(selection.count()));
     extraction.opener().noteIfUnproven();
     work.throwIfStopped(QStringLiteral("%1 of %2 entries done").arg(work.count()).arg(selection.count()));
     return isComplete && isListed;

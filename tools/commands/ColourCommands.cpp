@@ -94,7 +94,7 @@ void printText(const Components& rgb, const Components& shown)
                          {QStringLiteral("hex"), hexOf(shown)},
                          {QStringLiteral("HSV"), listOf(hsvOf(shown), 1)}}));
     if (mayPrintColours())
-        printResult(swatchOf(shown));
+        printBytes(swatchOf(shown).toLatin1() + '\n');
 }
 
 } // namespace

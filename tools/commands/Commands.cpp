@@ -10,6 +10,9 @@ constexpr Option CHANGED = {"changed", "Only presets whose value in force differ
 constexpr Option ORGANIZATION = {"organization", "Whose folders to look at", "NAME", "tekluva"};
 constexpr Option APPLICATION = {"application", "The application that the folders belong to", "NAME",
                                 "tekluva 3D-Planner"};
+constexpr Option SETTINGS_FILE = {"file", "This settings file instead of the application's", "FILE"};
+constexpr Option REWRITE = {"force",
+                            "Write a file with damaged lines without them; \".damaged\" keeps the old one"};
 constexpr Option FROM = {"from", "The unit of VALUE by its abbreviation, such as mm or ft", "UNIT", "cm"};
 constexpr Option TO = {"to", "The unit to convert to", "UNIT", "cm"};
 constexpr Option DIMENSION = {"dimension",
@@ -77,23 +80,27 @@ const std::vector<Command> COMMANDS = {
     {"state",
      "",
      "Show how the last run ended and when the application was last alive",
-     {ORGANIZATION, APPLICATION, JSON},
+     {SETTINGS_FILE, ORGANIZATION, APPLICATION, JSON},
      &showState},
     {"settings list",
      "[GROUP]",
-     "Show the settings of all groups, or of one",
-     {ORGANIZATION, APPLICATION, JSON},
+     "Show the settings of all groups, or of one, with their sub-groups",
+     {SETTINGS_FILE, ORGANIZATION, APPLICATION, JSON},
      &listSettings},
-    {"settings get", "GROUP KEY", "Show the value of a setting", {ORGANIZATION, APPLICATION}, &getSetting},
+    {"settings get",
+     "GROUP KEY",
+     "Show the value of a setting",
+     {SETTINGS_FILE, ORGANIZATION, APPLICATION},
+     &getSetting},
     {"settings set",
      "GROUP KEY VALUE",
      "Set a setting to the text VALUE; one like -5 needs -- before it, and options before that",
-     {ORGANIZATION, APPLICATION},
+     {REWRITE, SETTINGS_FILE, ORGANIZATION, APPLICATION},
      &setSetting},
     {"settings remove",
      "GROUP [KEY]",
      "Remove a setting, or a group with all that is below it",
-     {ORGANIZATION, APPLICATION},
+     {REWRITE, SETTINGS_FILE, ORGANIZATION, APPLICATION},
      &removeSetting},
     {"colour",
      "KELVIN",

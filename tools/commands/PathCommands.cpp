@@ -45,7 +45,7 @@ QJsonObject objectOf(const TEKLUVA::PathDescription& path)
 
 int showPaths(const QCommandLineParser& line)
 {
-    useFoldersOf(line);
+    static_cast<void>(settingsFileOf(line)); // throws for one that cannot be read
     QJsonArray objects;
     QList<QStringList> rows = {{QStringLiteral("TYPE"), QStringLiteral("ROLE"), QStringLiteral("PATH"),
                                 QStringLiteral("EXISTS"), QStringLiteral("WHY")}};

@@ -2,6 +2,7 @@
 #include "commands/Command.h"
 #include "support/ApplicationFolders.h"
 #include "support/ExitCode.h"
+#include "support/Failure.h"
 #include "support/Output.h"
 
 #include "globals/Settings.h"
@@ -11,6 +12,7 @@
 #include <QDebug>
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QSet>
 
 namespace globalsctl {
 
@@ -29,6 +31,7 @@ struct Request
         , value(line.positionalArguments().value(2))
         // Not isSet(), which prints a warning for a command without that option.
         , inJson(line.optionNames().contains(QStringLiteral("json")))
+        , isForced(line.optionNames().contains(QStringLiteral("force")))
     {
     }
 
@@ -38,6 +41,7 @@ struct Request
     QString key;
     QString value;
     bool inJson;
+    bool isForced;
 };
 
 /// The settings skip separators, so "/" is as empty as "".
@@ -119,19 +123,54 @@ QJsonObject objectOf(const QVariantMap& values)
 
 void printLines(const QString& group, const QVariantMap& values)
 {
+    const QString prefix = group.isEmpty() ? QString() : group + QLatin1Char('/');
     for (auto value = values.begin(); value != values.end(); ++value) {
         // A line break in a value must not look like the next setting.
         const QString text = textOf(*value).replace(QLatin1Char('\n'), QStringLiteral("\\n"));
-        printResult(QStringLiteral("%1/%2=%3").arg(group, value.key(), text));
+        printResult(printable(prefix + value.key() + QLatin1Char('=') + text));
     }
+}
+
+/// All groups and sub-groups that hold keys, of those below the requested group; the empty one is for keys
+/// without a group.
+QStringList groupsOf(const Request& request)
+{
+    const QString prefix = request.group.isEmpty() ? QString() : request.group + QLatin1Char('/');
+    const QStringList keys = QSettings(request.file, QSettings::IniFormat).allKeys();
+    QSet<QString> groups;
+    for (const QString& key : keys) {
+        if (key.startsWith(prefix))
+            groups << key.left(qMax(0, key.lastIndexOf(QLatin1Char('/'))));
+    }
+    QStringList sorted = groups.values();
+    sorted.sort();
+    return sorted;
+}
+
+/// Prints an error for each damaged line of the file. False when there is one.
+bool tellDamage(const Request& request)
+{
+    const QList<int> lines = request.settings.damagedLines();
+    for (const int line : lines)
+        printError(QStringLiteral("%1:%2: damaged").arg(request.file).arg(line));
+    return lines.isEmpty();
+}
+
+/// Throws Failure for a file that a change would rewrite without its damaged lines.
+void requireWhole(const Request& request)
+{
+    if (!tellDamage(request) && !request.isForced)
+        throw Failure(
+            QStringLiteral("%1 stays as it is. --force rewrites it without its damaged lines and keeps "
+                           "the old one as \"%1.damaged\"")
+                .arg(request.file));
 }
 
 int list(Request& request)
 {
-    if (!request.group.isEmpty() && !hasGroup(request))
+    const QStringList groups = groupsOf(request);
+    if (!request.group.isEmpty() && groups.isEmpty())
         return failAsGroupAbsent(request);
-    const QStringList groups =
-        request.group.isEmpty() ? request.settings.getAllGroups() : QStringList(request.group);
     QJsonObject object;
     for (const QString& group : groups) {
         const QVariantMap values = request.settings.getSettings(group);
@@ -142,7 +181,7 @@ int list(Request& request)
     }
     if (request.inJson)
         printResult(object);
-    return Done;
+    return tellDamage(request) ? Done : Failed;
 }
 
 int get(Request& request)
@@ -152,17 +191,20 @@ int get(Request& request)
     if (!request.settings.hasSetting(request.group, request.key))
         return failAsKeyAbsent(request);
     printResult(textOf(value));
+    tellDamage(request);
     return Done;
 }
 
 int set(Request& request)
 {
+    requireWhole(request);
     request.settings.setSetting(request.group, request.key, request.value);
     return exitCodeOfWrite(request);
 }
 
 int remove(Request& request)
 {
+    requireWhole(request);
     if (request.key.isEmpty()) {
         if (!hasGroup(request))
             return failAsGroupAbsent(request);

@@ -1,6 +1,7 @@
 #include "support/ApplicationFolders.h"
 
 #include "support/Failure.h"
+#include "support/Files.h"
 
 #include "globals/PathRegistry.h"
 #include "globals/SettingsKeys.h"
@@ -8,6 +9,7 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 
 namespace globalsctl {
 
@@ -22,8 +24,16 @@ void useFoldersOf(const QCommandLineParser& line)
 QString settingsFileOf(const QCommandLineParser& line)
 {
     useFoldersOf(line);
+    if (line.isSet(QStringLiteral("file"))) {
+        requireReadable(line.value(QStringLiteral("file")));
+        return line.value(QStringLiteral("file"));
+    }
     // The configuration manager would create the folder.
     QFile file(describePaths()[E_PT_SETTINGS - 1].path + SettingsKeys::FILE_NAME);
+    const QFileInfo info(file);
+    // Whoever opens a pipe waits for its writer.
+    if (info.exists() && !info.isFile() && !info.isDir())
+        throw Failure(QStringLiteral("%1 is not a regular file").arg(file.fileName()));
     if (file.exists() && !file.open(QIODevice::ReadOnly)) {
         throw Failure(QStringLiteral("File %1 cannot be read: %2").arg(file.fileName(), file.errorString()));
     }

@@ -10,8 +10,9 @@ namespace globalsctl {
 /// Makes the library use these folders: both names are part of their paths.
 void useFoldersOf(const QCommandLineParser& line);
 
-/// The path of that application's settings file, which need not exist; creates nothing. Throws Failure for a
-/// file that exists and cannot be read: the library would take it for one without settings.
+/// The path of the settings file that --file names, which must exist, or else of that application's, which
+/// need not; creates nothing. Throws Failure for what is no regular file, and for a file that exists and
+/// cannot be read: the library would take it for one without settings.
 QString settingsFileOf(const QCommandLineParser& line);
 
 } // namespace globalsctl

@@ -9,6 +9,8 @@
 #include <QFile>
 
 #include <algorithm>
+#include <cerrno>
+#include <system_error>
 
 namespace globalsctl {
 
@@ -52,15 +54,13 @@ QString faultOf(const std::string& name)
     return hasParentStep(name) ? QStringLiteral("has a name with \"..\"") : QString();
 }
 
-QString write(const fs::path& place, const QByteArray& content)
+/// Whether \p reason is the system's word for a disk, or a share of it, without room.
+bool isWantOfRoom(const QString& reason)
 {
-    using TEKLUVA::AtomicFile;
-    AtomicFile file(place, AtomicFile::Link::Replaced);
-    // Thousands of files cannot wait for the disk each.
-    const bool isPlaced = file.write(content) && file.commit(AtomicFile::Durability::Later);
-    if (isPlaced)
-        return {};
-    return QStringLiteral("could not be written: %1").arg(file.error());
+    constexpr int CODES[] = {ENOSPC, EDQUOT, EFBIG};
+    return std::any_of(std::begin(CODES), std::end(CODES), [&reason](int code) {
+        return reason == QString::fromStdString(std::generic_category().message(code));
+    });
 }
 
 } // namespace
@@ -91,6 +91,18 @@ QString Extraction::extract(const TEKLUVA::ArchivedFile& entry)
         return obstacle;
     const auto content = m_opener.open(entry);
     return content ? write(place, *content) : m_opener.fault();
+}
+
+QString Extraction::write(const fs::path& place, const QByteArray& content)
+{
+    using TEKLUVA::AtomicFile;
+    AtomicFile file(place, AtomicFile::Link::Replaced);
+    // Thousands of files cannot wait for the disk each.
+    const bool isPlaced = file.write(content) && file.commit(AtomicFile::Durability::Later);
+    if (isPlaced)
+        return {};
+    m_isDiskFull = isWantOfRoom(file.error());
+    return QStringLiteral("could not be written: %1").arg(file.error());
 }
 
 QString Extraction::faultOfFolder(const fs::path& folder)

@@ -25,6 +25,9 @@ public:
     /// name; empty when it is written.
     QString extract(const TEKLUVA::ArchivedFile& entry);
 
+    /// Whether a failure was one of the disk, which the other entries would meet, too.
+    bool isDiskFull() const { return m_isDiskFull; }
+
     /// What the entries have told of the password.
     const EntryOpener& opener() const { return m_opener; }
 
@@ -35,7 +38,10 @@ private:
     QString obstacleAt(const std::filesystem::path& place) const;
 
     std::filesystem::path m_folder; ///< canonical
+    QString write(const std::filesystem::path& place, const QByteArray& content);
+
     Existing m_existing;
+    bool m_isDiskFull = false;
     EntryOpener m_opener;
     std::string m_lastFolder; ///< the last one that faultOfFolder() found good
 };

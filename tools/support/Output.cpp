@@ -1,21 +1,29 @@
 #include "support/Output.h"
 
+#include "support/Console.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QVector>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 
 namespace globalsctl {
 
 namespace {
 
+/// Of the last write that failed.
+int writeError = 0;
+
 void write(std::FILE* stream, const QByteArray& bytes)
 {
     // A failure stays with the stream until flushResults() asks.
-    static_cast<void>(std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream));
+    const auto size = static_cast<std::size_t>(bytes.size());
+    if (std::fwrite(bytes.constData(), 1, size, stream) < size)
+        writeError = errno;
 }
 
 bool isControl(QChar c)
@@ -28,6 +36,11 @@ bool isUpperControl(QChar c)
     return isControl(c) && c >= QLatin1Char('\x7f');
 }
 
+bool isControlInLine(QChar c)
+{
+    return isControl(c) && c != QLatin1Char('\n') && c != QLatin1Char('\t');
+}
+
 /// \p text with an \p escape in place of each character for which \p isBad holds. "%1" in the escape becomes
 /// the character's code, with \p digits hexadecimal digits.
 QString withEscapes(const QString& text, bool (*isBad)(QChar), const QString& escape, int digits)
@@ -36,6 +49,11 @@ QString withEscapes(const QString& text, bool (*isBad)(QChar), const QString& es
     for (const QChar c : text)
         shown += isBad(c) ? escape.arg(c.unicode(), digits, 16, QLatin1Char('0')) : QString(c);
     return shown;
+}
+
+QString printableLines(const QString& text)
+{
+    return withEscapes(text, &isControlInLine, QStringLiteral("\\x%1"), 2);
 }
 
 QString textOf(const QJsonDocument& document)
@@ -60,7 +78,7 @@ QVector<int> columnWidths(const QList<QStringList>& rows)
 
 void printResult(const QString& text)
 {
-    write(stdout, text.toUtf8() + '\n');
+    write(stdout, (isTerminal(StandardStream::Output) ? printableLines(text) : text).toUtf8() + '\n');
 }
 
 void printResult(const QJsonArray& array)
@@ -80,12 +98,19 @@ void printBytes(const QByteArray& bytes)
 
 bool flushResults()
 {
-    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    if (std::fflush(stdout) != 0)
+        writeError = errno;
+    return std::ferror(stdout) == 0;
+}
+
+QString reasonOfResults()
+{
+    return qt_error_string(writeError);
 }
 
 void printNote(const QString& text)
 {
-    write(stderr, text.toUtf8() + '\n');
+    write(stderr, printableLines(text).toUtf8() + '\n');
 }
 
 void printError(const QString& message)

@@ -11,7 +11,8 @@ class QJsonObject;
 /// the standard error output.
 namespace globalsctl {
 
-/// Prints \p text and a line end. Call flushResults() to learn whether that worked.
+/// Prints \p text and a line end; on a terminal with control characters as escapes. Call flushResults() to
+/// learn whether that worked.
 void printResult(const QString& text);
 void printResult(const QJsonArray& array);
 void printResult(const QJsonObject& object);
@@ -20,6 +21,8 @@ void printBytes(const QByteArray& bytes);
 
 /// False when a result could not be written.
 [[nodiscard]] bool flushResults();
+/// Why not, in the words of the system.
+QString reasonOfResults();
 
 /// Prints \p text, as it is, and a line end.
 void printNote(const QString& text);

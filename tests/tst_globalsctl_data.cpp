@@ -67,6 +67,8 @@ private Q_SLOTS:
         for (auto file = files.begin(); file != files.end(); ++file)
             QVERIFY(TestFiles::write(file.key(), *file));
         QVERIFY(QFile::setPermissions("read-only"_q, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+        for (const QString& password : {"words"_q, "long"_q, "latin"_q})
+            QVERIFY(QFile::setPermissions(password, QFile::ReadOwner | QFile::WriteOwner));
         QVERIFY(QFile::link(".."_q, "links"_q));
         QVERIFY(QFile::link("../outside"_q, "flink.txt"_q));
         QVERIFY(TestFiles::makePipe("fifo.pipe"));
@@ -136,7 +138,11 @@ private Q_SLOTS:
                 screen += QString::fromUtf8(script.readAll());
             }
             seen = screen.indexOf(promptAndTyped[0], seen) + promptAndTyped[0].size();
-            script.write(promptAndTyped[1].replace("^C"_q, "\3"_q).replace("\\n"_q, "\n"_q).toUtf8());
+            script.write(promptAndTyped[1]
+                             .replace("^C"_q, "\3"_q)
+                             .replace("^D"_q, "\4"_q)
+                             .replace("\\n"_q, "\n"_q)
+                             .toUtf8());
         }
         QVERIFY(script.waitForFinished());
         screen += QString::fromUtf8(script.readAll());

@@ -3,6 +3,7 @@
 #include "commands/Command.h"
 #include "support/ExitCode.h"
 #include "support/Output.h"
+#include "support/Suggestion.h"
 
 #include <QCommandLineParser>
 #include <QStringList>
@@ -81,8 +82,11 @@ QString helpOn(const std::vector<Command>& several)
 bool parse(QCommandLineParser& line, const std::vector<Option>& options, const QStringList& arguments)
 {
     for (const Option& option : options) {
-        line.addOption({QString::fromLatin1(option.name), QString::fromUtf8(option.summary),
-                        QString::fromUtf8(option.value), QString::fromUtf8(option.initial)});
+        QStringList names = {QString::fromLatin1(option.name)};
+        if (names.first() == QLatin1String("help"))
+            names << QStringLiteral("h");
+        line.addOption({names, QString::fromUtf8(option.summary), QString::fromUtf8(option.value),
+                        QString::fromUtf8(option.initial)});
     }
     return line.parse(QStringList(QStringLiteral("globalsctl")) + arguments);
 }
@@ -112,16 +116,34 @@ QString countError(const QStringList& expected, const QStringList& given)
     return QString();
 }
 
+/// What the first unknown option was probably meant to be.
+QString suggestedOption(const QCommandLineParser& line, const std::vector<Option>& options)
+{
+    QStringList names;
+    for (const Option& option : options)
+        names << QString::fromLatin1(option.name);
+    return suggestion(line.unknownOptionNames().value(0), names);
+}
+
+QStringList namesOf(const std::vector<Command>& commands)
+{
+    QStringList names;
+    for (const Command& command : commands)
+        names << QString::fromLatin1(command.words);
+    return names;
+}
+
 int run(const Command& command, const QStringList& arguments)
 {
-    const QString prefix = QString::fromLatin1(command.words) + QStringLiteral(": ");
+    const QString words = QString::fromLatin1(command.words);
+    const QString prefix = words + QStringLiteral(": ");
     QCommandLineParser line;
     if (!parse(line, optionsOf(command), arguments))
-        return printUsageError(prefix + line.errorText());
+        return printUsageError(prefix + line.errorText() + suggestedOption(line, optionsOf(command)), words);
     if (printCommon(line, helpOn(command)))
         return Done;
     const QString wrong = countError(split(command.arguments), line.positionalArguments());
-    return wrong.isEmpty() ? command.run(line) : printUsageError(prefix + wrong);
+    return wrong.isEmpty() ? command.run(line) : printUsageError(prefix + wrong, words);
 }
 
 /// For arguments that begin with the first words of a command only, or with none of its words.
@@ -131,17 +153,19 @@ int runWithoutCommand(const QStringList& arguments)
     const auto firstOption = std::find_if(arguments.begin(), arguments.end(), isOption);
     const QStringList words = arguments.mid(0, static_cast<int>(firstOption - arguments.begin()));
     const std::vector<Command> below = commandsBelow(words);
-    if (below.empty())
-        return printUsageError(QStringLiteral("unknown command \"%1\"").arg(words.join(QLatin1Char(' '))));
+    if (below.empty()) {
+        // A file named behind a command is not a part of its name.
+        const QString similar = suggestion(words.mid(0, 2).join(QLatin1Char(' ')), namesOf(commands()));
+        const QString given = words.join(QLatin1Char(' '));
+        return printUsageError(QStringLiteral("unknown command \"%1\"%2").arg(given, similar));
+    }
 
     QCommandLineParser line;
     if (!parse(line, commonOptions(), arguments.mid(words.size())))
         return printUsageError(line.errorText());
     if (printCommon(line, helpOn(below)))
         return Done;
-    QStringList names;
-    for (const Command& command : below)
-        names << QString::fromLatin1(command.words);
+    const QStringList names = namesOf(below);
     return printUsageError(
         QStringLiteral("a command is missing, one of: %1").arg(names.join(QStringLiteral(", "))));
 }
@@ -159,10 +183,11 @@ int runCommandLine(QStringList arguments)
     return runWithoutCommand(arguments);
 }
 
-int printUsageError(const QString& message)
+int printUsageError(const QString& message, const QString& words)
 {
     printError(message);
-    printNote(QStringLiteral("Try \"globalsctl --help\"."));
+    const QString help = words.isEmpty() ? QStringLiteral("--help") : QStringLiteral("help ") + words;
+    printNote(QStringLiteral("Try \"globalsctl %1\".").arg(help));
     return WrongUsage;
 }
 

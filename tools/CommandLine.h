@@ -1,6 +1,7 @@
 #pragma once
 
-class QString;
+#include <QString>
+
 class QStringList;
 
 namespace globalsctl {
@@ -9,7 +10,8 @@ namespace globalsctl {
 /// exceptions of commands pass through.
 int runCommandLine(QStringList arguments);
 
-/// Prints what is wrong with the arguments, and where help is. Returns the exit code for wrong usage.
-int printUsageError(const QString& message);
+/// Prints what is wrong with the arguments, and where help is: that of the command with these \p words, if
+/// they are known. Returns the exit code for wrong usage.
+int printUsageError(const QString& message, const QString& words = QString());
 
 } // namespace globalsctl

@@ -43,6 +43,14 @@ int checkPresets(const QCommandLineParser& line);
 int buildPresets(const QCommandLineParser& line);
 /// @}
 
+/// \name PresetTexts.cpp
+/// @{
+int diffPresets(const QCommandLineParser& line);
+int describePreset(const QCommandLineParser& line);
+int showPresetTemplate(const QCommandLineParser& line);
+int dumpPresets(const QCommandLineParser& line);
+/// @}
+
 /// \name DataCommands.cpp
 /// @{
 int encryptData(const QCommandLineParser& line);

@@ -10,6 +10,8 @@ constexpr Option CHANGED = {"changed", "Only presets whose value in force differ
 constexpr Option ORGANIZATION = {"organization", "Whose folders to look at", "NAME", "tekluva"};
 constexpr Option APPLICATION = {"application", "The application that the folders belong to", "NAME",
                                 "tekluva 3D-Planner"};
+constexpr Option PROGRAM = {"program", "The folder of the application's program, instead of this tool's",
+                            "FOLDER"};
 constexpr Option SETTINGS_FILE = {"file", "This settings file instead of the application's", "FILE"};
 constexpr Option REWRITE = {"force",
                             "Write a file with damaged lines without them; \".damaged\" keeps the old one"};
@@ -28,8 +30,8 @@ constexpr Option FORCE = {"force", "Replace files that exist already"};
 
 const std::vector<Command> COMMANDS = {
     {"presets show",
-     "FILE",
-     "Show all presets as they are once FILE has been read",
+     "[FILE]",
+     "Show all presets as they are once FILE has been read, or as they are built in",
      {CHANGED, JSON},
      &showPresets},
     {"presets check",
@@ -37,6 +39,18 @@ const std::vector<Command> COMMANDS = {
      "Check the lines of preset files, protected or plain",
      {STRICT, JSON},
      &checkPresets},
+    {"presets diff",
+     "FILE [FILE]",
+     "Show in which presets two files differ, or one from the built-in presets; ends with 1 if they do",
+     {},
+     &diffPresets},
+    {"presets describe",
+     "KEY",
+     "Show the type, the default, the bounds and the partners of a preset",
+     {},
+     &describePreset},
+    {"presets template", "", "Show a preset file with all keys and their defaults", {}, &showPresetTemplate},
+    {"presets dump", "FILE", "Show the text of a preset file, protected or plain", {}, &dumpPresets},
     {"presets build",
      "TEXT TARGET",
      "Check a plain preset file and write it as a protected one",
@@ -75,7 +89,7 @@ const std::vector<Command> COMMANDS = {
     {"paths",
      "",
      "Show where the application keeps its files, and why there",
-     {ORGANIZATION, APPLICATION, JSON},
+     {PROGRAM, ORGANIZATION, APPLICATION, JSON},
      &showPaths},
     {"state",
      "",

@@ -7,12 +7,34 @@
 #include "globals/SettingsKeys.h"
 
 #include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
 
 namespace globalsctl {
 
 namespace {
+
+/// The folder of this program: the library takes it for that of the application.
+QString ownFolder()
+{
+    return QCoreApplication::applicationDirPath() + QLatin1Char('/');
+}
+
+bool isOfProgram(const TEKLUVA::PathDescription& path)
+{
+    return path.path.startsWith(ownFolder());
+}
+
+/// \p path as it is for a program in \p folder.
+TEKLUVA::PathDescription moved(TEKLUVA::PathDescription path, const QString& folder)
+{
+    path.path = QDir::cleanPath(folder) + QLatin1Char('/') + path.path.mid(ownFolder().size());
+    path.exists = QFileInfo::exists(path.path);
+    return path;
+}
 
 QString reasonOf(const TEKLUVA::PathDescription& path)
 {
@@ -21,18 +43,21 @@ QString reasonOf(const TEKLUVA::PathDescription& path)
                            : path.rule;
 }
 
-QStringList rowOf(const TEKLUVA::PathDescription& path)
+QStringList rowOf(const TEKLUVA::PathDescription& path, bool isOfProgram)
 {
     const QString none = QStringLiteral("-");
     if (path.path.isEmpty())
         return {QString::number(path.type), path.role, none, none, none};
     return {QString::number(path.type), path.role, path.path,
-            path.exists ? QStringLiteral("yes") : QStringLiteral("no"), reasonOf(path)};
+            path.exists ? QStringLiteral("yes") : QStringLiteral("no"),
+            isOfProgram ? reasonOf(path) + QStringLiteral(" (of the program: see --program)")
+                        : reasonOf(path)};
 }
 
-QJsonObject objectOf(const TEKLUVA::PathDescription& path)
+QJsonObject objectOf(const TEKLUVA::PathDescription& path, bool isOfProgram)
 {
     return {{QStringLiteral("type"), path.type},
+            {QStringLiteral("ofProgram"), isOfProgram},
             {QStringLiteral("role"), path.role},
             {QStringLiteral("path"), path.path},
             {QStringLiteral("exists"), path.exists},
@@ -46,12 +71,16 @@ QJsonObject objectOf(const TEKLUVA::PathDescription& path)
 int showPaths(const QCommandLineParser& line)
 {
     static_cast<void>(settingsFileOf(line)); // throws for one that cannot be read
+    const QString program = line.value(QStringLiteral("program"));
     QJsonArray objects;
     QList<QStringList> rows = {{QStringLiteral("TYPE"), QStringLiteral("ROLE"), QStringLiteral("PATH"),
                                 QStringLiteral("EXISTS"), QStringLiteral("WHY")}};
     for (const TEKLUVA::PathDescription& path : TEKLUVA::describePaths()) {
-        objects << objectOf(path);
-        rows << rowOf(path);
+        const bool isDependent = isOfProgram(path);
+        const TEKLUVA::PathDescription shown =
+            isDependent && !program.isEmpty() ? moved(path, program) : path;
+        objects << objectOf(shown, isDependent);
+        rows << rowOf(shown, isDependent);
     }
     if (line.isSet(QStringLiteral("json")))
         printResult(objects);

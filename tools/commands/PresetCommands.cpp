@@ -140,7 +140,8 @@ private:
 
 int showPresets(const QCommandLineParser& line)
 {
-    const PresetFile file(line.positionalArguments().first());
+    const QString path = line.positionalArguments().value(0);
+    const PresetFile file = path.isEmpty() ? PresetFile() : PresetFile(path);
     if (file.hasFaults()) {
         for (const QString& remark : file.remarks())
             printNote(printable(remark));

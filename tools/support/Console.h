@@ -18,6 +18,9 @@ enum class StandardStream {
 /// receives what is printed. Call it before anything is opened.
 void reserveStandardStreams();
 
+/// From now on a crash leaves no image of the process's memory.
+void forbidCoreDumps();
+
 bool isTerminal(StandardStream stream);
 
 /// The width of the terminal's window at the standard error stream; 80 when that is unknown.
@@ -65,8 +68,8 @@ public:
     Terminal();
     ~Terminal();
 
-    /// Prints \p prompt and returns the line that the user types, without its end; empty at the end of input.
-    /// Throws Failure when a signal arrives.
+    /// Prints \p prompt and returns the line that the user types, without its end. Throws Failure when a
+    /// signal arrives, and at the end of input (Ctrl-D).
     QByteArray ask(const QByteArray& prompt);
 
 private:

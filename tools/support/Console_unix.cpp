@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
+#include <sys/resource.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -99,6 +100,12 @@ void reserveStandardStreams()
     } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
     if (descriptor >= 0)
         ::close(descriptor);
+}
+
+void forbidCoreDumps()
+{
+    const rlimit none = {};
+    static_cast<void>(::setrlimit(RLIMIT_CORE, &none));
 }
 
 bool isTerminal(StandardStream stream)
@@ -197,7 +204,9 @@ QByteArray Terminal::ask(const QByteArray& prompt)
     // What a terminal collects for a line at the most.
     std::array<char, 4096> typed{};
     const ssize_t length = ::read(m_system->terminal.get(), typed.data(), typed.size());
-    QByteArray line(typed.data(), static_cast<int>(qMax<ssize_t>(0, length)));
+    if (length <= 0)
+        throw Failure(QStringLiteral("no password was read"));
+    QByteArray line(typed.data(), static_cast<int>(length));
     if (line.endsWith('\n'))
         line.chop(1);
     return line;

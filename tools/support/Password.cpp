@@ -3,6 +3,7 @@
 #include "support/Console.h"
 #include "support/Failure.h"
 #include "support/Files.h"
+#include "support/Output.h"
 
 #include "globals/DataFileCreator.h"
 
@@ -29,6 +30,8 @@ QByteArray fromFile(const QString& path, PasswordUse /*use*/)
         isStandardInput(path) ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
     if (!isOpen)
         throw Failure(QStringLiteral("File %1 cannot be read: %2").arg(path, file.errorString()));
+    if (!isStandardInput(path) && (file.permissions() & (QFileDevice::ReadGroup | QFileDevice::ReadOther)))
+        printNote(QStringLiteral("note: %1 can be read by other users").arg(path));
     QByteArray line = file.readLine(LONGEST_LINE);
     if (line.size() >= LONGEST_LINE - 1)
         throw Failure(QStringLiteral("the first line of %1 is too long for a password").arg(path));
@@ -86,6 +89,7 @@ QString PasswordSource::read(PasswordUse use) const
 {
     if (!m_source)
         return {};
+    forbidCoreDumps();
     const QByteArray bytes = m_source(m_value, use);
     // For the library an empty one means "not encrypted".
     if (bytes.isEmpty())

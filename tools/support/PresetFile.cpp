@@ -94,6 +94,12 @@ PresetFile::PresetFile(const QString& path)
     noteOutOfBounds();
 }
 
+PresetFile::PresetFile()
+    : m_isPlain(true)
+{
+    installBuiltIn();
+}
+
 QStringList PresetFile::remarks() const
 {
     QStringList lines;

@@ -15,6 +15,8 @@ public:
     /// Installs the built-in presets and reads the file over them. Throws Failure or TEKLUVA::Exception
     /// for a file that cannot be read at all; faulty lines are for remarks().
     explicit PresetFile(const QString& path);
+    /// Stands for a file without lines.
+    PresetFile();
 
     bool hasFaults() const { return m_hasFaults; }
     int noteCount() const { return m_noteCount; }
@@ -25,6 +27,8 @@ public:
     void readAsApplication() const;
     /// Whether the file is plain text.
     bool isPlain() const { return m_isPlain; }
+    /// What its writer wrote.
+    QString text() const { return m_text; }
     /// What the file contains, protected or plain.
     const QByteArray& bytes() const { return m_bytes; }
     /// The number of presets that the file sets.

@@ -32,7 +32,7 @@ struct State
 
 State& state()
 {
-    static State* const instance = new State; // calls go on after static objects are gone
+    static auto* const instance = new State; // calls go on after static objects are gone
     return *instance;
 }
 
@@ -116,6 +116,7 @@ QByteArrayList SystemCalls::inherited()
     return state().inherited;
 }
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the system names them its own way
 extern "C" {
 
 __attribute__((visibility("default"))) int open64(const char* path, int flags, ...)
@@ -190,3 +191,4 @@ __attribute__((visibility("default"))) dirent* readdir(DIR* folder)
 }
 
 } // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

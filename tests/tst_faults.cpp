@@ -54,7 +54,7 @@ using Operation = bool (*)();
 struct Fault
 {
     QByteArray call;
-    int error;
+    int error = 0;
     int first = 1;
 };
 

@@ -14,7 +14,7 @@ bool beginsLikeArchive(const QByteArray& bytes)
 
 PasswordProof proofOf(const QByteArray& block, const QString& password)
 {
-    const int padCount = block[0];
+    const int padCount = static_cast<uchar>(block[0]);
     if (padCount == 0)
         return PasswordProof::None;
     // The last part alone, as a block without padding: what stands before it is its initialisation vector.

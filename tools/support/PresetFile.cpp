@@ -57,7 +57,7 @@ QString decryptedText(const QString& path, const QByteArray& bytes)
                 .arg(path));
     }
     // Throws for an archive with something before its beginning.
-    const QString text = isStandardInput(path) ? textOfInput(bytes) : PresetManager::textOfFile(path);
+    QString text = isStandardInput(path) ? textOfInput(bytes) : PresetManager::textOfFile(path);
     if (DataBlock::faultOf(bytes)) {
         throw Failure(
             QStringLiteral("File %1 is damaged: neither a protected preset file nor plain text").arg(path));

@@ -14,10 +14,10 @@ int editDistance(const QString& a, const QString& b)
 {
     QVector<int> row(b.size() + 1);
     std::iota(row.begin(), row.end(), 0);
-    for (int i = 0; i < a.size(); ++i) {
+    for (const QChar character : a) {
         int diagonal = row[0]++;
         for (int j = 0; j < b.size(); ++j) {
-            const int replaced = diagonal + (a[i] == b[j] ? 0 : 1);
+            const int replaced = diagonal + (character == b[j] ? 0 : 1);
             diagonal = row[j + 1];
             row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
         }

@@ -51,9 +51,10 @@ QByteArray patched(QByteArray bytes, int at, const QByteArray& patch)
 }
 
 /// \p archive with the same bytes in both headers of its first entry.
-QByteArray claiming(const QByteArray& archive, int local, int central, const QByteArray& bytes)
+QByteArray claiming(const QByteArray& archive, int local, int central, const QByteArray& claim)
 {
-    return patched(patched(archive, local, bytes), centralHeader(archive) + central, bytes);
+    return patched(patched(archive, local, claim), centralHeader(archive) + central,
+                   claim); // NOLINT(readability-suspicious-call-argument)
 }
 
 /// Decrypts from memory that ends where the block does, so that reading on is seen.

@@ -153,7 +153,7 @@ QVariant make(const Calls& calls, const Calls& stepCalls, const QString& text)
     currentStep = step(owner);
     if (isAboutStep && !currentStep)
         return TestData::refuse(owner, "step"), QVariant();
-    const QVariant result = TestCalls::make(isAboutStep ? stepCalls : calls, words);
+    QVariant result = TestCalls::make(isAboutStep ? stepCalls : calls, words);
     if (!words.isEmpty())
         TestData::refuse(words[0], "argument");
     return result;

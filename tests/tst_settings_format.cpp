@@ -34,7 +34,7 @@ int times(int count)
 QString newFile(const QByteArray& content = {})
 {
     static int number = 0;
-    const QString name = "%1.ini"_q.arg(++number);
+    QString name = "%1.ini"_q.arg(++number);
     if (!content.isEmpty() && !TestFiles::write(name, content))
         qFatal("cannot write %s", qPrintable(name));
     return name;
@@ -115,8 +115,27 @@ public:
 
     QVariant variant(int depth = 0)
     {
+        if (depth < 3 && below(4) == 0)
+            return container(depth + 1);
+        return simple();
+    }
+
+private:
+    QVariant container(int depth)
+    {
+        QVariantList list;
+        QVariantMap map;
+        for (int i = below(4); i > 0; --i) {
+            list << variant(depth);
+            map.insert(text(2), list.last());
+        }
+        return below(2) == 0 ? QVariant(list) : QVariant(map);
+    }
+
+    QVariant simple()
+    {
         using Make = std::function<QVariant()>;
-        const Make simple[] = {
+        const Make makers[] = {
             [] { return QVariant(); },
             [&] { return text(8); },
             [&] { return text(3); },
@@ -148,19 +167,9 @@ public:
             },
             [&] { return text(9).split("7"_q); },
         };
-        if (depth < 3 && below(4) == 0) {
-            QVariantList list;
-            QVariantMap map;
-            for (int i = below(4); i > 0; --i) {
-                list << variant(depth + 1);
-                map.insert(text(2), list.last());
-            }
-            return below(2) == 0 ? QVariant(list) : QVariant(map);
-        }
-        return simple[below(int(std::size(simple)))]();
+        return makers[below(int(std::size(makers)))]();
     }
 
-private:
     QRandomGenerator m_generator;
 };
 

@@ -190,5 +190,10 @@ __attribute__((visibility("default"))) dirent* readdir(DIR* folder)
     return fails("readdir") ? nullptr : original<dirent*(DIR*)>("readdir")(folder);
 }
 
+__attribute__((visibility("default"))) dirent64* readdir64(DIR* folder)
+{
+    return fails("readdir") ? nullptr : original<dirent64*(DIR*)>("readdir64")(folder);
+}
+
 } // extern "C"
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)

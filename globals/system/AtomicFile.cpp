@@ -42,11 +42,13 @@ void removeRemains(const fs::path& folder)
     constexpr std::chrono::hours OLD{1};
     const auto now = fs::file_time_type::clock::now();
     std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+    for (const System::FolderEntry& entry : System::entriesOf(folder, error)) {
+        if (!isHiddenName(entry.name.string()))
+            continue;
         std::error_code unknown;
-        if (isHiddenName(entry->path().filename().string()) && now - entry->last_write_time(unknown) > OLD
-            && !unknown)
-            fs::remove(entry->path(), unknown);
+        const auto age = now - fs::last_write_time(folder / entry.name, unknown);
+        if (!unknown && age > OLD)
+            fs::remove(folder / entry.name, unknown);
     }
 }
 

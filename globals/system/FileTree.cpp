@@ -6,12 +6,10 @@
 #include "globals/system/System_p.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
-#include <optional>
 #include <vector>
 
 namespace TEKLUVA::FileTree {
@@ -21,27 +19,6 @@ using LinkRules::CopiedLink;
 using System::nativePath;
 
 namespace {
-
-using Entries = std::vector<fs::directory_entry>;
-
-/// All entries of a folder, hidden ones and dangling links included; nothing when it cannot be read to its
-/// end, which Qt's iterator takes for its end. A list, because the folder changes meanwhile.
-std::optional<Entries> entriesOf(const fs::path& folder)
-{
-    std::error_code error;
-    fs::directory_iterator walk(folder, error);
-    Entries entries;
-    for (; !error && walk != fs::directory_iterator(); walk.increment(error))
-        entries.push_back(*walk);
-    return error ? std::nullopt : std::make_optional(entries);
-}
-
-/// Known from reading the folder above: no look at the entry itself.
-bool isRealFolder(const fs::directory_entry& entry)
-{
-    std::error_code error;
-    return !entry.is_symlink(error) && entry.is_directory(error);
-}
 
 /// Dangling links included.
 bool exists(const QString& path)
@@ -96,11 +73,11 @@ bool TreeCopy::copyEntries(const QString& source, const QString& target)
     std::error_code error;
     if (fs::equivalent(nativePath(source), nativePath(target), error))
         return false;
-    const auto entries = entriesOf(nativePath(source));
-    bool isWhole = entries.has_value();
-    for (const fs::directory_entry& found : entries.value_or(Entries())) {
-        const QFileInfo entry(System::textOf(found.path()));
-        const bool isCopied = copyEntry(entry, target + QLatin1Char('/') + entry.fileName());
+    const auto entries = System::entriesOf(nativePath(source), error);
+    bool isWhole = !error;
+    for (const System::FolderEntry& found : entries) {
+        const QString name = QLatin1Char('/') + System::textOf(found.name);
+        const bool isCopied = copyEntry(QFileInfo(source + name), target + name);
         isWhole = isCopied && isWhole;
     }
     return isWhole;
@@ -191,18 +168,36 @@ bool TreeCopy::removeSources() const
 
 bool removeFolder(const fs::path& folder)
 {
-    const auto entries = entriesOf(folder);
-    if (!entries)
+    std::error_code error;
+    const auto entries = System::entriesOf(folder, error);
+    if (error)
         return false; // and what is no folder stays
     bool isWhole = true;
-    std::error_code error;
-    for (const fs::directory_entry& entry : *entries) {
-        const bool isRemoved =
-            isRealFolder(entry) ? removeFolder(entry.path()) : fs::remove(entry.path(), error);
+    for (const System::FolderEntry& entry : entries) {
+        const fs::path path = folder / entry.name;
+        const bool isFolder = entry.kind == System::EntryKind::Folder;
+        const bool isRemoved = isFolder ? removeFolder(path) : fs::remove(path, error);
         isWhole = isRemoved && isWhole;
     }
     const bool isRemoved = fs::remove(folder, error);
     return isRemoved && isWhole;
+}
+
+qint64 sizeOfFolder(const fs::path& folder)
+{
+    std::error_code error;
+    qint64 sum = 0;
+    for (const System::FolderEntry& entry : System::entriesOf(folder, error)) {
+        const fs::path path = folder / entry.name;
+        if (entry.kind == System::EntryKind::Folder) {
+            sum += sizeOfFolder(path);
+            continue;
+        }
+        const System::FileStatus status = System::statusOf(path, error); // what a link leads to counts
+        if (!error && status.kind == System::FileKind::Regular)
+            sum += status.size;
+    }
+    return sum;
 }
 
 } // namespace
@@ -254,13 +249,7 @@ qint64 size(const QString& path)
     const QFileInfo info(path);
     if (!info.isDir())
         return info.isFile() ? info.size() : 0;
-    qint64 sum = 0;
-    QDirIterator files(path, QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        files.next();
-        sum += files.fileInfo().size();
-    }
-    return sum;
+    return sizeOfFolder(nativePath(path));
 }
 
 } // namespace TEKLUVA::FileTree

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
+#include <vector>
 
 /// What the library asks of the operating system beyond Qt and std::filesystem. Each system has one source
 /// file for all of it: System_unix.cpp is the only one with Unix headers.
@@ -51,6 +52,26 @@ FileStatus statusOf(const Path& path, std::error_code& error);
 
 /// Of \p path itself, a link too.
 FileStatus linkStatusOf(const Path& path, std::error_code& error);
+
+enum class EntryKind {
+    File,
+    Folder,
+    Link, ///< whatever it leads to
+    Other,
+};
+
+struct FolderEntry
+{
+    Path name;
+    EntryKind kind;
+};
+
+/// All entries of \p folder, hidden ones and dangling links included, in no order. None when it cannot be
+/// read to its end.
+///
+/// std::filesystem's iterator ends the process where it finds no memory, and Qt's takes a failure for the
+/// end.
+std::vector<FolderEntry> entriesOf(const Path& folder, std::error_code& error);
 
 /// Whether \p path leads to a file that can be read to its end.
 bool isRegularFile(const Path& path);

@@ -1,3 +1,4 @@
+#include "globals/system/LastError_p.h"
 #include "globals/system/System_p.h"
 
 #include <QFile>
@@ -27,11 +28,6 @@ static_assert(sizeof(off_t) == sizeof(qint64), "files of more than 2 GiB need _F
 namespace TEKLUVA::System {
 
 namespace {
-
-std::error_code lastError()
-{
-    return {errno, std::generic_category()};
-}
 
 /// Makes a system call again as long as signals interrupt it.
 template <typename Call>

@@ -2,6 +2,7 @@
 #include "globals/ConfigManager.h"
 #include "globals/WholeFile.h"
 #include "globals/configuration/OverwriteQuestion_p.h"
+#include "globals/foundation/WithoutExceptions_p.h"
 #include "globals/logs/ActiveLog_p.h"
 #include "globals/system/FileTree_p.h"
 
@@ -62,41 +63,17 @@ bool writeInPlace(const QString& filename, const QByteArray& data, QIODevice::Op
     return failed(isAccepted ? CANNOT_FLUSH : CANNOT_WRITE);
 }
 
-/// The account that an auto-save belongs to.
-QString accountOf(const QString& user)
+/// Runs \p operation; what it throws, for want of memory, is a failure.
+template <typename Operation>
+auto run(Operation&& operation)
 {
-    const std::string name = user.toStdString();
-    const bool isGuest = name.empty() || cmp(name, "Gast", true) || cmp(name, "Guest", true);
-    return isGuest ? QString::fromLatin1(GUEST) : user;
+    return withoutExceptions(operation, [](const char* what) {
+        logError(std::string("Could not complete a file operation (") + what + ").");
+    });
 }
 
-} // namespace
-
-bool ConfigManager::copyDirectory(const QString& source, const QString& target, bool recursive,
-                                  bool removeSource, const QStringList& suffixes)
+QByteArray readData(const QString& filename, bool& ok)
 {
-    const auto ask = [](const QString&, const QString& file) { return askToOverwrite(file); };
-    return FileTree::copy(source, target, {recursive, removeSource, suffixes, ask, {}, {}});
-}
-
-bool ConfigManager::deleteDirectory(const QString& path)
-{
-    return FileTree::remove(path);
-}
-
-qint64 ConfigManager::getDirectoryContentSize(const QString& path) const
-{
-    return FileTree::size(path);
-}
-
-bool ConfigManager::createDirectory(const QString& path)
-{
-    return QFileInfo::exists(path) || QDir().mkpath(path);
-}
-
-QByteArray ConfigManager::readDataFromFile(const QString& filename, bool& ok)
-{
-    ok = false;
     if (filename.isEmpty()) {
         // Reading speaks of writing, too, and always has.
         failed("The filename must not be empty to write data to file.");
@@ -109,7 +86,7 @@ QByteArray ConfigManager::readDataFromFile(const QString& filename, bool& ok)
     return content.value_or(QByteArray());
 }
 
-bool ConfigManager::writeDataToFile(const QString& filename, const QByteArray& data, bool append)
+bool writeData(const QString& filename, const QByteArray& data, bool append)
 {
     if (filename.isEmpty())
         return failed("The filename must not be empty to write data to file.");
@@ -127,6 +104,51 @@ bool ConfigManager::writeDataToFile(const QString& filename, const QByteArray& d
     // There is room. What cannot take the place, in a sticky folder or over a mount point, may yet be
     // written.
     return file.commit() || writeInPlace(filename, data, QIODevice::WriteOnly);
+}
+
+/// The account that an auto-save belongs to.
+QString accountOf(const QString& user)
+{
+    const std::string name = user.toStdString();
+    const bool isGuest = name.empty() || cmp(name, "Gast", true) || cmp(name, "Guest", true);
+    return isGuest ? QString::fromLatin1(GUEST) : user;
+}
+
+} // namespace
+
+bool ConfigManager::copyDirectory(const QString& source, const QString& target, bool recursive,
+                                  bool removeSource, const QStringList& suffixes)
+{
+    const auto ask = [](const QString&, const QString& file) { return askToOverwrite(file); };
+    return run([&] {
+        return FileTree::copy(source, target, {recursive, removeSource, suffixes, ask, {}, {}});
+    });
+}
+
+bool ConfigManager::deleteDirectory(const QString& path)
+{
+    return run([&path] { return FileTree::remove(path); });
+}
+
+qint64 ConfigManager::getDirectoryContentSize(const QString& path) const
+{
+    return run([&path] { return FileTree::size(path); });
+}
+
+bool ConfigManager::createDirectory(const QString& path)
+{
+    return run([&path] { return QFileInfo::exists(path) || QDir().mkpath(path); });
+}
+
+QByteArray ConfigManager::readDataFromFile(const QString& filename, bool& ok)
+{
+    ok = false;
+    return run([&] { return readData(filename, ok); });
+}
+
+bool ConfigManager::writeDataToFile(const QString& filename, const QByteArray& data, bool append)
+{
+    return run([&] { return writeData(filename, data, append); });
 }
 
 QString ConfigManager::getProjectFilename(const QString& name) const

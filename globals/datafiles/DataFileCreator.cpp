@@ -3,6 +3,7 @@
 #include "globals/WholeFile.h"
 #include "globals/datafiles/DataFileFormat_p.h"
 #include "globals/datafiles/NewArchive_p.h"
+#include "globals/foundation/WithoutExceptions_p.h"
 #include "globals/logs/ActiveLog_p.h"
 #include "globals/system/Buffer_p.h"
 
@@ -181,10 +182,16 @@ public:
     template <typename Operation>
     bool run(Operation&& operation)
     {
-        QString thrown;
-        const QString reason = withoutExceptions(
-            operation, [&thrown](const std::string& message) { thrown = QString::fromStdString(message); });
-        return note(thrown.isEmpty() ? reason : thrown);
+        QString reason;
+        bool hasEnded = false;
+        const auto noteEnd = [&] {
+            reason = operation();
+            hasEnded = true;
+        };
+        withoutExceptions(
+            noteEnd, [&reason](const char* what) { reason = QString::fromStdString(caughtMessage(what)); });
+        const bool isDone = note(reason);
+        return isDone && hasEnded; // there may have been no memory for the reason
     }
 
     QMutex mutex;
@@ -208,7 +215,8 @@ QByteArray DataFileCreator::encryptData(const QByteArray& data, const QString& p
 {
     QByteArray block;
     QString reason;
-    const auto report = [&reason](const std::string& message) {
+    const auto report = [&reason](const char* what) {
+        const std::string message = caughtMessage(what);
         reason = QString::fromStdString(message);
         logError(message);
     };

@@ -3,6 +3,7 @@
 #include "globals/WholeFile.h"
 #include "globals/datafiles/Archive_p.h"
 #include "globals/datafiles/DataFileFormat_p.h"
+#include "globals/foundation/WithoutExceptions_p.h"
 #include "globals/logs/ActiveLog_p.h"
 #include "globals/system/Buffer_p.h"
 
@@ -61,7 +62,7 @@ public:
     template <typename Operation>
     auto run(Operation&& operation)
     {
-        return withoutExceptions(operation, [this](const std::string& message) { fail(message); });
+        return withoutExceptions(operation, [this](const char* what) { fail(caughtMessage(what)); });
     }
 
     void fail(const std::string& message)

@@ -1,12 +1,13 @@
 #include "globals/datafiles/NewArchive_p.h"
 
+#include "globals/system/Buffer_p.h"
+#include "globals/system/LastError_p.h"
+
 #include <zip.h>
 
 #include <QFile>
 
 #include <algorithm>
-#include <cerrno>
-#include <system_error>
 
 namespace TEKLUVA {
 
@@ -38,7 +39,7 @@ private:
     {
         QString& error = static_cast<NewArchive*>(archive)->m_error;
         if (error.isEmpty())
-            error = QString::fromLocal8Bit(std::error_code(errno, std::generic_category()).message().c_str());
+            error = QString::fromLocal8Bit(System::lastError().message().c_str());
     }
 
     static void* open(void* archive, const void* /*name*/, int /*mode*/)
@@ -117,11 +118,13 @@ QString NewArchive::error() const
 
 bool packEntry(void* zipFile, const QString& name, const QByteArray& data)
 {
+    // minizip writes into the memory for an entry's header without a look at whether it got it.
+    constexpr quint64 MORE_THAN_A_HEADER = 100'000;
     constexpr int LONGEST_NAME = 0xffff;
     constexpr qint64 LARGEST_PLAIN_SIZE = 0xfffffffe;
     constexpr qint64 PIECE = qint64{1} << 30;
     const QByteArray entry = QFile::encodeName(name);
-    if (entry.size() > LONGEST_NAME)
+    if (entry.size() > LONGEST_NAME || !allocate(MORE_THAN_A_HEADER))
         return false;
     const zip_fileinfo nothing{};
     const qint64 dataSize = data.size();

@@ -2,6 +2,7 @@
 
 #include "globals/Log.h"
 #include "globals/LogManager.h"
+#include "globals/foundation/WithoutExceptions_p.h"
 #include "globals/logs/LogLock_p.h"
 
 #include <QString>
@@ -10,11 +11,13 @@ namespace TEKLUVA {
 
 void logToActive(E_LogLevel level, const std::string& message, const std::string& location, unsigned int line)
 {
-    LogManager::getInstance()->withActiveLog([&](Log& log) {
+    const auto writeEntry = [&](Log& log) {
         // In a receiver of its contentChanged() a log takes no further entry.
         if (!LogLock::isHeldHere(&log))
             log.logMessage(level, message, location, line);
-    });
+    };
+    // No report ends the operation that makes it.
+    withoutExceptions([&writeEntry] { LogManager::getInstance()->withActiveLog(writeEntry); });
 }
 
 void logError(const char* message)

@@ -3,6 +3,7 @@
 #include "globals/LogManager.h"
 #include "globals/foundation/LockedRecord_p.h"
 #include "globals/foundation/MainThread_p.h"
+#include "globals/foundation/WithoutExceptions_p.h"
 #include "globals/logs/ActiveLog_p.h"
 #include "globals/logs/LogConfiguration_p.h"
 #include "globals/logs/LogFile_p.h"
@@ -40,7 +41,7 @@ class GLOBALS_NO_EXPORT Log::Private : public LockedRecord
 {
 public:
     /// The new entry.
-    LogEntry& add(E_LogLevel level, std::string message);
+    LogEntry* add(E_LogLevel level, std::string message);
     /// Null beyond the last entry.
     LogEntry* entryAt(unsigned int index) const;
     void rename(const std::string& newName, const std::string& newPath);
@@ -59,10 +60,10 @@ public:
     LogFile file;
 };
 
-LogEntry& Log::Private::add(E_LogLevel level, std::string message)
+LogEntry* Log::Private::add(E_LogLevel level, std::string message)
 {
     auto entry = std::make_unique<LogEntry>(level, std::move(message));
-    LogEntry& added = *entry;
+    LogEntry* added = entry.get();
     const QMutexLocker locked(mutex());
     entries.push_back(std::move(entry));
     return added;
@@ -120,9 +121,12 @@ Log::~Log()
 void Log::logMessage(E_LogLevel level, std::string message, std::string /*location*/, unsigned int /*line*/)
 {
     const LogLock lock(this, d->lock);
-    LogEntry& entry = d->add(level, std::move(message));
+    // Without memory for it an entry is lost, and without memory for its line the line.
+    LogEntry* entry = withoutExceptions([&] { return d->add(level, std::move(message)); });
+    if (!entry)
+        return;
     Q_EMIT contentChanged();
-    d->file.write(entry);
+    withoutExceptions([&] { d->file.write(*entry); });
 }
 
 void Log::logDebugMessage(std::string message, std::string location, unsigned int line)

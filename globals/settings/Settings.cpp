@@ -1,5 +1,6 @@
 #include "globals/Settings.h"
 
+#include "globals/foundation/WithoutExceptions_p.h"
 #include "globals/logs/ActiveLog_p.h"
 #include "globals/settings/SettingsFile_p.h"
 
@@ -17,6 +18,19 @@ namespace {
 bool isEmptyKey(const QString& key)
 {
     return key.count(QLatin1Char('/')) == key.size();
+}
+
+/// An invalid value removes its key.
+QList<SettingsChange> changesOf(const QString& group, const QVariantMap& values)
+{
+    QList<SettingsChange> changes;
+    for (auto value = values.begin(); value != values.end(); ++value) {
+        if (value->isValid())
+            changes << SettingsChange{group, value.key(), *value};
+        else if (!isEmptyKey(value.key()))
+            changes << SettingsChange{group, value.key(), std::nullopt};
+    }
+    return changes;
 }
 
 /// Without what must not be stored, which is logged.
@@ -40,14 +54,26 @@ QList<SettingsChange> storableOnes(const QList<SettingsChange>& changes)
 class GLOBALS_NO_EXPORT Settings::Private
 {
 public:
-    /// What \p query answers about the store, under its lock. Empty without a store.
+    /// Runs \p operation; when it throws, for want of memory, its result is empty.
+    template <typename Operation>
+    static auto run(Operation&& operation)
+    {
+        return withoutExceptions(operation, [](const char* what) {
+            logError(std::string("Could not complete an operation on the settings (") + what + ").");
+        });
+    }
+
+    /// What \p query returns about the store, under its lock. Empty without a store.
     template <typename Query>
     auto ask(Query&& query) -> decltype(query(std::declval<SettingsFile&>()))
     {
+        using Result = decltype(query(std::declval<SettingsFile&>()));
         if (!store)
-            return {};
-        const QMutexLocker locked(&lock);
-        return query(*store);
+            return Result();
+        return run([&]() -> Result {
+            const QMutexLocker locked(&lock);
+            return query(*store);
+        });
     }
 
     /// The same about the store as it is on disk.
@@ -141,8 +167,11 @@ Settings::Settings(const Settings& other)
 Settings::~Settings()
 {
     d->letGo();
-    if (d->store)
-        d->store->deleteLater();
+    // Without memory for the event it is left to its parent.
+    withoutExceptions([this] {
+        if (d->store)
+            d->store->deleteLater();
+    });
 }
 
 void Settings::openSettingsFile(const QString& path, QSettings::Format format, QObject* parent)
@@ -171,48 +200,43 @@ bool Settings::hasSetting(const QString& group, const QString& key) const
 
 void Settings::setSetting(const QString& group, const QString& key, const QVariant& value)
 {
-    changeSettings({{group, key, value}});
+    d->run([&] { changeSettings({{group, key, value}}); });
 }
 
 void Settings::setSettings(const QString& group, const QVariantMap& values)
 {
-    QList<SettingsChange> changes;
-    for (auto value = values.begin(); value != values.end(); ++value) {
-        if (value->isValid())
-            changes << SettingsChange{group, value.key(), *value};
-        else if (!isEmptyKey(value.key()))
-            changes << SettingsChange{group, value.key(), std::nullopt};
-    }
-    changeSettings(changes);
+    d->run([&] { changeSettings(changesOf(group, values)); });
 }
 
 void Settings::removeSetting(const QString& group, const QString& key)
 {
     if (!isEmptyKey(key))
-        changeSettings({{group, key, std::nullopt}});
+        d->run([&] { changeSettings({{group, key, std::nullopt}}); });
 }
 
 void Settings::removeSettingGroup(const QString& group)
 {
-    changeSettings({{group, QString(), std::nullopt}});
+    d->run([&] { changeSettings({{group, QString(), std::nullopt}}); });
 }
 
 void Settings::clearSettings()
 {
-    changeSettings({{QString(), QString(), std::nullopt}});
+    removeSettingGroup(QString());
 }
 
 void Settings::changeSettings(const QList<SettingsChange>& changes)
 {
     if (!d->store)
         return;
-    const QList<SettingsChange> storable = storableOnes(changes);
-    const QString failure = d->ask([&](SettingsFile& file) {
-        const bool isWritten = file.change(storable);
-        return isWritten ? QString() : file.failureToWrite(QStringLiteral("kept in memory"));
+    d->run([&] {
+        const QList<SettingsChange> storable = storableOnes(changes);
+        const QString failure = d->ask([&](SettingsFile& file) {
+            const bool isWritten = file.change(storable);
+            return isWritten ? QString() : file.failureToWrite(QStringLiteral("kept in memory"));
+        });
+        if (!failure.isEmpty())
+            logError(failure);
     });
-    if (!failure.isEmpty())
-        logError(failure);
     d->reportPending();
 }
 

@@ -3,6 +3,7 @@
 #include "globals/AtomicFile.h"
 #include "globals/Latin1.h"
 #include "globals/WholeFile.h"
+#include "globals/foundation/WithoutExceptions_p.h"
 #include "globals/logs/ActiveLog_p.h"
 #include "globals/settings/IniCodec_p.h"
 #include "globals/settings/IniText_p.h"
@@ -97,8 +98,10 @@ SettingsFile::SettingsFile(const QString& path, QSettings::Format format, QObjec
 
 SettingsFile::~SettingsFile()
 {
-    if (!letGo())
-        logError(failureToWrite(QStringLiteral("lost")));
+    withoutExceptions([this] {
+        if (!letGo())
+            logError(failureToWrite(QStringLiteral("lost")));
+    });
 }
 
 QString SettingsFile::failureToWrite(const QString& outcome) const
@@ -189,6 +192,7 @@ void SettingsFile::keepPending(const SettingsChange& change)
             return earlier.value && earlier.path == pending.path;
         return earlier.path == pending.path || earlier.path.startsWith(prefix);
     };
+    m_pending.reserve(m_pending.size() + 1); // nothing older is given up before there is room for the change
     m_pending.erase(std::remove_if(m_pending.begin(), m_pending.end(), isSuperseded), m_pending.end());
     m_pending.push_back(pending);
 }
@@ -292,22 +296,26 @@ bool SettingsFile::reload()
 
 void SettingsFile::take(const QByteArray& content)
 {
-    m_content = content;
-    m_isDamaged = false;
-    m_values.clear();
+    bool isDamaged = false;
+    IniValues values;
     for (const IniCodec::Line& line : IniCodec::read(content)) {
-        m_isDamaged |= line.isDamaged;
+        isDamaged |= line.isDamaged;
         if (line.isEntry)
-            m_values.insert(line.key, line.value);
+            values.insert(line.key, line.value);
     }
+    // At last and at once: values of which some are missing would be written so.
+    m_content = content;
+    m_isDamaged = isDamaged;
+    m_values.swap(values);
 }
 
 bool SettingsFile::reloadWithQt()
 {
     sync();
-    m_values.clear();
+    IniValues values;
     for (const QString& key : allKeys())
-        m_values.insert(key, IniValue(value(key)));
+        values.insert(key, IniValue(value(key)));
+    m_values.swap(values);
     return true;
 }
 

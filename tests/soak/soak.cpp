@@ -18,6 +18,8 @@
 //         whether these are equal, and NUMBER or later ones; and whether the next write is quick and leaves
 //         nothing else in the folder
 
+#include "Operations.h"
+
 #include "tests/FullDisk.h"
 #include "tests/TestFiles.h"
 #include "tests/TestHome.h"
@@ -26,8 +28,6 @@
 #include "globals/ConfigManager.h"
 #include "globals/DataFileCreator.h"
 #include "globals/DataFileReader.h"
-#include "globals/Exception.h"
-#include "globals/PresetManager.h"
 #include "globals/StateHandler.h"
 
 #include <QElapsedTimer>
@@ -44,122 +44,17 @@
 #include <unistd.h>
 
 using namespace TEKLUVA;
+using namespace Operations;
 
 namespace {
-
-const QByteArray OLD(3000, 'o');
-const QByteArray NEW(9000, 'n');
-const QByteArray SETTINGS = "[A]\nother=1\n\n[G]\nk=old\n";
-const QString PASSWORD = "house-planner!"_q;
-
-/// Whether the file is the new one, or also the old one where nobody \p claims the new one.
-bool isWhole(const QString& path, const QByteArray& old, const QByteArray& fresh, bool claims)
-{
-    const QByteArray content = TestFiles::contentOf(path);
-    return content == fresh || (!claims && content == old);
-}
-
-QByteArray entryOf(const QString& archive)
-{
-    return DataFileReader(archive, PASSWORD).getContentOfArchivedFile("entry");
-}
-
-bool changeSetting()
-{
-    Settings settings("settings.ini"_q, QSettings::IniFormat, nullptr);
-    settings.setSetting("G"_q, "k"_q, "new"_q);
-    return !settings.hasPendingChanges();
-}
-
-/// Wherever the log lies: its folder may be the fault.
-QString logPath = "soak.log"_q;
-
-bool logLine()
-{
-    Log log("soak", true);
-    log.logStatusMessage("new", "", 0);
-    logPath = QString::fromStdString(log.getFilePath());
-    return log.getEntry(0)->isWritten();
-}
-
-bool readPresets()
-{
-    try {
-        PresetManager::getInstance()->fillNameMap();
-        PresetManager::getInstance()->readFile("presets.dat"_q);
-        return PresetManager::getPreset(E_PV_ROOM_HEIGHT).toInt() == 260;
-    } catch (const Exception&) {
-        return false;
-    }
-}
-
-ConfigManager& config()
-{
-    return *ConfigManager::getInstance();
-}
-
-/// What is done, with the answer whether it succeeded, and what must hold behind it.
-struct Operation
-{
-    const char* name;
-    bool (*succeeds)();
-    bool (*holds)(bool claims);
-};
-
-const Operation OPERATIONS[] = {
-    {"settings", changeSetting,
-     [](bool claims) { return isWhole("settings.ini"_q, SETTINGS, "[A]\nother=1\n\n[G]\nk=new\n", claims); }},
-    {"log", logLine,
-     [](bool claims) {
-         const QByteArray line = TestFiles::contentOf(logPath);
-         return claims ? line.endsWith("  new\r\n") : line.isEmpty();
-     }},
-    {"read", [] { return DataFileReader("block"_q, PASSWORD).getFileContent() == NEW; },
-     [](bool) { return true; }},
-    {"read archive", [] { return entryOf("old.zip"_q) == OLD; }, [](bool) { return true; }},
-    {"write", [] { return config().writeDataToFile("data"_q, NEW, false); },
-     [](bool claims) { return isWhole("data"_q, OLD, NEW, claims); }},
-    {"append", [] { return config().writeDataToFile("record"_q, NEW, true); },
-     [](bool claims) { return isWhole("record"_q, OLD, OLD + NEW, claims); }},
-    {"archive",
-     [] {
-         return DataFileCreator().createArchivFromData({{"entry"_q, NEW}}, "new.zip"_q, PASSWORD);
-     },
-     [](bool claims) { return entryOf("new.zip"_q) == NEW || (!claims && entryOf("new.zip"_q) == OLD); }},
-    {"copy", [] { return config().copyDirectory("from"_q, "to"_q, true, false, {}); },
-     [](bool claims) {
-         return isWhole("to/a"_q, {}, NEW, claims) && isWhole("to/sub/b"_q, {}, OLD, claims);
-     }},
-    {"move", [] { return config().copyDirectory("away"_q, "to"_q, true, true, {}); },
-     [](bool claims) {
-         return TestFiles::contentOf("to/c"_q) == NEW || (!claims && TestFiles::contentOf("away/c"_q) == NEW);
-     }},
-    {"presets", readPresets, [](bool) { return true; }},
-};
-
-/// The files that the operations work on, as they are before.
-bool prepare()
-{
-    const DataFileCreator creator;
-    QDir("to"_q).removeRecursively();
-    QFile::remove(logPath);
-    return QDir().mkpath("from/sub"_q) && QDir().mkpath("to"_q) && QDir().mkpath("away"_q)
-           && TestFiles::write("away/c"_q, NEW) && TestFiles::write("from/a"_q, NEW)
-           && TestFiles::write("from/sub/b"_q, OLD) && TestFiles::write("settings.ini"_q, SETTINGS)
-           && TestFiles::write("data"_q, OLD) && TestFiles::write("record"_q, OLD)
-           && TestFiles::write("block"_q, creator.encryptData(NEW, PASSWORD))
-           && TestFiles::write("presets.dat"_q, PresetManager::protectedContent("room_height=260\n"))
-           && creator.createArchivFromData({{"entry"_q, OLD}}, "old.zip"_q, PASSWORD)
-           && creator.createArchivFromData({{"entry"_q, OLD}}, "new.zip"_q, PASSWORD);
-}
 
 template <typename Fault>
 bool survives(Fault&& fault)
 {
-    bool isGood = prepare();
+    bool isGood = prepareFiles();
     std::vector<bool> claims;
     fault([&claims] {
-        for (const Operation& operation : OPERATIONS)
+        for (const Operation& operation : all())
             claims.push_back(operation.succeeds());
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     });
@@ -168,10 +63,10 @@ bool survives(Fault&& fault)
     for (std::size_t i = 0; i < claims.size(); ++i) {
         ++tried;
         failing += claims[i] ? 0 : 1;
-        if (OPERATIONS[i].holds(claims[i]))
+        if (all()[i].holds(claims[i]))
             continue;
-        static_cast<void>(std::fprintf(stderr, "broken, %s: %s\n", claims[i] ? "claims success" : "fails",
-                                       OPERATIONS[i].name));
+        static_cast<void>(
+            std::fprintf(stderr, "broken, %s: %s\n", claims[i] ? "claims success" : "fails", all()[i].name));
         isGood = false;
     }
     static_cast<void>(std::printf("%d of %d operations fail\n", failing, tried));
@@ -207,7 +102,7 @@ bool cycles()
         const auto files = std::distance(Files("/proc/self/fd"), Files());
         return std::make_pair(files, ssize_t(mallinfo2().uordblks));
     };
-    if (!prepare()
+    if (!prepareFiles()
         || !TestFiles::write("damaged.zip"_q, TestFiles::contentOf("old.zip"_q).replace("PK\1\2", "PX\1\2")))
         return false;
     auto before = used();
@@ -219,8 +114,8 @@ bool cycles()
             reader.getFileContent();
             reader.getListOfArchivedFiles();
             DataFileCreator().createArchivFromFiles({path}, nowhere, PASSWORD);
-            config().writeDataToFile(nowhere, NEW, false);
-            config().copyDirectory(path, nowhere, true, false, {});
+            ConfigManager::getInstance()->writeDataToFile(nowhere, NEW, false);
+            ConfigManager::getInstance()->copyDirectory(path, nowhere, true, false, {});
             Settings(nowhere, QSettings::IniFormat, nullptr).setSetting("G"_q, "k"_q, 1);
             Log("no/where", true).logStatusMessage("lost", "", 0);
         }

@@ -1,0 +1,21 @@
+#pragma once
+
+/// Memory that ends: while an object of this class lives, no memory can be had after some allocations.
+/// Allocations.cpp stands between all libraries and the C library.
+class EndOfMemory
+{
+    EndOfMemory(const EndOfMemory&) = delete;
+    EndOfMemory& operator=(const EndOfMemory&) = delete;
+
+public:
+    enum class Failing {
+        One,     ///< only the one after \p allocations
+        AllLater ///< and each after it
+    };
+
+    explicit EndOfMemory(long allocations, Failing failing = Failing::AllLater);
+    ~EndOfMemory();
+
+    /// Whether an allocation has failed meanwhile.
+    static bool hasCome();
+};

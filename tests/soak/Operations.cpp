@@ -1,0 +1,171 @@
+#include "Operations.h"
+
+#include "tests/TestFiles.h"
+#include "tests/TestHome.h"
+
+#include "globals/ConfigManager.h"
+#include "globals/DataFileCreator.h"
+#include "globals/DataFileReader.h"
+#include "globals/Exception.h"
+#include "globals/Log.h"
+#include "globals/PresetManager.h"
+#include "globals/Settings.h"
+
+#include <QDir>
+
+#include <memory>
+
+using namespace TEKLUVA;
+
+namespace Operations {
+
+const QByteArray OLD(3000, 'o');
+const QByteArray NEW(9000, 'n');
+const QString PASSWORD = "house-planner!"_q;
+
+namespace {
+
+const QByteArray SETTINGS = "[A]\nother=1\n\n[G]\nk=old\n";
+
+/// Whether the file is the new one, or also the old one where nobody \p claims the new one.
+bool isWhole(const QString& path, const QByteArray& old, const QByteArray& fresh, bool claims)
+{
+    const QByteArray content = TestFiles::contentOf(path);
+    return content == fresh || (!claims && content == old);
+}
+
+QByteArray entryOf(const QString& archive)
+{
+    return DataFileReader(archive, PASSWORD).getContentOfArchivedFile("entry");
+}
+
+/// Wherever the log lies: its folder may be the fault.
+QString logPath = "soak.log"_q;
+
+struct Objects
+{
+    std::unique_ptr<Settings> settings;
+    std::unique_ptr<Log> log;
+};
+
+Objects newObjects()
+{
+    Objects objects = {std::make_unique<Settings>("settings.ini"_q, QSettings::IniFormat, nullptr),
+                       std::make_unique<Log>("soak", true)};
+    logPath = QString::fromStdString(objects.log->getFilePath());
+    return objects;
+}
+
+Objects prepared;
+
+bool changeSetting()
+{
+    const auto settings = prepared.settings ? std::move(prepared.settings) : newObjects().settings;
+    settings->setSetting(QStringLiteral("G"), QStringLiteral("k"), QStringLiteral("new"));
+    return !settings->hasPendingChanges()
+           && settings->getSetting(QStringLiteral("G"), QStringLiteral("k")).toString()
+                  == QStringLiteral("new");
+}
+
+bool logLine()
+{
+    const auto log = prepared.log ? std::move(prepared.log) : newObjects().log;
+    log->logStatusMessage("new", "", 0);
+    return log->getEntryCount() == 1 && log->getEntry(0)->isWritten();
+}
+
+bool readPresets()
+{
+    try {
+        PresetManager::getInstance()->fillNameMap();
+        PresetManager::getInstance()->readFile("presets.dat"_q);
+        return PresetManager::getPreset(E_PV_ROOM_HEIGHT).toInt() == 260;
+    } catch (const Exception&) {
+        return false;
+    }
+}
+
+ConfigManager& config()
+{
+    return *ConfigManager::getInstance();
+}
+
+const std::vector<Operation> OPERATIONS = {
+    {"settings", changeSetting,
+     [](bool claims) {
+         return isWhole(QStringLiteral("settings.ini"), SETTINGS, "[A]\nother=1\n\n[G]\nk=new\n", claims);
+     }},
+    {"log", logLine,
+     [](bool claims) {
+         const QByteArray line = TestFiles::contentOf(logPath);
+         return claims ? line.endsWith("  new\r\n") : line.isEmpty();
+     }},
+    {"read", [] { return DataFileReader(QStringLiteral("block"), PASSWORD).getFileContent() == NEW; },
+     [](bool) { return true; }, true},
+    {"read archive", [] { return entryOf(QStringLiteral("old.zip")) == OLD; }, [](bool) { return true; },
+     true},
+    {"write", [] { return config().writeDataToFile(QStringLiteral("data"), NEW, false); },
+     [](bool claims) { return isWhole(QStringLiteral("data"), OLD, NEW, claims); }},
+    {"append", [] { return config().writeDataToFile(QStringLiteral("record"), NEW, true); },
+     [](bool claims) { return isWhole(QStringLiteral("record"), OLD, OLD + NEW, claims); }},
+    {"archive",
+     [] {
+         return DataFileCreator().createArchivFromData({{QStringLiteral("entry"), NEW}},
+                                                       QStringLiteral("new.zip"), PASSWORD);
+     },
+     [](bool claims) {
+         return entryOf(QStringLiteral("new.zip")) == NEW
+                || (!claims && entryOf(QStringLiteral("new.zip")) == OLD);
+     },
+     true},
+    {"copy",
+     [] { return config().copyDirectory(QStringLiteral("from"), QStringLiteral("to"), true, false, {}); },
+     [](bool claims) {
+         return isWhole(QStringLiteral("to/a"), {}, NEW, claims)
+                && isWhole(QStringLiteral("to/sub/b"), {}, OLD, claims);
+     }},
+    {"move",
+     [] { return config().copyDirectory(QStringLiteral("away"), QStringLiteral("to"), true, true, {}); },
+     [](bool claims) {
+         return TestFiles::contentOf(QStringLiteral("to/c")) == NEW
+                || (!claims && TestFiles::contentOf(QStringLiteral("away/c")) == NEW);
+     }},
+    {"presets", readPresets, [](bool) { return true; }, true},
+};
+
+/// What no operation changes, and what takes time to make.
+bool prepareSources()
+{
+    if (QFile::exists("old.zip"_q))
+        return true;
+    const DataFileCreator creator;
+    return QDir().mkpath("from/sub"_q) && QDir().mkpath("away"_q) && TestFiles::write("from/a"_q, NEW)
+           && TestFiles::write("from/sub/b"_q, OLD)
+           && TestFiles::write("block"_q, creator.encryptData(NEW, PASSWORD))
+           && TestFiles::write("presets.dat"_q, PresetManager::protectedContent("room_height=260\n"))
+           && creator.createArchivFromData({{"entry"_q, OLD}}, "old.zip"_q, PASSWORD);
+}
+
+} // namespace
+
+const std::vector<Operation>& all()
+{
+    return OPERATIONS;
+}
+
+void prepareObjects()
+{
+    prepared = newObjects();
+}
+
+bool prepareFiles()
+{
+    QDir("to"_q).removeRecursively();
+    QFile::remove(logPath);
+    return prepareSources() && QDir().mkpath("to"_q) && TestFiles::write("away/c"_q, NEW)
+           && TestFiles::write("settings.ini"_q, SETTINGS) && TestFiles::write("data"_q, OLD)
+           && TestFiles::write("record"_q, OLD)
+           && TestFiles::write("new.zip"_q, TestFiles::contentOf("old.zip"_q));
+}
+
+} // namespace Operations

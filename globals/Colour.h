@@ -51,6 +51,15 @@ static const colourSystem AppleRGB     = {"Apple RGB",         0.625,  0.34,   0
 /// The temperature of bb_spectrum(), in kelvin. It starts at 5000.
 extern GLOBALS_EXPORT double _bbTemp;
 
+/// \name The colour matching functions of the CIE 1931 2 degree standard observer
+/// A row holds the weights of one wavelength in X, Y and Z.
+/// @{
+constexpr int CIE_WAVELENGTHS = 81;
+constexpr float CIE_FIRST_WAVELENGTH = 380; ///< nanometres
+constexpr float CIE_WAVELENGTH_STEP = 5;    ///< nanometres from row to row, to 780
+extern GLOBALS_EXPORT const float cie_colour_match[CIE_WAVELENGTHS][3];
+/// @}
+
 /// \name Chromaticities of CIE 1976 (u', v') and of CIE 1931 (x, y)
 /// @{
 GLOBALS_EXPORT void upvp_to_xy(const double& up, const double& vp, double& x, double& y);

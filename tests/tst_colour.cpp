@@ -25,6 +25,10 @@ using Function = void (*)(double of, float* c);
 const QHash<QString, Function> FUNCTIONS = {
     {"line"_q, [](double, float* c) { spectrum_to_xyz(&line, c[0], c[1], c[2]); }},
     {"body"_q, [](double, float* c) { spectrum_to_xyz(&bb_spectrum, c[0], c[1], c[2]); }},
+    {"match"_q,
+     [](double of, float* c) {
+         std::copy_n(cie_colour_match[int((of - CIE_FIRST_WAVELENGTH) / CIE_WAVELENGTH_STEP)], 3, c);
+     }},
     {"temperature"_q, [](double of, float* c) { temperaturToColor(of, c[0], c[1], c[2]); }},
     {"xyz"_q, [](double of,
                  float* c) { xyz_to_rgb(&systems.at(std::size_t(of)), c[0], c[1], c[2], c[0], c[1], c[2]); }},

@@ -1,7 +1,5 @@
 #include "globals/Colour.h"
 
-#include "globals/colour/CieColourMatch_p.h"
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -110,7 +108,7 @@ double radiantExitance(const PlanckTerm& term, double kelvin)
     return term.numerator / (std::exp(SECOND_RADIATION_CONSTANT / (term.metres * kelvin)) - 1);
 }
 
-using PlanckTerms = std::array<PlanckTerm, std::size(cie_colour_match)>;
+using PlanckTerms = std::array<PlanckTerm, CIE_WAVELENGTHS>;
 
 PlanckTerms planckTermsOfObserver()
 {

@@ -1,21 +1,9 @@
-#pragma once
-
-/// The colour matching functions of the CIE 1931 2 degree standard observer.
-
-#include <iterator>
+#include "globals/Colour.h"
 
 namespace TEKLUVA {
 
-/// \name The wavelengths of the rows, in nanometres
-/// @{
-inline constexpr float CIE_FIRST_WAVELENGTH = 380;
-inline constexpr float CIE_LAST_WAVELENGTH = 780;
-inline constexpr float CIE_WAVELENGTH_STEP = 5;
-/// @}
-
-/// The weights of a wavelength in X, Y and Z, to four decimals: CIE 015; Wyszecki and Stiles, "Color
-/// Science", table I(3.3.1).
-inline constexpr float cie_colour_match[][3] = {
+// To four decimals: CIE 015; Wyszecki and Stiles, "Color Science", table I(3.3.1).
+const float cie_colour_match[CIE_WAVELENGTHS][3] = {
     // clang-format off
     {0.0014f, 0.0000f, 0.0065f}, // 380
     {0.0022f, 0.0001f, 0.0105f}, // 385
@@ -100,8 +88,5 @@ inline constexpr float cie_colour_match[][3] = {
     {0.0000f, 0.0000f, 0.0000f}, // 780
     // clang-format on
 };
-
-static_assert(CIE_FIRST_WAVELENGTH + CIE_WAVELENGTH_STEP * (std::size(cie_colour_match) - 1)
-              == CIE_LAST_WAVELENGTH);
 
 } // namespace TEKLUVA

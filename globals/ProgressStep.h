@@ -25,9 +25,11 @@ namespace TEKLUVA {
 ///
 /// Thread-safe until StateHandler deletes the step: threads may change it while others read it. The signals
 /// are emitted in the thread that makes the change, under the step's lock, and so in the order of the
-/// changes. A receiver connected directly may read the step but must not change it. (A finished step ignores
-/// changes, even there, but setVisible() and setProgressStepBlocked() would deadlock.) Receivers in other
-/// threads get the signals queued.
+/// changes. Receivers in other threads get the signals queued.
+///
+/// A receiver connected directly may read and change the step, and may run an event loop. Its changes take
+/// effect at once: their signals come in between, and receivers after it find the step as it is by then. As
+/// long as it runs, changes by other threads wait, so it must not wait for another thread that makes one.
 class GLOBALS_EXPORT ProgressStep : public QObject
 {
     Q_OBJECT
@@ -37,10 +39,10 @@ public:
     /// What handleProgressState() updates. Values that are not named here behave like E_PRT_BAR.
     enum E_ProgressType : int {
         E_PRT_BAR = 0,         ///< the bar only
-        E_PRT_PERCENT = 1,     ///< the percentage follows the bar
+        E_PRT_PERCENT = 1,     ///< the bar and the percentage; no other function connects them
         E_PRT_BAR_ALT = 2,     ///< as E_PRT_BAR; displays may show it differently
         E_PRT_PERCENT_ALT = 3, ///< as E_PRT_PERCENT; displays may show it differently
-        E_PRT_TRANSFER = 4,    ///< the display text contains the size, and is "Abgeschlossen" at the end
+        E_PRT_TRANSFER = 4,    ///< the bar and the size in the display text, "Abgeschlossen" at the end
     };
     Q_ENUM(E_ProgressType)
 
@@ -73,6 +75,8 @@ public:
     /// May exceed getProgressBarSteps(), when it was incremented or set so.
     unsigned int getCurrentProgressBarStep() const { return m_currentBarStep; }
     double getProgressBarStepDivFactor() const { return m_divFactor; }
+    /// False: for displays, and nothing in the library sets it.
+    bool getProgressStepFlag() const { return m_flag; }
     bool getVisible() const { return m_visible; }
 
     /// Works on a finished step as well. Emits nothing.
@@ -99,16 +103,20 @@ public:
     /// as 1. Emits nothing.
     void setProgressBarStepDivFactor(double factor);
     /// Emits changeProgressStateRequested() and then updateProgressStepRequested(). A step that finishes
-    /// without having run passes through E_PS_RUNNING, with both signals for each of the two states; its bar
-    /// is full then and its description empty.
+    /// without having run passes through E_PS_RUNNING, with both signals for each of the two states. A
+    /// finished step has no description and a full bar, but for a transfer, whose bar stays and whose display
+    /// text becomes "Abgeschlossen".
     void setProgressStepState(E_ProgressState state);
     /// @}
 
 public Q_SLOTS:
     /// Moves the bar to \p received of \p total, which are bytes for a transfer. Connect it to the progress
     /// signal of a download. Both numbers are divided by the factor, truncated and kept in 32 bits; a total
-    /// below what was received becomes equal to it. A finished or blocked step ignores the call. Emits
-    /// updateProgressStepRequested() when the bar has changed, but for a transfer only when its total has.
+    /// below what was received becomes equal to it. An unknown total, -1, becomes 4294967295 with a factor of
+    /// 1, so that the bar hardly moves, and 0, and so what was received, with a larger one: call
+    /// setCurrentProgressBarStep() instead as long as the total is unknown. A finished or blocked step
+    /// ignores the call. Emits updateProgressStepRequested() when the bar has changed, but for a transfer
+    /// only when its total has.
     void handleProgressState(qint64 received, qint64 total);
 
 Q_SIGNALS:
@@ -132,11 +140,13 @@ private:
         QString m_text;
     };
 
+    class Turn;
+
     bool acceptsChanges() const { return !m_blocked && m_state != E_PS_FINISHED; }
     template <typename Change>
     void change(Change&& change);
     void enterState(E_ProgressState state);
-    void finish();
+    bool finish();
     bool moveBar(quint32 current, quint32 steps);
 
     // Not behind a pointer: worker code updates and displays read steps all the time. With a pointer an
@@ -156,7 +166,9 @@ private:
     std::atomic<double> m_divFactor = 1.0;
     std::atomic<bool> m_blocked = false;
     std::atomic<bool> m_visible = true;
-    QMutex m_mutex; ///< held while the step is changed and its signals are emitted
+    const bool m_flag = false;
+    std::atomic<quint32> m_holder = 0; ///< the number of the thread that holds the mutex, 0 for none
+    QMutex m_mutex;                    ///< held while the step is changed and its signals are emitted
 };
 
 } // namespace TEKLUVA

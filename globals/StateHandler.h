@@ -36,7 +36,8 @@ namespace TEKLUVA {
 ///
 /// Ownership: the handler has no parent, and nothing in the library destroys it. It owns the steps: they live
 /// in its thread and are deleted there after the next newProcess(). A step that is replaced by one of the
-/// same name is never deleted, and neither are the last process's steps when the handler is destroyed.
+/// same name is never deleted, and neither are the steps that are left when the handler is destroyed: before
+/// that, begin a process without steps, and let the event loop delete what is to be deleted.
 class GLOBALS_EXPORT StateHandler : public QObject
 {
     Q_OBJECT
@@ -68,7 +69,8 @@ public:
     /// Null for an unknown name.
     ProgressStep* getStepData(const QString& name) const;
     QMap<QString, ProgressStep*> getAllSteps() const;
-    /// The running step, null for none.
+    /// The step that was started last and still runs, null for none. A step that was added as running is not
+    /// noticed: add it as waiting, and start it then.
     ProgressStep* getActiveStep() const;
     /// @}
 

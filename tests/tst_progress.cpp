@@ -9,6 +9,7 @@
 #include <QThread>
 #include <QTimer>
 
+#include <future>
 #include <memory>
 #include <thread>
 
@@ -56,16 +57,20 @@ public:
             note("add %1 %2 %3"_q.arg(step->getProgressStepName())
                      .arg(step->getProgressStepId())
                      .arg(prepend));
-            connect(step, &ProgressStep::updateProgressStepRequested, this,
-                    [this](ProgressStep* sender) { note("update "_q + sender->getProgressStepName()); });
-            connect(step, &ProgressStep::changeProgressStateRequested, this, [this](ProgressStep* sender) {
-                note("change %1 %2"_q.arg(sender->getProgressStepName()).arg(sender->getProgressStepState()));
-            });
+            watch(step);
         });
         on(&S::abortProcess, [this] { note("abort"_q); });
         on(&S::renameProcessTitleRequested, [this](const QString& title) { note("title "_q + title); });
     }
 
+    void watch(const ProgressStep* step)
+    {
+        connect(step, &ProgressStep::updateProgressStepRequested, this,
+                [this](ProgressStep* sender) { note("update "_q + sender->getProgressStepName()); });
+        connect(step, &ProgressStep::changeProgressStateRequested, this, [this](ProgressStep* sender) {
+            note("change %1 %2"_q.arg(sender->getProgressStepName()).arg(sender->getProgressStepState()));
+        });
+    }
     void note(const QString& event) { m_events << event.simplified(); }
     QString events() const { return m_events.join("; "_q); }
 
@@ -140,6 +145,7 @@ const Calls STEP_VALUES = {
     {"factor"_q, call(subject, &ProgressStep::getProgressBarStepDivFactor)},
     {"blocked"_q, call(subject, &ProgressStep::getProgressStepBlocked)},
     {"visible"_q, call(subject, &ProgressStep::getVisible)},
+    {"flag"_q, call(subject, &ProgressStep::getProgressStepFlag)},
 };
 
 /// Makes a call on the state handler, "abort", or on a step, "a.percent 40".
@@ -170,6 +176,105 @@ void deleteWhatIsToBeDeleted()
 }
 
 } // namespace
+
+/// What a receiver sees while a signal is delivered to it.
+class Witness : public QObject
+{
+public:
+    Witness()
+    {
+        using S = StateHandler;
+        const auto on = [this](auto signal, const char* name) {
+            connect(states(), signal, this, [this, name] { look(QString::fromUtf8(name)); });
+        };
+        on(&S::createNewProcessRequested, "new");
+        on(&S::abortProcess, "abort");
+        on(&S::renameProcessTitleRequested, "title");
+        on(&S::statusMessage, "status");
+        connect(states(), &S::createNewProgressStepRequested, this, [this](ProgressStep* added) {
+            look("add"_q);
+            QVERIFY(step(added->getProgressStepName()) == added);
+            connect(added, &ProgressStep::changeProgressStateRequested, this, [this] { look("change"_q); });
+            connect(added, &ProgressStep::updateProgressStepRequested, this, [this] { look("update"_q); });
+        });
+    }
+    QString seen() const { return m_seen.join("; "_q); }
+
+private:
+    void look(const QString& signal)
+    {
+        QStringList words = {signal};
+        const QString title =
+            states()->getProcessName() + (states()->showTotalProgress() ? "+"_q : QString());
+        for (const QString& text : {title, states()->getCurrentMessage()}) {
+            if (!text.isEmpty())
+                words << text;
+        }
+        if (states()->wasAborted())
+            words << "aborted"_q;
+        for (const ProgressStep* s : states()->getAllSteps()) {
+            const QString mark = s == states()->getActiveStep() ? "*"_q : QString();
+            words << "%1%2=%3/%4"_q.arg(s->getProgressStepName(), mark)
+                         .arg(s->getCurrentProgressBarStep())
+                         .arg(s->getProgressBarSteps())
+                  << "[%1]"_q.arg(s->getProgressStepState()) << s->getProgressStepDisplayText()
+                  << s->getProgressStepDescription();
+        }
+        m_seen << join(words).simplified();
+    }
+
+    QStringList m_seen;
+};
+
+/// Ends the program, so that the test fails, when the scope lasts too long: it waits for a lock for ever.
+class Watchdog
+{
+    Q_DISABLE_COPY(Watchdog)
+
+public:
+    Watchdog() = default;
+    ~Watchdog()
+    {
+        m_end.set_value();
+        m_dog.join();
+    }
+
+private:
+    void watch()
+    {
+        if (m_end.get_future().wait_for(std::chrono::seconds(30)) == std::future_status::timeout)
+            qFatal("A call does not return.");
+    }
+
+    std::promise<void> m_end;
+    std::thread m_dog = std::thread(&Watchdog::watch, this);
+};
+
+/// Threads that end, and are waited for, whatever fails meanwhile: the program would be aborted otherwise.
+class Workers
+{
+    Q_DISABLE_COPY(Workers)
+
+public:
+    Workers(int count, const std::function<void(int)>& work)
+    {
+        for (int worker = 0; worker < count; ++worker)
+            m_threads.emplace_back(work, worker);
+    }
+    ~Workers()
+    {
+        states()->setAbort();
+        for (std::thread& thread : m_threads)
+            thread.join();
+    }
+
+private:
+    std::vector<std::thread> m_threads;
+};
+
+/// What a receiver of a step's signals may do.
+using Reaction = void (*)(ProgressStep* step);
+Q_DECLARE_METATYPE(Reaction)
 
 /// Lives in another thread and is connected by the names of the signals, as old code does it.
 class Listener : public QObject
@@ -306,6 +411,73 @@ private Q_SLOTS:
         QCOMPARE(step("a"_q)->getCurrentProgressBarStep(), 100U);
     }
 
+    void showsReceiversWhatTheyAreToldOf_data() { TestData::addRows("progress-seen.txt", {"calls", "seen"}); }
+    void showsReceiversWhatTheyAreToldOf()
+    {
+        const Witness witness;
+        for (const QString& entry : entriesOf("calls"))
+            make(CALLS, STEP_CALLS, entry);
+        QCOMPARE(witness.seen(), TestData::field("seen"));
+    }
+
+    void aReceiverMayCallBack_data()
+    {
+        QTest::addColumn<Reaction>("reaction");
+        QTest::addColumn<QString>("events");
+        const auto row = [](const char* name, Reaction reaction, const char* events) {
+            QTest::newRow(name) << reaction << QString::fromUtf8(events);
+        };
+        const char* twice =
+            "update a; change a 2; update a; change a 3; update a; update b; change b 2; update b";
+        row(
+            "changes its step", [](ProgressStep* s) { s->setProgressStepText("x"_q); }, twice);
+        row(
+            "hides its step", [](ProgressStep* s) { s->setVisible(false); }, twice);
+        row(
+            "blocks its step", [](ProgressStep* s) { s->setProgressStepBlocked(true); },
+            "change a 2; update a; change b 2; update b");
+        row(
+            "finishes its step",
+            [](ProgressStep* s) { s->setProgressStepState(ProgressStep::E_PS_FINISHED); },
+            "change a 3; update a; change a 3; update a; change b 3; update b; change b 3; update b");
+        row(
+            "starts another step",
+            [](ProgressStep*) { states()->setProgressStepState("b"_q, ProgressStep::E_PS_RUNNING); },
+            "change a 3; update a; change b 2; update b; change a 3; update a");
+        row(
+            "runs an event loop",
+            [](ProgressStep* s) {
+                QMetaObject::invokeMethod(
+                    states(), [s] { s->setProgressStepText("x"_q); }, Qt::QueuedConnection);
+                QCoreApplication::processEvents();
+            },
+            twice);
+        row(
+            "asks for an abort",
+            [](ProgressStep* s) {
+                QMetaObject::invokeMethod(
+                    states(), [s] { s->setProgressStepText("x"_q); }, Qt::QueuedConnection);
+                states()->wasAborted();
+            },
+            twice);
+    }
+    void aReceiverMayCallBack()
+    {
+        const Watchdog watchdog;
+        states()->newProcess("P"_q, true, true);
+        addStep("a"_q);
+        addStep("b"_q);
+        const auto reaction = TestData::field<Reaction>("reaction");
+        for (const char* name : {"a", "b"})
+            connect(step(QLatin1String(name)), &ProgressStep::changeProgressStateRequested, this, reaction);
+        Recorder recorder;
+        for (const char* name : {"a", "b"})
+            recorder.watch(step(QLatin1String(name)));
+        for (const char* name : {"a", "b"})
+            states()->setProgressStepState(QLatin1String(name), ProgressStep::E_PS_RUNNING);
+        QCOMPARE(recorder.events(), TestData::field("events"));
+    }
+
     void reachesReceiversInOtherThreads()
     {
         QThread thread;
@@ -320,28 +492,29 @@ private Q_SLOTS:
                 SLOT(takeStep(ProgressStep*)));
         step("a"_q)->setProgressStepState(ProgressStep::E_PS_FINISHED);
         states()->newStatusMessage("four"_q, E_ST_ERROR, 90);
+        QMetaObject::invokeMethod(
+            &listener, [&thread] { thread.quit(); }, Qt::QueuedConnection); // comes last
         thread.start();
-        QTRY_COMPARE(listener.calls.load(), 1 + 2 + 90 + E_ST_ERROR + 4);
-        thread.quit();
         QVERIFY(thread.wait());
+        QCOMPARE(listener.calls.load(), 1 + 2 + 90 + E_ST_ERROR + 4);
     }
 
     void workersAreWatchedAndStopped()
     {
         states()->newProcess("P"_q, true, true);
         int seen = 0;
-        connect(states(), &StateHandler::createNewProgressStepRequested, this,
-                [this, &seen](ProgressStep* step) {
-                    connect(step, &ProgressStep::updateProgressStepRequested, this,
+        const QObject display; // ends before what its receivers write to
+        connect(states(), &StateHandler::createNewProgressStepRequested, &display,
+                [&display, &seen](ProgressStep* step) {
+                    connect(step, &ProgressStep::updateProgressStepRequested, &display,
                             [&seen](const ProgressStep* sender) {
                                 seen += !sender->getProgressStepText().isEmpty();
                                 if (seen > 500)
                                     states()->setAbort();
                             });
                 });
-        std::vector<std::thread> workers;
-        for (int worker = 0; worker < 3; ++worker) {
-            workers.emplace_back([worker] {
+        {
+            const Workers workers(3, [](int worker) {
                 const QString name = QString::number(worker);
                 addStep(name, ProgressStep::E_PRT_TRANSFER, ProgressStep::E_PS_RUNNING);
                 for (int i = 0; !states()->wasAborted(); ++i) {
@@ -350,10 +523,8 @@ private Q_SLOTS:
                     states()->setProgressStepDescription(QString::number(i % 3), name);
                 }
             });
+            QTRY_VERIFY_WITH_TIMEOUT(states()->wasAborted(), 60000);
         }
-        QTRY_VERIFY_WITH_TIMEOUT(states()->wasAborted(), 60000);
-        for (std::thread& worker : workers)
-            worker.join();
         QCOMPARE(QStringList(states()->getAllSteps().keys()), QStringList({"0"_q, "1"_q, "2"_q}));
     }
 

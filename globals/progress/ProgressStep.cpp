@@ -47,6 +47,15 @@ bool isPercentage(ProgressStep::E_ProgressType type)
     return type == ProgressStep::E_PRT_PERCENT || type == ProgressStep::E_PRT_PERCENT_ALT;
 }
 
+/// Tells the calling thread from all others. QThread::currentThread() takes longer, and 32 bits fit into a
+/// gap of the class.
+quint32 threadNumber()
+{
+    static std::atomic<quint32> last = 0;
+    thread_local const quint32 number = ++last;
+    return number;
+}
+
 /// Stores \p value. False when the field held it already. Expects the lock of the step: only one thread at a
 /// time stores, so that load and store need not be one operation.
 template <typename Field, typename Value>
@@ -89,14 +98,41 @@ ProgressStep::ProgressStep(unsigned int id, QString name, E_ProgressType type, Q
     registerMetaTypes();
 }
 
-/// Runs \p change under the lock, and announces it if \p change returns true. A step that ignores changes is
-/// not locked: a receiver of its last signal may still call what is ignored.
+/// A thread's turn to change the step and to announce what it has changed. A receiver that changes the step
+/// in turn does so within that of its thread. (A recursive mutex would do the same with one more allocation.)
+class ProgressStep::Turn
+{
+    Q_DISABLE_COPY(Turn)
+
+public:
+    explicit Turn(ProgressStep* step)
+    {
+        const quint32 thisThread = threadNumber();
+        if (step->m_holder.load(std::memory_order_relaxed) == thisThread)
+            return;
+        step->m_mutex.lock();
+        step->m_holder.store(thisThread, std::memory_order_relaxed);
+        m_step = step;
+    }
+    ~Turn()
+    {
+        if (!m_step)
+            return;
+        m_step->m_holder.store(0, std::memory_order_relaxed);
+        m_step->m_mutex.unlock();
+    }
+
+private:
+    ProgressStep* m_step = nullptr; ///< null within an outer turn
+};
+
+/// Makes \p change, and announces it if \p change returns true.
 template <typename Change>
 void ProgressStep::change(Change&& change)
 {
     if (!acceptsChanges())
         return;
-    const QMutexLocker lock(&m_mutex);
+    const Turn turn(this);
     // Another thread may have finished the step while this one waited.
     if (!acceptsChanges())
         return;
@@ -107,7 +143,7 @@ void ProgressStep::change(Change&& change)
 
 void ProgressStep::setProgressStepBlocked(bool blocked)
 {
-    const QMutexLocker lock(&m_mutex);
+    const Turn turn(this);
     m_blocked = blocked;
 }
 
@@ -115,7 +151,7 @@ void ProgressStep::setVisible(bool visible)
 {
     if (m_blocked)
         return;
-    const QMutexLocker lock(&m_mutex);
+    const Turn turn(this);
     if (m_blocked)
         return;
     const bool isChanged = store(m_visible, visible);
@@ -191,9 +227,8 @@ void ProgressStep::setProgressStepState(E_ProgressState state)
         if (state == m_state)
             return false;
         if (state == E_PS_FINISHED)
-            finish();
-        else
-            enterState(state);
+            return finish();
+        enterState(state);
         return true;
     });
 }
@@ -204,11 +239,14 @@ void ProgressStep::enterState(E_ProgressState state)
     Q_EMIT changeProgressStateRequested(this);
 }
 
-void ProgressStep::finish()
+/// False when a receiver has finished the step first.
+bool ProgressStep::finish()
 {
     if (m_state != E_PS_RUNNING) {
         enterState(E_PS_RUNNING);
         Q_EMIT updateProgressStepRequested(this);
+        if (m_state == E_PS_FINISHED)
+            return false;
     }
     // The state comes last: whoever sees it sees the finished step.
     if (m_type == E_PRT_TRANSFER)
@@ -217,6 +255,7 @@ void ProgressStep::finish()
         m_currentBarStep = m_barSteps.load();
     m_description.set(QString());
     enterState(E_PS_FINISHED);
+    return true;
 }
 
 bool ProgressStep::moveBar(quint32 current, quint32 steps)

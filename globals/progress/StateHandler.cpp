@@ -189,18 +189,20 @@ void StateHandler::handleChangeProgressStateRequest(ProgressStep* step)
     // A worker's last call may have been queued when its process ended. It must not disturb the new process.
     if (d->data.isDeletionPending(step))
         return;
-    const bool isRunning = step->getProgressStepState() == ProgressStep::E_PS_RUNNING;
+    const auto isRunning = [step] { return step->getProgressStepState() == ProgressStep::E_PS_RUNNING; };
     ProgressStep* active = d->data.getActiveProgressStep();
     if (step == active) {
-        if (!isRunning)
+        if (!isRunning())
             d->data.setActiveProgressStep(nullptr);
         return;
     }
-    if (!isRunning)
+    if (!isRunning())
         return;
     if (active)
         active->setProgressStepState(ProgressStep::E_PS_FINISHED);
-    d->data.setActiveProgressStep(step);
+    const bool isStillRunning = isRunning(); // receivers have been called
+    if (isStillRunning)
+        d->data.setActiveProgressStep(step);
 }
 
 } // namespace TEKLUVA

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "globals/ConfigManagerData.h" // this one and the next two for programs that include only this header
+#include "globals/ConfigManagerData.h" // this one, LastRun.h and Settings.h for programs that include only this header
 #include "globals/LastRun.h"
+#include "globals/MigrationReport.h"
 #include "globals/Settings.h"
 #include "globals/globals.h"
 
@@ -46,6 +47,19 @@ public:
     /// False before the first getInstance(), and after the application object has deleted the manager.
     static bool hasInstance();
     ~ConfigManager() override;
+
+    /// \name Before the first getInstance()
+    /// @{
+
+    /// With false this process leaves the record of the last run alone: setRuntimeState(),
+    /// setPotentialError(), updateLifeTime() and setAutosaveSessionState() write nothing. For a companion of
+    /// an application of the same name, whose record it would replace. May be called later as well, after
+    /// isOtherRunning().
+    static void setRecordsRun(bool records);
+    /// With false the constructor leaves the folders of older installations alone, see checkAndClean(). For
+    /// any other application than the planner.
+    static void setMovesOlderData(bool moves);
+    /// @}
 
     /// \name Settings
     /// Values of "settings.ini" by group and key, see Settings.
@@ -110,6 +124,11 @@ public:
     /// E_RS_FIRST_START removes the state; a number that is no state does nothing.
     void setRuntimeState(const E_RuntimeState& state);
     E_RuntimeState getLastRuntimeState() const;
+    /// What the record means, see runVerdict(). E_RV_RUNNING also for a run of this process.
+    E_RunVerdict getLastRunVerdict() const;
+    /// Whether the record is of a run that goes on in another process. Ask before setRuntimeState(), which
+    /// replaces the record.
+    bool isOtherRunning() const;
     /// Records what has gone wrong if nothing else is recorded later, and a sign of life.
     void setPotentialError(const unsigned int& code);
     unsigned int getLastPotentialError() const;
@@ -126,8 +145,13 @@ public:
     /// \name Versions and clean-up
     /// @{
 
-    /// The first \p parts numbers of the application's version, for example "1.6" for 2; all four from 4 on.
+    /// The first \p parts numbers of the application's version, for example "1.6" for 2; all of them if there
+    /// are no more. That of the planner, "1.6.0.4184", until setCurrentVersion().
     QString getCurrentVersion(const unsigned int& parts) const;
+    /// The version of another application, numbers with points between them. An empty text restores the
+    /// planner's.
+    void setCurrentVersion(const QString& version);
+    /// The first four numbers.
     QString getCurrentDisplayVersion() const;
     /// Compares at most \p depth parts as numbers. A version equals each version that begins with its parts.
     E_VersionComparison compareVersion(const QString& first, const QString& second,
@@ -138,6 +162,8 @@ public:
     /// Runs in the constructor. Silent. If something in an old folder cannot be copied, that folder stays
     /// complete. The settings are moved last, so that after a killed start the next one goes on.
     void checkAndClean();
+    /// What the last checkAndClean() has done.
+    MigrationReport migrationReport() const;
     /// @}
 
     /// \name Stored versions of an item

@@ -15,6 +15,7 @@ enum E_RunVerdict : int {
     E_RV_RESTARTED = 3, ///< a clean end, to start again
     E_RV_UPDATING = 4,  ///< an update had begun and did not end
     E_RV_CRASHED = 5,   ///< a failure, or a run that recorded no end: killed, or running still
+    E_RV_RUNNING = 6,   ///< no end is recorded, and the process that recorded the run exists
 };
 
 /// What the settings say about how the last run went. State, error code and life time are one record, written
@@ -55,6 +56,16 @@ GLOBALS_EXPORT E_RunVerdict runVerdict(E_RuntimeState state);
 /// The same in words, in English: "closed cleanly". They name the step at which a run died, if it did:
 /// "running, or crashed, while it was closing". Empty for a number that is no state.
 GLOBALS_EXPORT QString runVerdictText(E_RuntimeState state);
+
+/// \name By the process that recorded the run
+/// From the values of the settings group "Application", as lastRunFrom(). If the record names its process,
+/// the verdict on a run without an end is certain: E_RV_RUNNING while the process exists, otherwise
+/// E_RV_CRASHED, "crashed while it was started". A record of an older version of the library, or of another
+/// machine that shares the file, has the verdict of its state.
+/// @{
+GLOBALS_EXPORT E_RunVerdict runVerdict(const QVariantMap& applicationSettings);
+GLOBALS_EXPORT QString runVerdictText(const QVariantMap& applicationSettings);
+/// @}
 
 /// The error code that is recorded with \p state: what has gone wrong if nothing else is recorded later.
 GLOBALS_EXPORT unsigned int potentialErrorOf(E_RuntimeState state);

@@ -27,8 +27,8 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::initializer_list<const char*> COLUMNS = {"call", "result", "before", "after", "said"};
-const QStringList OPTIONS = {"recursive"_q, "move"_q, ".png"_q, ".gz"_q,
-                             "yes"_q,       "no"_q,   "full"_q, "thread"_q};
+const QStringList OPTIONS = {"recursive"_q, "move"_q, ".png"_q,   ".gz"_q,  "yes"_q,
+                             "no"_q,        "full"_q, "thread"_q, "stay"_q, "report"_q};
 
 const auto config = &ConfigManager::getInstance;
 
@@ -128,6 +128,22 @@ void start(const QString& organization, const QString& application)
         config()->checkAndClean();
 }
 
+QString version(const QString& ofApplication, unsigned int parts)
+{
+    config()->setCurrentVersion(ofApplication);
+    const QString shown = config()->getCurrentDisplayVersion() + QLatin1Char(' ');
+    return shown + config()->getCurrentVersion(parts);
+}
+
+QString report()
+{
+    const MigrationReport report = config()->migrationReport();
+    const auto list = [](const QStringList& paths) {
+        return paths.isEmpty() ? "nothing"_q : paths.join(QLatin1Char(','));
+    };
+    return "moved %1 kept %2 deleted %3"_q.arg(list(report.moved), list(report.kept), list(report.deleted));
+}
+
 /// What a row calls by the first word of its "call".
 const Calls CALLS = {
     {"copy"_q, copy},
@@ -151,6 +167,7 @@ const Calls CALLS = {
     {"forget-material"_q, call(config, &ConfigManager::removeMaterialVersions)},
     {"qt-changed"_q, call([] { freshConfig()->handleQtVersionChanged(); })},
     {"version"_q, call(config, &ConfigManager::getCurrentVersion)},
+    {"version-of"_q, call(version)},
     {"compare"_q, call(config, &ConfigManager::compareVersion)},
     {"suffix"_q, call(config, &ConfigManager::getFileSuffix)},
     {"start"_q, call(start)},
@@ -194,8 +211,10 @@ private:
         m_words = textsIn(TestData::field("call"));
         const auto act = [&] {
             const FullDisk disk(m_words.contains("full"_q) ? 8 : RLIM_INFINITY);
-            return make(CALLS, m_words).toString();
+            const QString result = make(CALLS, m_words).toString();
+            return m_words.contains("report"_q) ? report() : result;
         };
+        ConfigManager::setMovesOlderData(!m_words.contains("stay"_q));
         const auto where = m_words.contains("thread"_q) ? std::launch::async : std::launch::deferred;
         QString result = std::async(where, act).get();
         for (const QString& word : qAsConst(m_words)) {

@@ -175,7 +175,7 @@ private Q_SLOTS:
         QVERIFY(TestFiles::makePipe(folder + "/pipe/settings.ini"_q));
         QVERIFY(TestFiles::write(folder + "/blocked"_q, {}));
         if (const QString content = linesOf("content", "@"_q); !content.isEmpty())
-            QVERIFY(TestFiles::write(file, content.toLatin1()));
+            QVERIFY(TestFiles::write(file, content.toLatin1().replace("@BOOT@", QSysInfo::bootUniqueId())));
         const auto before = treeAtHome();
         const Result result = globalsctl(arguments());
         QCOMPARE(result.text(), linesOf("output", folder));

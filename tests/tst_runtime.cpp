@@ -7,6 +7,9 @@
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTextStream>
+#include <QThread>
+
+#include <csignal>
 
 using namespace TEKLUVA;
 
@@ -31,9 +34,15 @@ QString settingsFile()
     return config()->getPath(E_PT_SETTINGS) + "settings.ini"_q;
 }
 
-/// The part of another process: records states until it is killed, or writes the preferred language.
+/// The part of another process: records states until it is killed, records that it was started and waits for
+/// its end, or writes the preferred language.
 int runAsOtherProcess(const QByteArray& part)
 {
+    if (part == "start") {
+        config()->setRuntimeState(E_RS_STARTED);
+        QTextStream(stdout) << "started";
+        QThread::sleep(600);
+    }
     if (part == "language")
         QTextStream(stdout) << config()->getPrefferedLang();
     while (part == "record") {
@@ -84,6 +93,50 @@ private Q_SLOTS:
     {
         config()->setSetting(APPLICATION, "last_runtime_state"_q, TestData::field("word"));
         QCOMPARE(int(config()->getLastRuntimeState()), TestData::field<int>("state"));
+    }
+
+    void anotherProcessIsRunningOrHasDied()
+    {
+        const auto verdict = [] {
+            return runVerdictText(
+                Settings(settingsFile(), QSettings::IniFormat, nullptr).getSettings(APPLICATION));
+        };
+        QProcess other;
+        other.start(QCoreApplication::applicationFilePath(), {"start"_q});
+        QVERIFY(other.waitForReadyRead());
+        QVERIFY(config()->isOtherRunning());
+        QCOMPARE(config()->getLastRunVerdict(), E_RV_RUNNING);
+        QCOMPARE(verdict(), "running"_q);
+
+        ConfigManager::setRecordsRun(false);
+        const QByteArray record = TestFiles::contentOf(settingsFile());
+        config()->setRuntimeState(E_RS_SHUTDOWN);
+        config()->setPotentialError(1);
+        config()->setAutosaveSessionState(true);
+        config()->updateLifeTime();
+        QCOMPARE(TestFiles::contentOf(settingsFile()), record);
+        ConfigManager::setRecordsRun(true);
+
+        // A later process may have its number.
+        const QVariant start = config()->getSetting(APPLICATION, "run_start"_q);
+        config()->setSetting(APPLICATION, "run_start"_q, start.toLongLong() - 1);
+        QCOMPARE(verdict(), "crashed while it was started"_q);
+        config()->setSetting(APPLICATION, "run_start"_q, start);
+        QVERIFY(config()->isOtherRunning());
+        ::kill(pid_t(other.processId()), SIGKILL); // nobody has asked yet how it ended
+        QTRY_VERIFY(!config()->isOtherRunning());
+        other.waitForFinished();
+        QCOMPARE(config()->getLastRunVerdict(), E_RV_CRASHED);
+        QCOMPARE(verdict(), "crashed while it was started"_q);
+
+        config()->setSetting(APPLICATION, "run_boot"_q, "another machine's"_q);
+        QCOMPARE(verdict(), "running, or crashed, while it was started"_q);
+        config()->setRuntimeState(E_RS_CLOSING);
+        QCOMPARE(config()->getLastRunVerdict(), E_RV_RUNNING); // which is this process
+        QVERIFY(!config()->isOtherRunning());
+        config()->setRuntimeState(E_RS_SHUTDOWN);
+        QVERIFY(!config()->hasSetting(APPLICATION, "run_pid"_q));
+        QCOMPARE(verdict(), "closed cleanly"_q);
     }
 
     void aFreshFileIsAFirstStart()

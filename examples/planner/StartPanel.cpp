@@ -17,12 +17,13 @@ constexpr std::pair<E_RunVerdict, const char*> VERDICTS[] = {
     {E_RV_CLOSED, QT_TRANSLATE_NOOP("Panel", "The application was closed cleanly.")},
     {E_RV_RESTARTED, QT_TRANSLATE_NOOP("Panel", "The application was closed for a restart.")},
     {E_RV_UPDATING, QT_TRANSLATE_NOOP("Panel", "The update was interrupted.")},
+    {E_RV_RUNNING, QT_TRANSLATE_NOOP("Panel", "The application is open in another window.")},
 };
 
-QString verdictOn(E_RuntimeState state, const QDateTime& lifeTime)
+QString textOf(E_RunVerdict lastVerdict, const QDateTime& lifeTime)
 {
     for (const auto& [verdict, text] : VERDICTS) {
-        if (verdict == runVerdict(state))
+        if (verdict == lastVerdict)
             return Panel::tr(text);
     }
     const QString time = QLocale().toString(lifeTime, QLocale::ShortFormat);
@@ -64,8 +65,10 @@ QWidget* makeStartPanel()
     auto* panel = new Panel(QT_TRANSLATE_NOOP("Panel", "Last run"));
     auto* verdict = new QLabel;
 
-    const auto show = [verdict, state = config->getLastRuntimeState(), time = config->getLastLifeTime()] {
-        verdict->setText(verdictOn(state, time));
+    const E_RunVerdict last =
+        config->isOtherRunning() ? E_RV_RUNNING : runVerdict(config->getLastRuntimeState());
+    const auto show = [verdict, last, time = config->getLastLifeTime()] {
+        verdict->setText(textOf(last, time));
     };
     show();
     QObject::connect(panel, &Panel::languageChanged, verdict, show);

@@ -38,6 +38,7 @@ int main(int argc, char** argv)
     QApplication::setOrganizationName(QStringLiteral("tekluva"));
     QApplication::setApplicationName(QStringLiteral("tekluva 3D-Planner"));
     ConfigManager* config = ConfigManager::getInstance();
+    ConfigManager::setRecordsRun(!config->isOtherRunning()); // a second window leaves the record to the first
     LogManager::getInstance()->setActiveLog(new Log("tekluva-3D", false)); // the registry deletes it
     int result = 1;
     try {

@@ -136,6 +136,10 @@
         <translation>Die Aktualisierung wurde unterbrochen.</translation>
     </message>
     <message>
+        <source>The application is open in another window.</source>
+        <translation>Das Programm ist in einem anderen Fenster offen.</translation>
+    </message>
+    <message>
         <source>The application crashed; it was last alive at %1.</source>
         <translation>Die Anwendung ist abgestürzt; ihr letztes Lebenszeichen war %1.</translation>
     </message>

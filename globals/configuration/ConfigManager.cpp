@@ -8,6 +8,22 @@ namespace TEKLUVA {
 
 ConfigManager* ConfigManager::__instance = nullptr;
 
+StartOptions& startOptions()
+{
+    static StartOptions options;
+    return options;
+}
+
+void ConfigManager::setRecordsRun(bool records)
+{
+    startOptions().recordsRun = records;
+}
+
+void ConfigManager::setMovesOlderData(bool moves)
+{
+    startOptions().movesOlderData = moves;
+}
+
 ConfigManager* ConfigManager::getInstance()
 {
     if (!__instance)
@@ -33,7 +49,8 @@ ConfigManager::ConfigManager()
     d->data.setServerTimeState(false);
 
     // Before the settings file exists: its absence is the sign of a first start.
-    checkAndClean();
+    if (startOptions().movesOlderData)
+        checkAndClean();
     d->settings.openSettingsFile(getPath(E_PT_SETTINGS) + SettingsKeys::FILE_NAME, QSettings::IniFormat,
                                  this);
     d->settings.whenPendingChanges([this](bool hasPending) { Q_EMIT pendingSettingsChanged(hasPending); });

@@ -2,6 +2,7 @@
 #include "globals/LogManager.h"
 #include "globals/SettingsKeys.h"
 #include "globals/configuration/ConfigManager_p.h"
+#include "globals/configuration/LastRun_p.h"
 #include "globals/foundation/Languages_p.h"
 #include "globals/logs/ActiveLog_p.h"
 
@@ -47,9 +48,20 @@ qint64 ConfigManager::Private::currentMSecs() const
     return data.getServerTimeState() ? now + MSECS_PER_SECOND * data.getServerTimeDiff() : now;
 }
 
+QVariantMap ConfigManager::Private::runRecord() const
+{
+    return settings.getSettings(SettingsKeys::APPLICATION);
+}
+
 LastRun ConfigManager::Private::lastRun() const
 {
-    return lastRunFrom(settings.getSettings(SettingsKeys::APPLICATION));
+    return lastRunFrom(runRecord());
+}
+
+void ConfigManager::Private::record(const QVariantMap& values)
+{
+    if (startOptions().recordsRun)
+        settings.setSettings(SettingsKeys::APPLICATION, values);
 }
 
 QVariantMap ConfigManager::Private::lifeTimeRecord() const
@@ -103,7 +115,8 @@ void ConfigManager::setRuntimeState(const E_RuntimeState& state)
     // One write for all: a process that is killed meanwhile leaves the old record or the new one.
     QVariantMap record = d->errorRecord(potentialErrorOf(state));
     record.insert(SettingsKeys::STATE, state == E_RS_FIRST_START ? QVariant() : word);
-    d->settings.setSettings(SettingsKeys::APPLICATION, record);
+    record.insert(processRecord(state));
+    d->record(record);
 }
 
 E_RuntimeState ConfigManager::getLastRuntimeState() const
@@ -111,9 +124,19 @@ E_RuntimeState ConfigManager::getLastRuntimeState() const
     return d->lastRun().state;
 }
 
+E_RunVerdict ConfigManager::getLastRunVerdict() const
+{
+    return runVerdict(d->runRecord());
+}
+
+bool ConfigManager::isOtherRunning() const
+{
+    return isRunOfOther(d->runRecord());
+}
+
 void ConfigManager::setPotentialError(const unsigned int& code)
 {
-    d->settings.setSettings(SettingsKeys::APPLICATION, d->errorRecord(code));
+    d->record(d->errorRecord(code));
 }
 
 unsigned int ConfigManager::getLastPotentialError() const
@@ -123,7 +146,7 @@ unsigned int ConfigManager::getLastPotentialError() const
 
 void ConfigManager::updateLifeTime()
 {
-    d->settings.setSettings(SettingsKeys::APPLICATION, d->lifeTimeRecord());
+    d->record(d->lifeTimeRecord());
 }
 
 QDateTime ConfigManager::getLastLifeTime() const
@@ -153,7 +176,7 @@ bool ConfigManager::getAutosaveSessionState() const
 
 void ConfigManager::setAutosaveSessionState(const bool& active)
 {
-    setSetting(SettingsKeys::APPLICATION, SettingsKeys::AUTO_SAVE, active);
+    d->record({{SettingsKeys::AUTO_SAVE, active}});
 }
 
 } // namespace TEKLUVA

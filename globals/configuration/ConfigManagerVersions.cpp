@@ -15,8 +15,8 @@ namespace TEKLUVA {
 
 namespace {
 
-/// Of the application that this library belongs to: major, minor, patch and build.
-constexpr int VERSION[] = {1, 6, 0, 4184};
+/// Of the planner: major, minor, patch and build.
+constexpr const char* VERSION = "1.6.0.4184";
 
 /// Digits with a sign at most; QString::toInt() would take blanks around them, too.
 std::optional<int> numberIn(const QString& part)
@@ -62,12 +62,16 @@ void removeAddsOf(const ConfigManager& config, const QString& name, E_PathType t
 
 QString ConfigManager::getCurrentVersion(const unsigned int& parts) const
 {
-    QStringList numbers;
-    for (const int number : VERSION) {
-        if (static_cast<unsigned int>(numbers.size()) < parts)
-            numbers << QString::number(number);
-    }
-    return numbers.join(QLatin1Char('.'));
+    const QString own = d->data.getVersion();
+    const QString version = own.isEmpty() ? QString::fromLatin1(VERSION) : own;
+    const QStringList numbers = version.split(QLatin1Char('.'));
+    const auto count = std::min(static_cast<unsigned int>(numbers.size()), parts);
+    return QStringList(numbers.mid(0, static_cast<int>(count))).join(QLatin1Char('.'));
+}
+
+void ConfigManager::setCurrentVersion(const QString& version)
+{
+    d->data.setVersion(version);
 }
 
 QString ConfigManager::getCurrentDisplayVersion() const
@@ -111,7 +115,12 @@ void ConfigManager::handleQtVersionChanged()
 // NOLINTBEGIN(readability-make-member-function-const): they change what the manager keeps on disk.
 void ConfigManager::checkAndClean()
 {
-    Migration::moveOlderInstallations(getPath(E_PT_SETTINGS));
+    d->migration = Migration::moveOlderInstallations(getPath(E_PT_SETTINGS));
+}
+
+MigrationReport ConfigManager::migrationReport() const
+{
+    return d->migration;
 }
 
 void ConfigManager::removeEnvironmentVersions(const QString& name)

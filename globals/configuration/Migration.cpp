@@ -11,6 +11,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
 namespace TEKLUVA::Migration {
@@ -90,11 +91,48 @@ bool isCopyOf(const QString& source, const QString& target)
     return true;
 }
 
+/// Also true for a link that leads nowhere.
+bool isThere(const QString& path)
+{
+    const QFileInfo file(path);
+    return file.exists() || file.isSymLink();
+}
+
+/// All that lies in \p folder itself.
+QStringList entriesOf(const QString& folder)
+{
+    QStringList entries;
+    const auto all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    for (const QFileInfo& entry : QDir(folder).entryInfoList(all))
+        entries << entry.absoluteFilePath();
+    return entries;
+}
+
+/// Those of \p paths at which nothing is any more.
+QStringList goneOf(const QStringList& paths)
+{
+    QStringList gone;
+    std::copy_if(paths.begin(), paths.end(), std::back_inserter(gone),
+                 [](const QString& path) { return !isThere(path); });
+    return gone;
+}
+
+/// What is not carried over. Returns what is deleted.
+QStringList dropTransients(const QString& old)
+{
+    QStringList transients;
+    for (const char* name : {"/cache", "/logs"}) {
+        const QString folder = old + QLatin1String(name);
+        if (isThere(folder))
+            transients << folder;
+        FileTree::remove(folder);
+    }
+    return goneOf(transients);
+}
+
 /// All but the settings file, and not what an earlier start has copied before it failed or was killed.
 bool copyData(const QString& old, const QString& base, FileTree::CopyRules rules)
 {
-    for (const char* transient : {"/cache", "/logs"})
-        FileTree::remove(old + QLatin1String(transient));
     rules.leftOut = settingsIn(old);
     return FileTree::copy(old, base, rules) && FileTree::syncFolder(base);
 }
@@ -138,18 +176,23 @@ bool stageSettings(const QString& old, const QString& base)
     return FileTree::copyFile(settings, stagedSettingsIn(base), rules) && FileTree::syncFolder(base);
 }
 
-void removeOld(const OldFolders& older, const QString& base)
+/// Returns what is deleted without a copy.
+QStringList removeOld(const OldFolders& older, const QString& base)
 {
-    if (FileTree::remove(older.data) && !holdsData(older.leftover, base))
-        FileTree::remove(older.leftover);
+    if (!FileTree::remove(older.data) || holdsData(older.leftover, base))
+        return {};
+    const QStringList beside = entriesOf(older.leftover);
+    FileTree::remove(older.leftover);
+    return goneOf(beside);
 }
 
 } // namespace
 
-void moveOlderInstallations(const QString& base)
+MigrationReport moveOlderInstallations(const QString& base)
 {
+    MigrationReport report;
     if (!QFileInfo(base).isDir() || QFileInfo::exists(settingsIn(base)))
-        return;
+        return report;
     std::vector<OldFolders> found = olderInstallations(base);
     FileTree::CopyRules rules;
     rules.recursive = true;
@@ -157,14 +200,21 @@ void moveOlderInstallations(const QString& base)
         return isCopyOf(source, target) ? FileTree::Overwrite::Keep : replaceOrFail(target);
     };
     rules.deletedLater = foldersToDelete(found, base);
-    for (OldFolders& older : found)
+    for (OldFolders& older : found) {
+        report.deleted << dropTransients(older.data);
         older.isCopied = copyData(older.data, base, rules);
+    }
     for (const OldFolders& older : found) {
-        if (stageSettings(older.data, base) && older.isCopied)
-            removeOld(older, base);
+        if (stageSettings(older.data, base) && older.isCopied) {
+            report.moved << older.data;
+            report.deleted << removeOld(older, base);
+        }
+        if (isThere(older.data))
+            report.kept << older.data;
     }
     // Does not replace settings that another process has written meanwhile.
     QFile::rename(stagedSettingsIn(base), settingsIn(base));
+    return report;
 }
 
 } // namespace TEKLUVA::Migration

@@ -22,15 +22,15 @@ struct Record
 {
     QString file;
     LastRun run;
-
-    QString verdict() const { return runVerdictText(run.state); }
+    QString verdict;
 };
 
 Record recordIn(const QString& file)
 {
     const Settings settings(file, QSettings::IniFormat, QCoreApplication::instance());
     // All keys in one call: the application may be writing the next record.
-    return {file, lastRunFrom(settings.getSettings(SettingsKeys::APPLICATION))};
+    const QVariantMap record = settings.getSettings(SettingsKeys::APPLICATION);
+    return {file, lastRunFrom(record), runVerdictText(record)};
 }
 
 QString lastAlive(const LastRun& run)
@@ -46,7 +46,7 @@ QString tableOf(const Record& record)
     const LastRun& run = record.run;
     return aligned({
         {QStringLiteral("File:"), record.file},
-        {QStringLiteral("Verdict:"), record.verdict()},
+        {QStringLiteral("Verdict:"), record.verdict},
         {QStringLiteral("State:"), run.word.isEmpty() ? QStringLiteral("-") : run.word},
         {QStringLiteral("Potential error:"), QString::number(run.potentialError)},
         {QStringLiteral("Last alive:"), lastAlive(run)},
@@ -62,7 +62,7 @@ QJsonObject objectOf(const Record& record)
             {QStringLiteral("exists"), QFileInfo::exists(record.file)},
             {QStringLiteral("state"), run.state},
             {QStringLiteral("word"), run.word},
-            {QStringLiteral("verdict"), record.verdict()},
+            {QStringLiteral("verdict"), record.verdict},
             {QStringLiteral("potentialError"), static_cast<qint64>(run.potentialError)},
             {QStringLiteral("lastAlive"),
              run.lifeTime.isValid() ? QJsonValue(run.lifeTime.toString(Qt::ISODate)) : QJsonValue()},

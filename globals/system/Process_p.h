@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+namespace TEKLUVA::System {
+
+/// A process of this machine. The system gives numbers of ended processes to new ones; with its start and the
+/// boot a process is told from those.
+struct Process
+{
+    qint64 id = 0;    ///< 0 for none
+    qint64 start = 0; ///< in the system's own unit, since the boot; 0 where the system does not tell
+    QString boot;     ///< differs from boot to boot and from machine to machine; empty if unknown
+};
+
+/// Asked anew each time, because a forked process is another one.
+Process thisProcess();
+
+/// Whether \p process exists and has not ended. False for one of another machine, of which nothing is known.
+bool isRunning(const Process& process);
+
+} // namespace TEKLUVA::System

@@ -2,6 +2,7 @@
 
 #include "globals/system/Buffer_p.h"
 #include "globals/system/LastError_p.h"
+#include "globals/system/System_p.h"
 
 #include <zip.h>
 
@@ -39,7 +40,7 @@ private:
     {
         QString& error = static_cast<NewArchive*>(archive)->m_error;
         if (error.isEmpty())
-            error = QString::fromLocal8Bit(System::lastError().message().c_str());
+            error = System::messageOf(System::lastError());
     }
 
     static void* open(void* archive, const void* /*name*/, int /*mode*/)

@@ -313,7 +313,7 @@ bool AtomicFile::commit(Durability durability)
 
 QString AtomicFile::error() const
 {
-    return d->error ? QString::fromLocal8Bit(d->error.message().c_str()) : QString();
+    return d->error ? System::messageOf(d->error) : QString();
 }
 
 } // namespace TEKLUVA

@@ -68,7 +68,7 @@ std::optional<QByteArray> readWhole(const QString& path, qint64 limit, QString* 
     if (!failure)
         return content;
     if (error)
-        *error = QString::fromLocal8Bit(failure.message().c_str());
+        *error = System::messageOf(failure);
     return std::nullopt;
 }
 

@@ -1,4 +1,5 @@
 #include "OtherPrograms.h"
+#include "TestFiles.h"
 #include "TestLog.h"
 
 #include "globals/ConfigManager.h"
@@ -9,7 +10,12 @@
 #include <QTextStream>
 #include <QThread>
 
+#include <algorithm>
 #include <csignal>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 using namespace TEKLUVA;
 
@@ -32,6 +38,14 @@ ConfigManager* nextStart()
 QString settingsFile()
 {
     return config()->getPath(E_PT_SETTINGS) + "settings.ini"_q;
+}
+
+bool hasOpen(qint64 process, const QString& folder)
+{
+    const QFileInfoList files =
+        QDir("/proc/%1/fd"_q.arg(process)).entryInfoList(QDir::AllEntries | QDir::System);
+    return std::any_of(files.begin(), files.end(),
+                       [&](const QFileInfo& file) { return file.symLinkTarget() == folder; });
 }
 
 /// The part of another process: records states until it is killed, records that it was started and waits for
@@ -137,6 +151,30 @@ private Q_SLOTS:
         config()->setRuntimeState(E_RS_SHUTDOWN);
         QVERIFY(!config()->hasSetting(APPLICATION, "run_pid"_q));
         QCOMPARE(verdict(), "closed cleanly"_q);
+    }
+
+    /// Two first starts at once: the second one waits for the move, and then has its settings.
+    void aFirstStartWaitsForTheMove()
+    {
+        const QTemporaryDir home;
+        const QString data = home.path() + "/.local/share/data/"_q;
+        const QString base = data + "tekluva/tekluva 3D-Planner"_q;
+        const QString older = data + "Falbrin GmbH/Tekluva 3D-Planer/"_q;
+        QVERIFY(QDir().mkpath(base) && TestFiles::write(older + "project"_q, "1"));
+        const int turn = ::open(qPrintable(base), O_RDONLY | O_CLOEXEC);
+        QCOMPARE(::flock(turn, LOCK_EX), 0);
+
+        QProcess second;
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("HOME"_q, home.path());
+        second.setProcessEnvironment(environment);
+        second.start(QCoreApplication::applicationFilePath(), {"language"_q});
+        QTRY_VERIFY(hasOpen(second.processId(), base));
+        QVERIFY(TestFiles::write(base + "/settings.ini"_q, "[Locale]\nLanguage=de\n"));
+        ::close(turn);
+        QVERIFY(second.waitForFinished());
+        QCOMPARE(second.readAllStandardOutput(), QByteArray("de"));
+        QVERIFY(QFile::exists(older + "project"_q));
     }
 
     void aFreshFileIsAFirstStart()

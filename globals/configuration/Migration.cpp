@@ -4,14 +4,18 @@
 #include "globals/SettingsKeys.h"
 #include "globals/configuration/OverwriteQuestion_p.h"
 #include "globals/system/FileTree_p.h"
+#include "globals/system/System_p.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
 
 #include <algorithm>
+#include <chrono>
 #include <iterator>
+#include <thread>
 #include <vector>
 
 namespace TEKLUVA::Migration {
@@ -186,13 +190,30 @@ QStringList removeOld(const OldFolders& older, const QString& base)
     return goneOf(beside);
 }
 
-} // namespace
+bool isFirstStart(const QString& base)
+{
+    return QFileInfo(base).isDir() && !QFileInfo::exists(settingsIn(base));
+}
 
-MigrationReport moveOlderInstallations(const QString& base)
+/// Lets processes move data into \p base one after the other, as long as what it returns lives: whoever went
+/// on beside the move would start with new settings, and those in the move would be left behind. After a
+/// minute the other one does not count.
+System::FileHandle waitForTurn(const QString& base)
+{
+    constexpr qint64 PATIENCE = 60'000; // milliseconds
+    constexpr std::chrono::milliseconds BETWEEN_LOOKS{10};
+    std::error_code error;
+    auto folder = System::FileHandle::openForReading(System::nativePath(base), error);
+    QElapsedTimer waiting;
+    waiting.start();
+    while (!error && folder.tryLock() == std::errc::operation_would_block && waiting.elapsed() < PATIENCE)
+        std::this_thread::sleep_for(BETWEEN_LOOKS);
+    return folder;
+}
+
+MigrationReport moveAll(const QString& base)
 {
     MigrationReport report;
-    if (!QFileInfo(base).isDir() || QFileInfo::exists(settingsIn(base)))
-        return report;
     std::vector<OldFolders> found = olderInstallations(base);
     FileTree::CopyRules rules;
     rules.recursive = true;
@@ -215,6 +236,16 @@ MigrationReport moveOlderInstallations(const QString& base)
     // Does not replace settings that another process has written meanwhile.
     QFile::rename(stagedSettingsIn(base), settingsIn(base));
     return report;
+}
+
+} // namespace
+
+MigrationReport moveOlderInstallations(const QString& base)
+{
+    if (!isFirstStart(base))
+        return {};
+    const System::FileHandle turn = waitForTurn(base);
+    return isFirstStart(base) ? moveAll(base) : MigrationReport();
 }
 
 } // namespace TEKLUVA::Migration

@@ -133,8 +133,10 @@ bool TreeCopy::copyFolder(const QFileInfo& entry, const QString& target)
 /// Makes the folder \p target if need be.
 bool TreeCopy::isUsableFolder(const QString& target) const
 {
-    if (!QFileInfo(target).isDir())
-        return QDir().mkdir(target);
+    if (!QFileInfo(target).isDir() && QDir().mkdir(target))
+        return true;
+    if (!QFileInfo(target).isDir()) // another process may just have made it
+        return false;
     // It may be a link into the source, in which a copy would never end, or into what is going to be deleted.
     const auto holdsTarget = [&target](const QString& folder) { return isWithin(target, folder); };
     return !isWithin(target, m_tree.source)

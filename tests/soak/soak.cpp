@@ -9,6 +9,11 @@
 //         opens what cannot be opened, two thousand times, and looks for lost memory and files
 //     soak threads
 //         eight threads at once
+//     soak logs
+//         four threads report to the active log, while logs are made and deleted, and one after the end of
+//         main()
+//     soak start HOME
+//         the start of an application with that home folder
 //     soak write FILE NAME [COUNT]
 //         writes two settings that are always equal, under NAME, and prints each number that is on disk;
 //         COUNT times, or until it is killed
@@ -33,6 +38,7 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <filesystem>
 #include <functional>
@@ -152,6 +158,58 @@ bool threads()
     return active.log().getEntryCount() == 400 && settings.getAllGroups().count() == 8;
 }
 
+/// Lets the library report a failure to the active log, if there is one.
+void reportFailure()
+{
+    bool ok = true;
+    ConfigManager::getInstance()->readDataFromFile(QString(), ok);
+}
+
+/// Logs after the end of main(), when the application object is gone.
+struct LateLine
+{
+    ~LateLine()
+    {
+        LogManager::getInstance()->withActiveLog([](Log& log) { log.logErrorMessage("late", "", 0); });
+    }
+};
+
+bool logs()
+{
+    static const LateLine LATE;
+    LogManager* registry = LogManager::getInstance();
+    reportFailure(); // the configuration manager is made in the main thread
+    std::atomic<bool> isOver{false};
+    std::vector<std::thread> workers;
+    for (int worker = 0; worker < 4; ++worker) {
+        workers.emplace_back([&isOver] {
+            while (!isOver)
+                reportFailure();
+        });
+    }
+    unsigned entries = 0;
+    for (int i = 0; i < 300; ++i) {
+        const auto log = std::make_unique<Log>("soak" + std::to_string(i % 3), true);
+        registry->setActiveLog(log.get());
+        std::this_thread::sleep_for(std::chrono::microseconds(100 * (i % 5)));
+        if (i % 2 == 0) // the others are deleted while they are active
+            registry->restorePreviousLog();
+        entries += log->getEntryCount();
+    }
+    isOver = true;
+    for (std::thread& worker : workers)
+        worker.join();
+    registry->setActiveLog(new Log("late", true)); // nobody deletes it
+    return entries > 0 && registry->getAllLogs().size() == 1;
+}
+
+bool start(const QString& home)
+{
+    qputenv("HOME", QFile::encodeName(home));
+    ConfigManager::getInstance()->setRuntimeState(E_RS_STARTED);
+    return ConfigManager::getInstance()->getLastRuntimeState() == E_RS_STARTED;
+}
+
 /// Acknowledges each number that is on disk.
 bool write(const QString& path, const QString& name, int count, const std::function<bool(int)>& store)
 {
@@ -230,6 +288,8 @@ int main(int argc, char** argv)
         {"full", full},
         {"cycles", cycles},
         {"threads", threads},
+        {"logs", logs},
+        {"start", [&] { return start(file); }},
         {"write", [&] { return writeByUs(file, name, number); }},
         {"write-by-qt", [&] { return writeByQt(file, name, number); }},
         {"check", [&] { return check(file, name, number); }},

@@ -74,6 +74,10 @@ public:
     /// Whether changes could not be written, for want of room for example, and are kept in memory. An
     /// application may ask the user for room before it quits.
     bool hasPendingSettings() const;
+    /// Why nothing can be saved in the folder of the settings, a sentence in the user's language, which ends
+    /// in the system's words; empty when all is well. Writes and removes a file without a name. For the
+    /// start: in a home folder that cannot be written each start would look like the first one.
+    QString storageProblem() const;
     /// @}
 
     /// \name Folders
@@ -84,7 +88,9 @@ public:
     /// number that is no path type.
     QString getPath(const E_PathType& type) const;
     /// Overrides the rule for E_PT_DATA, E_PT_DOWNLOAD, E_PT_UPLOAD or E_PT_USER_SCREENSHOT by \p path; an
-    /// empty one restores the rule. False, with an error entry, for other types.
+    /// empty one restores the rule. False, with an error entry, for other types. True, with a warning entry,
+    /// for a relative \p path, whose meaning depends on the working directory, and for a missing one if the
+    /// rule applies until it exists.
     bool setPath(const E_PathType& type, const QString& path);
     /// Restores the rule for one of these four types. An error entry for other types.
     void resetPath(const E_PathType& type);

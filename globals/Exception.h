@@ -29,8 +29,8 @@ enum E_ExceptionType : int {
 class GLOBALS_EXPORT Exception : public QException
 {
 public:
-    /// A \p type outside 1 to 8 becomes E_ET_UNKNOWN. \p description is UTF-8 text; \p exitApp tells the
-    /// application to end once it has reported the failure.
+    /// A \p type outside 1 to 8 becomes E_ET_UNKNOWN. What is no UTF-8 in \p description becomes U+FFFD.
+    /// \p exitApp tells the application to end once it has reported the failure.
     Exception(E_ExceptionType type, std::string description, bool exitApp);
     Exception(const Exception& other) noexcept;
     Exception& operator=(const Exception& other) noexcept;

@@ -27,6 +27,8 @@ class GLOBALS_EXPORT LogManager : public QObject
 
 public:
     static LogManager* getInstance();
+    /// False before the first getInstance(), and after the registry was deleted.
+    static bool hasInstance();
     ~LogManager() override;
 
     /// Registers \p log under its name, in the place of any other log of that name. Emits logAdded().

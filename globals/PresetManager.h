@@ -33,7 +33,7 @@ struct PresetDescription
 /// The tunable constants of the application: built-in defaults, overridden by the protected file
 /// "presets.dat".
 ///
-///     PresetManager::getInstance()->init();                       // throws Exception for a bad file
+///     PresetManager::getInstance()->init();                       // throws Exception, see there
 ///     const double height = PresetManager::getPreset(E_PV_ROOM_HEIGHT).toDouble();
 ///
 /// Bounds: a value is clamped to its bounds when it is written. A minimum is only ever raised and a maximum
@@ -71,6 +71,9 @@ public:
     void readFile(const QString& path);
     void readText(const QString& text);
     void readLine(const QString& line);
+    /// Whether the last init() or readFile() has read a text from the file, to its end. If nothing was thrown
+    /// and it has not, the file is empty, cut or not protected, and an application may tell its user.
+    bool isFromFile() const;
 
     /// The decrypted text of a protected preset file. Throws as init() does for the file. Empty when the
     /// content cannot be read.

@@ -18,7 +18,7 @@ inline constexpr QLatin1String ERROR_CODE = latin1("pec");
 inline constexpr QLatin1String LIFE_TIME = latin1("last_life_time");
 inline constexpr QLatin1String TIME_SYNC = latin1("time_sync");
 inline constexpr QLatin1String AUTO_SAVE = latin1("ass");
-/// Who recorded the state. Versions before 2.1 neither write nor remove these.
+/// Who recorded the state. Up to version 2.0 these are neither written nor removed.
 inline constexpr QLatin1String PROCESS = latin1("run_pid");
 inline constexpr QLatin1String PROCESS_START = latin1("run_start");
 inline constexpr QLatin1String BOOT = latin1("run_boot");

@@ -186,6 +186,35 @@ private Q_SLOTS:
         QCOMPARE(config()->getAutosaveInterval(), 60000U);
     }
 
+    void aFolderThatMayNotBeUsedIsTold()
+    {
+        TestLog::ActiveLog active;
+        QVERIFY(config()->setPath(E_PT_DOWNLOAD, "/missing"_q));
+        QVERIFY(config()->setPath(E_PT_USER_SCREENSHOT, "here"_q));
+        QVERIFY(config()->setPath(E_PT_UPLOAD, "/missing"_q)); // used all the same
+        QVERIFY(config()->setPath(E_PT_DOWNLOAD, QString()));
+        QCOMPARE(
+            active.entries(),
+            (QStringList{
+                "4096 The folder /missing does not exist. It is not used before it does."_q,
+                "4096 The folder here is relative. Where it leads depends on the working directory."_q}));
+    }
+
+    void aHomeThatCannotBeWrittenIsTold()
+    {
+        const auto before = TestFiles::treeBelow(m_home.toStdString());
+        QCOMPARE(config()->storageProblem(), QString());
+        QCOMPARE(TestFiles::changes(before, TestFiles::treeBelow(m_home.toStdString())).keys(),
+                 QByteArrayList());
+        {
+            const FullDisk full(0);
+            QCOMPARE(config()->storageProblem(), "In %1 kann nichts gespeichert werden: File too large"_q.arg(
+                                                     config()->getPath(E_PT_SETTINGS)));
+        }
+        qputenv("HOME", "/dev/null");
+        QVERIFY(config()->storageProblem().startsWith("In /dev/"_q));
+    }
+
     void changesAreAnnounced()
     {
         QSignalSpy interval(config(), &ConfigManager::autosaveIntervalChanged);

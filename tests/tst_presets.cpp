@@ -232,6 +232,8 @@ private Q_SLOTS:
         QCOMPARE(thrown.left(4), failure.isEmpty() ? QString() : "2 1 "_q);
         for (const auto& result : pairs("expected"))
             QCOMPARE(preset(result.first).toString(), result.second);
+        const bool isGood = TestData::field("file") == "good"_q;
+        QCOMPARE(PresetManager::getInstance()->isFromFile(), isGood);
     }
 
     void reportsAMissingFileAndAnArchive()

@@ -3,6 +3,7 @@
 #include "TestLog.h"
 
 #include "globals/ConfigManager.h"
+#include "globals/PresetManager.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -48,6 +50,19 @@ bool hasOpen(qint64 process, const QString& folder)
                        [&](const QFileInfo& file) { return file.symLinkTarget() == folder; });
 }
 
+/// What who looks from outside would say of the last run.
+QString verdictInWords()
+{
+    return runVerdictText(Settings(settingsFile(), QSettings::IniFormat, nullptr).getSettings(APPLICATION));
+}
+
+/// Starts a process that records that it was started.
+void start(QProcess& other)
+{
+    other.start(QCoreApplication::applicationFilePath(), {"start"_q});
+    QVERIFY(other.waitForReadyRead());
+}
+
 /// The part of another process: records states until it is killed, records that it was started and waits for
 /// its end, or writes the preferred language.
 int runAsOtherProcess(const QByteArray& part)
@@ -56,6 +71,15 @@ int runAsOtherProcess(const QByteArray& part)
         config()->setRuntimeState(E_RS_STARTED);
         QTextStream(stdout) << "started";
         QThread::sleep(600);
+    }
+    if (part == "misuse") {
+        delete config();
+        QCoreApplication::setApplicationName({});
+        static_cast<void>(config());
+        for (int i = 0; i < 2; ++i) {
+            std::thread([] { delete LogManager::getInstance(); }).join();
+            static_cast<void>(PresetManager::getPreset(E_PV_ROOM_HEIGHT));
+        }
     }
     if (part == "language")
         QTextStream(stdout) << config()->getPrefferedLang();
@@ -111,17 +135,30 @@ private Q_SLOTS:
 
     void anotherProcessIsRunningOrHasDied()
     {
-        const auto verdict = [] {
-            return runVerdictText(
-                Settings(settingsFile(), QSettings::IniFormat, nullptr).getSettings(APPLICATION));
-        };
         QProcess other;
-        other.start(QCoreApplication::applicationFilePath(), {"start"_q});
-        QVERIFY(other.waitForReadyRead());
+        start(other);
         QVERIFY(config()->isOtherRunning());
         QCOMPARE(config()->getLastRunVerdict(), E_RV_RUNNING);
-        QCOMPARE(verdict(), "running"_q);
+        QCOMPARE(verdictInWords(), "running"_q);
 
+        const QVariant start = config()->getSetting(APPLICATION, "run_start"_q);
+        config()->setSetting(APPLICATION, "run_start"_q,
+                             start.toLongLong() - 1); // its number, another process
+        QCOMPARE(verdictInWords(), "crashed while it was started"_q);
+        config()->setSetting(APPLICATION, "run_start"_q, start);
+        ::kill(pid_t(other.processId()), SIGKILL); // nobody has asked yet how it ended
+        QTRY_VERIFY(!config()->isOtherRunning());
+        other.waitForFinished();
+        QCOMPARE(config()->getLastRunVerdict(), E_RV_CRASHED);
+        QCOMPARE(verdictInWords(), "crashed while it was started"_q);
+        config()->setSetting(APPLICATION, "run_boot"_q, "another machine's"_q);
+        QCOMPARE(verdictInWords(), "running, or crashed, while it was started"_q);
+    }
+
+    void aCompanionLeavesTheRecordAlone()
+    {
+        QProcess other;
+        start(other);
         ConfigManager::setRecordsRun(false);
         const QByteArray record = TestFiles::contentOf(settingsFile());
         config()->setRuntimeState(E_RS_SHUTDOWN);
@@ -130,27 +167,15 @@ private Q_SLOTS:
         config()->updateLifeTime();
         QCOMPARE(TestFiles::contentOf(settingsFile()), record);
         ConfigManager::setRecordsRun(true);
-
-        // A later process may have its number.
-        const QVariant start = config()->getSetting(APPLICATION, "run_start"_q);
-        config()->setSetting(APPLICATION, "run_start"_q, start.toLongLong() - 1);
-        QCOMPARE(verdict(), "crashed while it was started"_q);
-        config()->setSetting(APPLICATION, "run_start"_q, start);
-        QVERIFY(config()->isOtherRunning());
-        ::kill(pid_t(other.processId()), SIGKILL); // nobody has asked yet how it ended
-        QTRY_VERIFY(!config()->isOtherRunning());
+        other.kill();
         other.waitForFinished();
-        QCOMPARE(config()->getLastRunVerdict(), E_RV_CRASHED);
-        QCOMPARE(verdict(), "crashed while it was started"_q);
 
-        config()->setSetting(APPLICATION, "run_boot"_q, "another machine's"_q);
-        QCOMPARE(verdict(), "running, or crashed, while it was started"_q);
         config()->setRuntimeState(E_RS_CLOSING);
         QCOMPARE(config()->getLastRunVerdict(), E_RV_RUNNING); // which is this process
         QVERIFY(!config()->isOtherRunning());
         config()->setRuntimeState(E_RS_SHUTDOWN);
         QVERIFY(!config()->hasSetting(APPLICATION, "run_pid"_q));
-        QCOMPARE(verdict(), "closed cleanly"_q);
+        QCOMPARE(verdictInWords(), "closed cleanly"_q);
     }
 
     /// Two first starts at once: the second one waits for the move, and then has its settings.
@@ -235,6 +260,25 @@ private Q_SLOTS:
         QCOMPARE(other.text(), TestData::field("preferred"));
     }
 
+    void mistakesAreToldOnceInDebugBuilds()
+    {
+#ifdef QT_NO_DEBUG
+        const QStringList mistakes;
+#else
+        const QStringList mistakes = {
+            "ConfigManager::getInstance() was called before the application object was made."_q,
+            "ConfigManager::getInstance() was called before the names of organisation and application were "
+            "set: all "
+            "folders lack them."_q,
+            "The first LogManager::getInstance() was not called on the main thread."_q,
+            "PresetManager::getPreset() was called before init(): presets have no values yet."_q};
+#endif
+        const auto other = OtherPrograms::run(QCoreApplication::applicationFilePath(), {"misuse"_q});
+        QStringList said = other.errors.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        QCOMPARE(other.exitCode, 0);
+        QCOMPARE(said.replaceInStrings("libglobals: "_q, QString()), mistakes);
+    }
+
     void aKilledProcessLeavesAWholeRecord()
     {
         config()->setSetting("Kept"_q, "key"_q, "value"_q);
@@ -264,8 +308,10 @@ int main(int argc, char** argv)
 {
     if (argc != 2 || argv[1][0] == '-')
         return TestHome::run<RuntimeTest>(argc, argv);
-    QCoreApplication application(argc, argv);
     TestHome::nameApplication();
+    if (argv[1] == QByteArray("misuse"))
+        static_cast<void>(config());
+    QCoreApplication application(argc, argv);
     return runAsOtherProcess(argv[1]);
 }
 #include "tst_runtime.moc"

@@ -31,6 +31,10 @@
         <translation>Datei überschreiben</translation>
     </message>
     <message>
+        <source>In %1 kann nichts gespeichert werden: %2</source>
+        <translation>In %1 kann nichts gespeichert werden: %2</translation>
+    </message>
+    <message>
         <source>neues Projekt</source>
         <translation>neues Projekt</translation>
     </message>

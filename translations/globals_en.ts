@@ -31,6 +31,10 @@
         <translation>Overwrite file</translation>
     </message>
     <message>
+        <source>In %1 kann nichts gespeichert werden: %2</source>
+        <translation>Nothing can be saved in %1: %2</translation>
+    </message>
+    <message>
         <source>neues Projekt</source>
         <translation>new project</translation>
     </message>

@@ -27,7 +27,11 @@ void readPresets()
 {
     try {
         PresetManager::getInstance()->init();
-        Panel::report(Panel::tr("The presets were read."), E_ST_INFORMATION);
+        if (PresetManager::getInstance()->isFromFile())
+            Panel::report(Panel::tr("The presets were read."), E_ST_INFORMATION);
+        else
+            Panel::report(Panel::tr("\"presets.dat\" is damaged; the built-in presets are in force."),
+                          E_ST_WARNING);
     } catch (const Exception& e) {
         if (e.getExceptionType() != E_ET_MISSING_DATA)
             throw;
@@ -45,6 +49,20 @@ void addPanels(QGridLayout* grid)
     grid->addWidget(makeLogPanel(LogManager::getInstance()->getActiveLog()), 4, 0, 1, 2);
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(4, 1);
+}
+
+/// Says so while settings cannot be saved, and at once if nothing can.
+void showStorage(QStatusBar* bar)
+{
+    const ConfigManager* config = ConfigManager::getInstance();
+    auto* warning = new QLabel;
+    bar->addPermanentWidget(warning);
+    QObject::connect(config, &ConfigManager::pendingSettingsChanged, warning, [warning](bool hasPending) {
+        warning->setText(hasPending ? Panel::tr("The settings are not saved.") : QString());
+    });
+    const QString problem = config->storageProblem();
+    if (!problem.isEmpty())
+        Panel::report(problem, E_ST_WARNING);
 }
 
 void recordRun(QObject* window)
@@ -71,6 +89,7 @@ std::unique_ptr<QMainWindow> makeMainWindow()
     auto* status = new QLabel; // of its own: the state handler and not the status bar clears the message
     window->statusBar()->addWidget(status, 1);
     QObject::connect(StateHandler::getInstance(), &StateHandler::statusMessage, status, &QLabel::setText);
+    showStorage(window->statusBar());
     readPresets();
     addPanels(grid);
     auto* quit = new QShortcut(QKeySequence::Quit, window.get());

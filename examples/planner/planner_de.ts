@@ -140,6 +140,14 @@
         <translation>Das Programm ist in einem anderen Fenster offen.</translation>
     </message>
     <message>
+        <source>&quot;presets.dat&quot; is damaged; the built-in presets are in force.</source>
+        <translation>„presets.dat“ ist beschädigt; die eingebauten Vorgaben gelten.</translation>
+    </message>
+    <message>
+        <source>The settings are not saved.</source>
+        <translation>Die Einstellungen sind nicht gespeichert.</translation>
+    </message>
+    <message>
         <source>The application crashed; it was last alive at %1.</source>
         <translation>Die Anwendung ist abgestürzt; ihr letztes Lebenszeichen war %1.</translation>
     </message>

@@ -1,12 +1,29 @@
 #include "globals/configuration/ConfigManager_p.h"
 
 #include "globals/SettingsKeys.h"
+#include "globals/foundation/Misuse_p.h"
+#include "globals/system/StandardLocations_p.h"
 
 #include <QCoreApplication>
 
 namespace TEKLUVA {
 
 ConfigManager* ConfigManager::__instance = nullptr;
+
+namespace {
+
+void checkFirstCall()
+{
+    if (!QCoreApplication::instance())
+        Misuse::warn("ConfigManager::getInstance() was called before the application object was made.");
+    Misuse::checkMainThread("The first ConfigManager::getInstance() was not called on the main thread.");
+    if (QCoreApplication::organizationName().isEmpty() || StandardLocations::applicationName().isEmpty())
+        Misuse::warn(
+            "ConfigManager::getInstance() was called before the names of organisation and application "
+            "were set: all folders lack them.");
+}
+
+} // namespace
 
 StartOptions& startOptions()
 {
@@ -26,8 +43,10 @@ void ConfigManager::setMovesOlderData(bool moves)
 
 ConfigManager* ConfigManager::getInstance()
 {
-    if (!__instance)
+    if (!__instance) {
+        checkFirstCall();
         new ConfigManager; // which makes itself known, and belongs to the application object
+    }
     return __instance;
 }
 

@@ -1,3 +1,4 @@
+#include "globals/AtomicFile.h"
 #include "globals/ConfigManager.h"
 #include "globals/SettingsKeys.h"
 #include "globals/configuration/PathRegistry_p.h"
@@ -24,6 +25,9 @@ bool ConfigManager::setPath(const E_PathType& type, const QString& path)
     }
     // An empty path is written as well: getPath() reads an empty value as not set.
     setSetting(SettingsKeys::USER_PATHS, key, path);
+    const QString doubt = overrideDoubt(type, path);
+    if (!doubt.isEmpty())
+        logWarning(doubt);
     return true;
 }
 
@@ -41,6 +45,15 @@ QString ConfigManager::getDirName(const E_PathType& type) const
     const QString name = fixedDirName(type);
     // A path ends in "/", so that its file name is empty.
     return name.isEmpty() ? QFileInfo(getPath(type)).fileName() : name;
+}
+
+QString ConfigManager::storageProblem() const
+{
+    const QString folder = getPath(E_PT_SETTINGS);
+    AtomicFile probe(folder + SettingsKeys::FILE_NAME); // never committed: nothing is left of it
+    if (probe.write("?"))
+        return QString();
+    return tr("In %1 kann nichts gespeichert werden: %2").arg(folder, probe.error());
 }
 
 } // namespace TEKLUVA

@@ -161,6 +161,19 @@ QString overrideKey(E_PathType type)
     return row ? QString::fromLatin1(row->overriddenBy.key) : QString();
 }
 
+QString overrideDoubt(E_PathType type, const QString& path)
+{
+    if (path.isEmpty())
+        return QString();
+    if (QDir::isRelativePath(path))
+        return QStringLiteral("The folder %1 is relative. Where it leads depends on the working directory.")
+            .arg(path);
+    const bool mustExist = pathRow(type)->overriddenBy.precedence == Precedence::IfExisting;
+    return mustExist && !QFileInfo::exists(path)
+               ? QStringLiteral("The folder %1 does not exist. It is not used before it does.").arg(path)
+               : QString();
+}
+
 QString fixedDirName(E_PathType type)
 {
     const PathRow* row = pathRow(type);

@@ -18,6 +18,9 @@ QString resolvePath(E_PathType type, const PathOverrides& overrides);
 /// The settings key that overrides \p type, empty when users cannot override it.
 QString overrideKey(E_PathType type);
 
+/// Why \p path, set as the folder of \p type, may not be used as it stands; empty when it is.
+QString overrideDoubt(E_PathType type, const QString& path);
+
 /// The fixed folder name of \p type, empty for a type that has none.
 QString fixedDirName(E_PathType type);
 

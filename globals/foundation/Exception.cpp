@@ -1,6 +1,7 @@
 #include "globals/Exception.h"
 
 #include <QSharedData>
+#include <QString>
 
 #include <array>
 
@@ -26,6 +27,14 @@ E_ExceptionType knownType(E_ExceptionType type)
     return type >= E_ET_NOT_IMPLEMENTED && type <= E_ET_UNKNOWN ? type : E_ET_UNKNOWN;
 }
 
+/// \p text, with U+FFFD in the place of what is no UTF-8.
+std::string validUtf8(std::string text)
+{
+    const std::string valid = QString::fromUtf8(text.data(), static_cast<int>(text.size())).toStdString();
+    const std::string withMark = "\xEF\xBB\xBF" + valid; // which QString drops, although it is valid
+    return text == withMark ? text : valid;
+}
+
 } // namespace
 
 class GLOBALS_NO_EXPORT Exception::Private : public QSharedData
@@ -45,7 +54,7 @@ public:
 
 Exception::Exception(E_ExceptionType type, std::string description, bool exitApp)
     // NOLINTNEXTLINE(bugprone-throw-keyword-missing): this is the private part
-    : d(new Private(std::move(description), exitApp, knownType(type)))
+    : d(new Private(validUtf8(std::move(description)), exitApp, knownType(type)))
 {
 }
 

@@ -11,6 +11,8 @@ namespace TEKLUVA {
 
 void logToActive(E_LogLevel level, const std::string& message, const std::string& location, unsigned int line)
 {
+    if (!LogManager::hasInstance())
+        return; // and nobody else makes one: it belongs to the main thread
     const auto writeEntry = [&](Log& log) {
         // In a receiver of its contentChanged() a log takes no further entry.
         if (!LogLock::isHeldHere(&log))

@@ -1,6 +1,7 @@
 #include "globals/LogManager.h"
 
 #include "globals/Log.h"
+#include "globals/foundation/Misuse_p.h"
 #include "globals/logs/LogLock_p.h"
 
 #include <QPointer>
@@ -88,9 +89,16 @@ LogManager* LogManager::__instance = nullptr;
 
 LogManager* LogManager::getInstance()
 {
-    if (!__instance)
+    if (!__instance) {
+        Misuse::checkMainThread("The first LogManager::getInstance() was not called on the main thread.");
         __instance = new LogManager;
+    }
     return __instance;
+}
+
+bool LogManager::hasInstance()
+{
+    return __instance != nullptr;
 }
 
 LogManager::LogManager()

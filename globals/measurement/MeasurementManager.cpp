@@ -3,6 +3,7 @@
 #include "globals/ConfigManager.h"
 #include "globals/SettingsKeys.h"
 #include "globals/configuration/MeasurementFont_p.h"
+#include "globals/foundation/Misuse_p.h"
 #include "globals/measurement/DecimalText_p.h"
 #include "globals/measurement/UnitTable_p.h"
 
@@ -55,8 +56,11 @@ int truncated(double value)
 
 MeasurementManager* MeasurementManager::getInstance()
 {
-    if (!__instance)
+    if (!__instance) {
+        Misuse::checkMainThread(
+            "The first MeasurementManager::getInstance() was not called on the main thread.");
         __instance = new MeasurementManager;
+    }
     return __instance;
 }
 

@@ -4,6 +4,7 @@
 #include "globals/DataFileCreator.h"
 #include "globals/DataFileReader.h"
 #include "globals/Exception.h"
+#include "globals/foundation/Misuse_p.h"
 #include "globals/logs/ActiveLog_p.h"
 #include "globals/presets/PresetPassword_p.h"
 #include "globals/presets/PresetTable_p.h"
@@ -82,8 +83,10 @@ public:
     QVariant& fallback()
     {
         std::optional<QVariant>& entry = slot(E_PV_FALLBACK);
-        if (!entry)
+        if (!entry) {
+            Misuse::warn("PresetManager::getPreset() was called before init(): presets have no values yet.");
             entry.emplace();
+        }
         return *entry;
     }
 
@@ -118,6 +121,8 @@ public:
         const auto asGiven = m_presetsByKey.find(key);
         return asGiven != m_presetsByKey.end() ? *asGiven : m_presetsByKey.value(key.toLower(), E_PV_NONE);
     }
+
+    bool isFromFile = false;
 
 private:
     using Values = std::vector<std::optional<QVariant>>;
@@ -176,11 +181,18 @@ void PresetManager::setInitialPresets()
 
 void PresetManager::readFile(const QString& path)
 {
+    d->isFromFile = false; // and stays so if one of the next steps throws
     const QString text = textOfFile(path);
     if (text.isEmpty())
         logWarning(QStringLiteral("The preset file %1 has no content. The built-in presets stay in force.")
                        .arg(path));
     readText(text);
+    d->isFromFile = !text.isEmpty();
+}
+
+bool PresetManager::isFromFile() const
+{
+    return d->isFromFile;
 }
 
 void PresetManager::readText(const QString& text)

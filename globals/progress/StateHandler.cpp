@@ -1,5 +1,7 @@
 #include "globals/StateHandler.h"
 
+#include "globals/foundation/Misuse_p.h"
+
 #include <QCoreApplication>
 #include <QTimer>
 
@@ -31,8 +33,10 @@ StateHandler* StateHandler::__instance = nullptr;
 
 StateHandler* StateHandler::getInstance()
 {
-    if (!__instance)
+    if (!__instance) {
+        Misuse::checkMainThread("The first StateHandler::getInstance() was not called on the main thread.");
         __instance = new StateHandler;
+    }
     return __instance;
 }
 

@@ -3,7 +3,7 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME libglobals)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # each package has its own
-set(CPACK_COMPONENTS_ALL runtime development tools documentation)
+set(CPACK_COMPONENTS_ALL runtime development widgets widgets_development tools documentation)
 set(CPACK_STRIP_FILES ON)
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
@@ -17,8 +17,8 @@ set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
-# The tool's dependency on our own library is one between components.
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/globals)
+# Dependencies on our own libraries are those between components.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/globals ${PROJECT_BINARY_DIR}/widgets)
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libglobals${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
@@ -36,6 +36,21 @@ set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "support library of a desktop 3D room planner (development files)
 Headers of the library, and what CMake and pkg-config need to find it: programs
 link it as globals::globals. The guide is in libglobals-doc.")
+
+set(CPACK_DEBIAN_WIDGETS_PACKAGE_NAME libglobals-widgets${PROJECT_VERSION_MAJOR})
+set(CPACK_DEBIAN_WIDGETS_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_WIDGETS_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_LIST_DIR}/debian/triggers)
+set(CPACK_COMPONENT_WIDGETS_DEPENDS runtime)
+set(CPACK_DEBIAN_WIDGETS_DESCRIPTION "ready-made widgets of a desktop 3D room planner
+Windows on top of the support library: the progress of long work, the log, the
+choice of a unit, the table of presets.")
+
+set(CPACK_DEBIAN_WIDGETS_DEVELOPMENT_PACKAGE_NAME libglobals-widgets-dev)
+set(CPACK_DEBIAN_WIDGETS_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_COMPONENT_WIDGETS_DEVELOPMENT_DEPENDS widgets development)
+set(CPACK_DEBIAN_WIDGETS_DEVELOPMENT_DESCRIPTION "ready-made widgets of a desktop 3D room planner (development files)
+Headers of the widgets, and what CMake and pkg-config need to find them:
+programs link them as globals::widgets. The guide is in libglobals-doc.")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME globalsctl)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)

@@ -24,6 +24,10 @@ foreach(page data-files logs paths porting presets progress settings start-up tr
     globals_docs_example(${page})
 endforeach()
 
+if(GLOBALS_BUILD_WIDGETS)
+    globals_docs_example(widgets globals::widgets)
+endif()
+
 set_target_properties(docs_tables PROPERTIES EXCLUDE_FROM_ALL OFF)
 add_test(NAME docs_tables COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/check/tables $<TARGET_FILE:docs_tables>)
 

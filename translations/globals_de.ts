@@ -83,6 +83,25 @@
     </message>
 </context>
 <context>
+    <name>TEKLUVA::PresetTable</name>
+    <message>
+        <source>Schlüssel</source>
+        <translation>Schlüssel</translation>
+    </message>
+    <message>
+        <source>Typ</source>
+        <translation>Typ</translation>
+    </message>
+    <message>
+        <source>Wert</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>Grenzen</source>
+        <translation>Grenzen</translation>
+    </message>
+</context>
+<context>
     <name>TEKLUVA::ProgressStep</name>
     <message>
         <source>Abgeschlossen</source>

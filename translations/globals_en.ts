@@ -83,6 +83,25 @@
     </message>
 </context>
 <context>
+    <name>TEKLUVA::PresetTable</name>
+    <message>
+        <source>Schlüssel</source>
+        <translation>Key</translation>
+    </message>
+    <message>
+        <source>Typ</source>
+        <translation>Type</translation>
+    </message>
+    <message>
+        <source>Wert</source>
+        <translation>Value</translation>
+    </message>
+    <message>
+        <source>Grenzen</source>
+        <translation>Bounds</translation>
+    </message>
+</context>
+<context>
     <name>TEKLUVA::ProgressStep</name>
     <message>
         <source>Abgeschlossen</source>

@@ -3,7 +3,6 @@
 #include "ColourPanel.h"
 #include "LogPanel.h"
 #include "Panel.h"
-#include "PresetsPanel.h"
 #include "RoomPanel.h"
 #include "StartPanel.h"
 #include "WorkPanel.h"
@@ -13,6 +12,7 @@
 #include "globals/LogManager.h"
 #include "globals/PresetManager.h"
 #include "globals/StateHandler.h"
+#include "globals/widgets/PresetTable.h"
 
 #include <QtWidgets>
 
@@ -38,6 +38,13 @@ void readPresets()
         Panel::report(Panel::tr("\"presets.dat\" is missing; the built-in presets are in force."),
                       E_ST_WARNING);
     }
+}
+
+QWidget* makePresetsPanel()
+{
+    auto* panel = new Panel(QT_TRANSLATE_NOOP("Panel", "Presets"));
+    (new QVBoxLayout(panel))->addWidget(new PresetTable);
+    return panel;
 }
 
 void addPanels(QGridLayout* grid)

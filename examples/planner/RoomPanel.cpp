@@ -4,6 +4,7 @@
 
 #include "globals/MeasurementManager.h"
 #include "globals/PresetManager.h"
+#include "globals/widgets/UnitBox.h"
 
 #include <QtWidgets>
 
@@ -28,16 +29,16 @@ constexpr std::tuple<const char*, E_PresetValue, E_PresetValue> SIDES[] = {
 struct UseRow
 {
     const char* text;
+    E_UnitUse use;
     E_MeasurementUnit (Units::*get)() const;
-    void (Units::*set)(const E_MeasurementUnit&);
     void (Units::*changed)();
 };
 
 constexpr UseRow USES[] = {
-    {QT_TRANSLATE_NOOP("Panel", "&Construction"), &Units::getPrefferedConstructionUnit,
-     &Units::setPrefferedConstructionUnit, &Units::constructionMeasurementUnitChanged},
-    {QT_TRANSLATE_NOOP("Panel", "&Arrangement"), &Units::getPrefferedArrangementUnit,
-     &Units::setPrefferedArrangementUnit, &Units::arrangementMeasurementUnitChanged},
+    {QT_TRANSLATE_NOOP("Panel", "&Construction"), E_UU_CONSTRUCTION, &Units::getPrefferedConstructionUnit,
+     &Units::constructionMeasurementUnitChanged},
+    {QT_TRANSLATE_NOOP("Panel", "&Arrangement"), E_UU_ARRANGEMENT, &Units::getPrefferedArrangementUnit,
+     &Units::arrangementMeasurementUnitChanged},
 };
 
 constexpr std::pair<const char*, E_MeasurementDimension> VALUES[] = {
@@ -96,20 +97,13 @@ void RoomPanel::addSide(std::size_t side, int row)
 /// A column with the choice of the unit and the values in it.
 void RoomPanel::addUse(const UseRow& use, int column)
 {
-    auto* box = new QComboBox;
-    m_units->fillMeasurementComboBox(box);
-    box->setCurrentIndex(box->findData((m_units->*use.get)()));
+    auto* box = new UnitBox(use.use);
     m_grid->addWidget(makeLabel(use.text, box), VALUES_ROW - 1, column);
     m_grid->addWidget(box, VALUES_ROW, column);
-    connect(box, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this, box, &use] {
-        std::invoke(use.set, m_units, E_MeasurementUnit(box->currentData().toInt()));
-    });
     connect(m_units, use.changed, this, [this, box] {
         showSides();
         report(Panel::tr("Values are shown in %1 now.").arg(box->currentText()), E_ST_INFORMATION);
     });
-    connect(this, &Panel::languageChanged, box,
-            [this, box] { m_units->updateMeasurementComboBoxLanguage(box); });
     for (const auto& row : VALUES) {
         auto* label = new QLabel;
         m_grid->addWidget(label, VALUES_ROW + row.second, column);

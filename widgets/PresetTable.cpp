@@ -1,0 +1,67 @@
+#include "globals/widgets/PresetTable.h"
+
+#include "globals/PresetManager.h"
+
+#include <QEvent>
+#include <QHeaderView>
+#include <QStandardItemModel>
+
+namespace TEKLUVA {
+
+namespace {
+
+QStandardItem* makeItem(const QVariant& content)
+{
+    auto* item = new QStandardItem;
+    item->setData(content, Qt::DisplayRole);
+    item->setEditable(false);
+    return item;
+}
+
+} // namespace
+
+PresetTable::PresetTable(QWidget* parent)
+    : QTreeView(parent)
+{
+    setModel(new QStandardItemModel(this));
+    setRootIsDecorated(false);
+    setUniformRowHeights(true);
+    setAlternatingRowColors(true);
+    header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    refresh();
+}
+
+E_PresetValue PresetTable::getPresetAt(const QModelIndex& index) const
+{
+    const QVariant value = index.siblingAtColumn(E_PC_KEY).data(Qt::UserRole);
+    return static_cast<E_PresetValue>(value.toInt());
+}
+
+void PresetTable::refresh()
+{
+    auto* rows = static_cast<QStandardItemModel*>(model());
+    rows->removeRows(0, rows->rowCount());
+    for (const PresetDescription& preset : PresetManager::describePresets()) {
+        QStandardItem* key = makeItem(preset.key);
+        key->setData(static_cast<int>(preset.value), Qt::UserRole);
+        rows->appendRow({key, makeItem(preset.type),
+                         makeItem(PresetManager::getPreset(preset.value).toString()),
+                         makeItem(preset.bounds)});
+    }
+    setTitles();
+}
+
+void PresetTable::setTitles()
+{
+    auto* rows = static_cast<QStandardItemModel*>(model());
+    rows->setHorizontalHeaderLabels({tr("Schlüssel"), tr("Typ"), tr("Wert"), tr("Grenzen")});
+}
+
+void PresetTable::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        setTitles();
+    QTreeView::changeEvent(event);
+}
+
+} // namespace TEKLUVA

@@ -1,7 +1,6 @@
 #include "Bench.h"
 
 #include "globals/Colour.h"
-#include "globals/colour/CieColourMatch_p.h"
 
 #include <array>
 #include <cmath>

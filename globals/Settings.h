@@ -68,6 +68,9 @@ public:
     bool hasSetting(const QString& group, const QString& key) const;
     /// The values of all keys of \p group itself, as they stand in the file at one moment.
     QVariantMap getSettings(const QString& group) const;
+    /// The values of \p group and of its sub-groups by their keys from the top, "Group/sub/key", as they
+    /// stand in the file at one moment. The empty group is the whole file.
+    QVariantMap getSettingsBelow(const QString& group) const;
     /// A time in a zone that the system does not know, alone or in a list or map, is not stored but logged.
     void setSetting(const QString& group, const QString& key, const QVariant& value);
     /// Sets several keys of \p group in one write, so that a file never holds some of them without the
@@ -92,6 +95,8 @@ public:
 
     /// Whether changes could not be written and are kept in memory.
     bool hasPendingChanges() const;
+    /// Why the file could not be read, or changes are pending; empty when neither is so. For people.
+    QString lastError() const;
     /// Tries for the last time to write these, and gives up with an error entry.
     void flushPendingChanges();
     /// Calls \p observer whenever hasPendingChanges() has changed, in the thread whose operation did it. It

@@ -200,6 +200,8 @@ private Q_SLOTS:
         m_settings->setSetting("N"_q, "n"_q, 1);
         QCOMPARE(m_settings->getSettings("N"_q).value("n"_q).toInt(), 1);
         QCOMPARE(content().replace("\n\n", "\n"), text("written"));
+        m_settings->setSetting("N/sub"_q, "m"_q, 2);
+        QCOMPARE(m_settings->getSettingsBelow("N"_q), (QVariantMap{{"N/n"_q, 1}, {"N/sub/m"_q, 2}}));
     }
 
     void aChangeThatWasGivenUpDoesNotComeBack()
@@ -223,8 +225,10 @@ private Q_SLOTS:
             QCOMPARE(m_settings->getSetting("G"_q, "old"_q).toInt(), 1);
             m_settings->setSetting("G"_q, "own"_q, 3);
             QVERIFY(m_settings->hasPendingChanges());
+            QVERIFY(!m_settings->lastError().isEmpty());
         }
         QCOMPARE(m_settings->getSetting("G"_q, "new"_q).toInt(), 2);
+        QCOMPARE(m_settings->lastError(), QString());
         QCOMPARE(content(), QByteArray("[G]\nnew=2\nold=1\nown=3\n"));
     }
 

@@ -274,7 +274,11 @@ private Q_SLOTS:
         init();
         QVERIFY(!m_settings->getSetting("G"_q, "d"_q).isValid());
         QCOMPARE(m_settings->damagedLines(), QList<int>({3, 4}));
+        QVERIFY(TestFiles::write(FILE_NAME, "\n" + before));
+        QCOMPARE(m_settings->damagedLines(), QList<int>({4, 5})); // of the file as it is now
+        QVERIFY(TestFiles::write(FILE_NAME, before));
         m_settings->setSetting("G"_q, "a"_q, 2);
+        QCOMPARE(m_settings->damagedLines(), QList<int>({3, 4})); // in what was written
         QCOMPARE(content(), QByteArray(before).replace("a=1", "a=2"));
     }
 

@@ -109,7 +109,9 @@ private:
         line.begin = m_begin;
         line.isEntry = m_equals >= 0;
         // Zeros are written as escapes. A file that has any is a binary one, or in another encoding.
-        line.isDamaged = !line.isEntry || part(m_begin, m_end).contains('\0');
+        const char* const begin = m_content.constData() + m_begin;
+        const char* const end = m_content.constData() + m_end;
+        line.isDamaged = !line.isEntry || std::find(begin, end, '\0') != end;
         if (!line.isEntry)
             return line;
         int keyEnd = m_equals;

@@ -88,12 +88,14 @@ int readPlain(const QByteArray& bytes, int at, bool keepsBlanks, bool isUtf8, QS
 /// is no such number.
 int readKeyCode(const QByteArray& bytes, int at, QString& key)
 {
-    const bool isLong = bytes.mid(at, 2) == "%U";
+    if (bytes[at] != '%') // most characters
+        return at;
+    const bool isLong = at + 1 < bytes.size() && bytes[at + 1] == 'U';
     const int begin = at + (isLong ? 2 : 1);
     const int end = begin + (isLong ? 4 : 2);
     bool isNumber = false;
     const int code = bytes.mid(begin, end - begin).toInt(&isNumber, 16);
-    if (bytes[at] != '%' || end > bytes.size() || !isNumber)
+    if (end > bytes.size() || !isNumber)
         return at;
     key += QChar(static_cast<ushort>(code));
     return end;

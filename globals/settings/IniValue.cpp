@@ -210,6 +210,11 @@ QVariant IniValue::toVariant() const
     return m_variant ? *m_variant : variantOf(texts());
 }
 
+bool IniValue::isPlain() const
+{
+    return !m_variant && !m_bytes.contains(MARK.toLatin1()) && !m_bytes.contains('\\');
+}
+
 bool IniValue::isReadable() const
 {
     return toVariant().isValid() || texts() == QStringList(INVALID);

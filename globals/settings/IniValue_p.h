@@ -28,6 +28,8 @@ public:
     /// Invalid for what is damaged, is of an unknown type, or could do harm.
     QVariant toVariant() const;
     bool isReadable() const;
+    /// Whether it is readable at first sight: nothing in it means anything but itself.
+    bool isPlain() const;
 
     /// Whether both are the same in a file.
     bool operator==(const IniValue& other) const;

@@ -193,6 +193,11 @@ QVariantMap Settings::getSettings(const QString& group) const
     return d->askFresh([&](const SettingsFile& file) { return file.valuesOf(group); });
 }
 
+QVariantMap Settings::getSettingsBelow(const QString& group) const
+{
+    return d->askFresh([&](const SettingsFile& file) { return file.valuesBelow(group); });
+}
+
 bool Settings::hasSetting(const QString& group, const QString& key) const
 {
     return d->ask([&](const SettingsFile& file) { return file.hasKey(group, key); });
@@ -260,6 +265,11 @@ bool Settings::hasPendingChanges() const
     return d->ask([](const SettingsFile& file) { return file.isPending(); });
 }
 
+QString Settings::lastError() const
+{
+    return d->ask([](const SettingsFile& file) { return file.lastError(); });
+}
+
 void Settings::flushPendingChanges()
 {
     d->letGo();
@@ -272,7 +282,7 @@ void Settings::whenPendingChanges(std::function<void(bool)> observer)
 
 QList<int> Settings::damagedLines() const
 {
-    return d->ask([](const SettingsFile& file) { return file.damagedLines(); });
+    return d->ask([](SettingsFile& file) { return file.damagedLines(); });
 }
 
 } // namespace TEKLUVA

@@ -5,7 +5,6 @@
 #include "globals/WholeFile.h"
 #include "globals/foundation/WithoutExceptions_p.h"
 #include "globals/logs/ActiveLog_p.h"
-#include "globals/settings/IniCodec_p.h"
 #include "globals/settings/IniText_p.h"
 #include "globals/settings/SettingsLock_p.h"
 
@@ -13,6 +12,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <utility>
 
 namespace TEKLUVA {
 
@@ -73,6 +73,25 @@ QStringList childNames(const IniValues& values, const QString& group, bool group
     names.sort(); // "a b/c" comes before "a/c"
     names.removeDuplicates();
     return names;
+}
+
+bool isDoubtful(const IniCodec::Line& line)
+{
+    return line.isDamaged || !line.value.isPlain();
+}
+
+/// The numbers, from 1, of the lines of \p content in which \p positions are, which ascend.
+QList<int> lineNumbers(const QByteArray& content, const std::vector<int>& positions)
+{
+    QList<int> numbers;
+    const char* seen = content.constData();
+    auto number = std::ptrdiff_t{1};
+    for (const int position : positions) {
+        number += std::count(seen, content.constData() + position, '\n');
+        seen = content.constData() + position;
+        numbers << static_cast<int>(number);
+    }
+    return numbers;
 }
 
 /// Of a file that is not there: all zero.
@@ -168,17 +187,32 @@ QStringList SettingsFile::groupsOf(const QString& group) const
     return childNames(withPending(), group, true);
 }
 
-QList<int> SettingsFile::damagedLines() const
+QVariantMap SettingsFile::valuesBelow(const QString& group) const
 {
-    const QByteArray content =
-        m_isIni ? readWhole(m_path, LARGEST_FILE).value_or(QByteArray()) : QByteArray();
-    QList<int> numbers;
-    for (const IniCodec::Line& line : IniCodec::read(content)) {
-        if (line.isDamaged || !line.value.isReadable())
-            numbers << 1 + content.left(line.begin).count('\n');
+    const IniValues values = withPending();
+    const QString prefix = prefixOf(group);
+    QVariantMap found;
+    for (auto value = values.lowerBound(prefix); value != values.end(); ++value) {
+        if (!value.key().startsWith(prefix))
+            break;
+        found.insert(found.constEnd(), value.key(), value->toVariant());
     }
-    std::sort(numbers.begin(), numbers.end());
-    return numbers;
+    return found;
+}
+
+QList<int> SettingsFile::damagedLines()
+{
+    if (!m_isIni || !reload())
+        return {};
+    if (!m_doubtful)
+        m_doubtful = IniCodec::read(m_content);
+    std::vector<int> damaged;
+    for (const IniCodec::Line& line : *m_doubtful) {
+        if (line.isDamaged || !line.value.isReadable())
+            damaged.push_back(line.begin);
+    }
+    std::sort(damaged.begin(), damaged.end());
+    return lineNumbers(m_content, damaged);
 }
 
 void SettingsFile::keepPending(const SettingsChange& change)
@@ -230,6 +264,7 @@ bool SettingsFile::writeToFile(milliseconds patience)
     m_seen.reset(); // somebody may have replaced it already
     m_content = content;
     m_isDamaged = false;
+    m_doubtful.reset();
     return true;
 }
 
@@ -297,15 +332,19 @@ bool SettingsFile::reload()
 void SettingsFile::take(const QByteArray& content)
 {
     bool isDamaged = false;
+    std::vector<IniCodec::Line> doubtful;
     IniValues values;
     for (const IniCodec::Line& line : IniCodec::read(content)) {
         isDamaged |= line.isDamaged;
+        if (isDoubtful(line))
+            doubtful.push_back(line);
         if (line.isEntry)
-            values.insert(line.key, line.value);
+            values.insert(values.constEnd(), line.key, line.value); // files are in order, as a rule
     }
     // At last and at once: values of which some are missing would be written so.
     m_content = content;
     m_isDamaged = isDamaged;
+    m_doubtful = std::move(doubtful);
     m_values.swap(values);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "globals/Settings.h"
-#include "globals/settings/IniValue_p.h"
+#include "globals/settings/IniCodec_p.h"
 #include "globals/system/System_p.h"
 
 #include <QList>
@@ -42,6 +42,9 @@ public:
     /// Whether the file could be read when that was last tried. If not, the values are those from before.
     bool isReadable() const { return m_isReadable; }
 
+    /// Empty where nothing is wrong.
+    QString lastError() const { return m_isReadable && !isPending() ? QString() : m_reason; }
+
     /// \name Messages
     /// Of the last failure, with its reason. The \p outcome of a change is "lost", say.
     /// @{
@@ -57,11 +60,13 @@ public:
     QVariantMap valuesOf(const QString& group) const;
     QStringList keysOf(const QString& group) const;
     QStringList groupsOf(const QString& group) const;
+    /// Of the group and its sub-groups, by full key.
+    QVariantMap valuesBelow(const QString& group) const;
     /// @}
 
     /// The numbers of the lines in the file, as it is now, that are damaged or hold a value of an unknown
     /// type.
-    QList<int> damagedLines() const;
+    QList<int> damagedLines();
 
 private:
     struct Pending
@@ -88,7 +93,10 @@ private:
     const System::Path m_place; ///< the same in the system's form
     QByteArray m_content;       ///< of the file, as last read or written
     bool m_isDamaged = false;   ///< some of it would be missing if the values were written
-    IniValues m_values;         ///< those in it
+    /// The lines of the content of which only a closer look can tell whether they are damaged; none for
+    /// content that was not read but written.
+    std::optional<std::vector<IniCodec::Line>> m_doubtful;
+    IniValues m_values; ///< those in it
     /// The file that has this content; none when it might have changed with the same times.
     std::optional<System::FileStatus> m_seen;
     std::vector<Pending> m_pending;

@@ -21,6 +21,9 @@ struct ArchivedFile
     quint64 size;            ///< in bytes, unpacked and still encrypted, as the archive claims
     /// Unpacks and decrypts the entry and checks it against its checksum. Nothing, and logged, on failure.
     const std::function<std::optional<QByteArray>()>& content;
+    /// The first \p count bytes, or all where there are fewer: unpacked, but neither decrypted nor checked.
+    /// Empty on failure.
+    const std::function<QByteArray(int count)>& beginning;
 };
 
 /// Reads protected data files: a file that is one protected data block, or a zip archive whose entries are

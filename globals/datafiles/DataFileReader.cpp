@@ -11,6 +11,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <optional>
@@ -45,6 +46,15 @@ QByteArray decryptBlock(const QByteArray& block, const QByteArray& password)
         static_cast<std::size_t>(size), CryptoPP::BlockTransformation::BT_AllowParallel);
     plain.truncate(size - block[0]);
     return plain;
+}
+
+/// At most \p count bytes; none when they cannot be unpacked.
+QByteArray beginningOf(Archive& archive, const ArchiveEntry& entry, int count)
+{
+    const quint64 size = std::min(entry.size, quint64(std::max(count, 0)));
+    QByteArray bytes(static_cast<int>(size), Qt::Uninitialized);
+    const auto result = archive.unpack(entry, bytes, Archive::Checksum::Ignored);
+    return result == Archive::UnpackResult::Whole ? bytes : QByteArray();
 }
 
 } // namespace
@@ -237,7 +247,8 @@ bool DataFileReader::visitArchivedFiles(const std::function<bool(const ArchivedF
     return d->forEachEntry(archive, [this, &archive, &visit](const ArchiveEntry& entry) {
         const std::string name(entry.name);
         const auto read = [this, &archive, &name, &entry] { return d->readChecked(archive, name, entry); };
-        return visit({name, entry.size, read});
+        const auto begin = [&archive, &entry](int count) { return beginningOf(archive, entry, count); };
+        return visit({name, entry.size, read, begin});
     });
 }
 

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <limits>
 #include <memory>
 #include <optional>
 
@@ -28,6 +29,27 @@ struct PresetDescription
     QString type;
     /// The constraint in words, "min_room_height to max_room_height".
     QString bounds;
+};
+
+/// What limits a preset, for programs; PresetDescription::bounds has it in words.
+struct PresetBounds
+{
+    /// \name The range of a value when it is set
+    /// The presets at its ends; E_PV_NONE where there are none. Then the numbers, which are infinite for a
+    /// preset without bounds.
+    /// @{
+    E_PresetValue lower = E_PV_NONE;
+    E_PresetValue upper = E_PV_NONE;
+    double min = -std::numeric_limits<double>::infinity();
+    double max = std::numeric_limits<double>::infinity();
+    /// @}
+
+    /// \name The other end
+    /// For a preset that is an end of such a range; E_PV_NONE for every other one.
+    /// @{
+    E_PresetValue minimum = E_PV_NONE; ///< that belongs to this maximum
+    E_PresetValue maximum = E_PV_NONE; ///< that belongs to this minimum
+    /// @}
 };
 
 /// The tunable constants of the application: built-in defaults, overridden by the protected file
@@ -99,6 +121,8 @@ public:
     static QVariant& getPreset(const E_PresetValue& value);
     /// All presets that have a key, in the order of their numbers.
     static QList<PresetDescription> describePresets();
+    /// What limits \p value; nothing for a number that is no preset.
+    static PresetBounds boundsOf(const E_PresetValue& value);
     /// @}
 
     /// \name Writing with the rule of the preset

@@ -124,6 +124,19 @@ private Q_SLOTS:
             QVERIFY2(rows.contains("\n" + preset.key.toLatin1() + " "), qPrintable(preset.key));
     }
 
+    void tellsWhatLimitsAPreset_data()
+    {
+        TestData::addRows<int>("preset-bounds.txt", {"preset", "range", "others"});
+    }
+    void tellsWhatLimitsAPreset()
+    {
+        const PresetBounds bounds = PresetManager::boundsOf(E_PresetValue(TestData::field<int>("preset")));
+        const QString range = bounds.lower == E_PV_NONE ? "%1 to %2"_q.arg(bounds.min).arg(bounds.max)
+                                                        : "#%1 to #%2"_q.arg(bounds.lower).arg(bounds.upper);
+        QCOMPARE(range, TestData::field("range"));
+        QCOMPARE("%1 %2"_q.arg(bounds.minimum).arg(bounds.maximum), TestData::field("others"));
+    }
+
     void keepsPresetsConsistent_data() { TestData::addRows("preset-writes.txt", {"written", "expected"}); }
     void keepsPresetsConsistent()
     {

@@ -20,12 +20,12 @@ constexpr PresetConstraint unchecked()
 
 constexpr PresetConstraint clampToPresets(E_PresetValue lower, E_PresetValue upper)
 {
-    return {&PresetRules::clampToPresets, "%lower to %upper", lower, upper};
+    return {&PresetRules::clampToPresets, "%lower to %upper", PresetLimit::Presets, lower, upper};
 }
 
 constexpr PresetConstraint clampToNumbers(double min, double max)
 {
-    PresetConstraint constraint = {&PresetRules::clampToNumbers, "%lower to %upper"};
+    PresetConstraint constraint = {&PresetRules::clampToNumbers, "%lower to %upper", PresetLimit::Numbers};
     constraint.min = min;
     constraint.max = max;
     return constraint;
@@ -34,12 +34,13 @@ constexpr PresetConstraint clampToNumbers(double min, double max)
 /// A minimum without a maximum.
 constexpr PresetConstraint minimum()
 {
-    return {&PresetRules::raiseMinimum, "only raised"};
+    return {&PresetRules::raiseMinimum, "only raised", PresetLimit::Minimum};
 }
 
 constexpr PresetConstraint minimumBelow(E_PresetValue maximum, const NavigationValues& dependents = {})
 {
-    PresetConstraint constraint = {&PresetRules::raiseMinimum, "only raised, lifts %upper with it"};
+    PresetConstraint constraint = {&PresetRules::raiseMinimum, "only raised, lifts %upper with it",
+                                   PresetLimit::Minimum};
     constraint.upper = maximum;
     constraint.dependents = dependents;
     return constraint;
@@ -47,7 +48,8 @@ constexpr PresetConstraint minimumBelow(E_PresetValue maximum, const NavigationV
 
 constexpr PresetConstraint maximumAbove(E_PresetValue minimum, const NavigationValues& dependents = {})
 {
-    PresetConstraint constraint = {&PresetRules::lowerMaximum, "only lowered, takes %lower down with it"};
+    PresetConstraint constraint = {&PresetRules::lowerMaximum, "only lowered, takes %lower down with it",
+                                   PresetLimit::Maximum};
     constraint.lower = minimum;
     constraint.dependents = dependents;
     return constraint;
@@ -56,7 +58,8 @@ constexpr PresetConstraint maximumAbove(E_PresetValue minimum, const NavigationV
 constexpr PresetConstraint maxRoomHeight()
 {
     return {&PresetRules::setMaxRoomHeight,
-            "only lowered; more than max_cube_y or sat_nav_y + 50: lifts that one to 50 above it"};
+            "only lowered; more than max_cube_y or sat_nav_y + 50: lifts that one to 50 above it",
+            PresetLimit::Maximum};
 }
 
 constexpr PresetConstraint maxCubeY(E_PresetValue minimum, const NavigationValues& dependents)
@@ -70,8 +73,8 @@ constexpr PresetConstraint maxCubeY(E_PresetValue minimum, const NavigationValue
 
 constexpr PresetConstraint satNavY(E_PresetValue lower, E_PresetValue upper)
 {
-    return {&PresetRules::setSatNavY, "%lower to %upper; less than max_room_height + 50 is ignored", lower,
-            upper};
+    return {&PresetRules::setSatNavY, "%lower to %upper; less than max_room_height + 50 is ignored",
+            PresetLimit::Presets, lower, upper};
 }
 
 constexpr PresetConstraint aspectRatio()

@@ -20,12 +20,22 @@ using PresetRule = void (*)(PresetManager& presets, E_PresetValue key, const Pre
 /// The navigation values along one axis. They are clamped again when the scene box changes along it.
 using NavigationValues = std::array<E_PresetValue, 3>;
 
+/// What keeps a value in bounds, or which bound it is itself.
+enum class PresetLimit {
+    None,
+    Presets, ///< lies between the two presets PresetConstraint::lower and upper
+    Numbers, ///< lies between PresetConstraint::min and max
+    Minimum,
+    Maximum,
+};
+
 /// What happens when a preset is set.
 struct PresetConstraint
 {
     PresetRule rule = nullptr;
     /// The constraint for people. "%lower" and "%upper" stand for the bounds below.
     const char* words = nullptr;
+    PresetLimit limit = PresetLimit::None;
     /// The presets that bound the value, or the opposite bound of a bound. E_PV_NONE where there is none.
     E_PresetValue lower = E_PV_NONE;
     E_PresetValue upper = E_PV_NONE;

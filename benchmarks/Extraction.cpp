@@ -33,7 +33,7 @@ bool isWhole(int entries)
 
 std::vector<std::string> ourCommand(int entries)
 {
-    return {GLOBALSCTL, "data", "extract", archive(entries), "--to", target().toStdString()};
+    return {GLOBALSCTL, "data", "extract", archive(entries), "--output", target().toStdString()};
 }
 
 bool extractWithUnzip()

@@ -25,9 +25,10 @@ QByteArray protectedContent(const QByteArray& plain, const char* password = GLOB
     return TestFiles::contentOf("protected"_q);
 }
 
+/// The member of the answer that is called like the first word of the command.
 QJsonArray arrayFrom(const QStringList& arguments)
 {
-    return QJsonDocument::fromJson(globalsctl(arguments).output).array();
+    return QJsonDocument::fromJson(globalsctl(arguments).output).object()[arguments[0]].toArray();
 }
 
 /// The lines that the current row has in \p column, where "@" is \p name.

@@ -33,6 +33,7 @@ private Q_SLOTS:
     {
         // Ignored in the background jobs of a shell, and it would stay so in the tool.
         static_cast<void>(std::signal(SIGINT, SIG_DFL));
+        qputenv("TERM", "xterm");
         for (const char* password : {"ab", "geheim", "ü", ""})
             qputenv("PW_" + QByteArray::number(QString::fromUtf8(password).size()), password);
     }
@@ -143,6 +144,7 @@ private Q_SLOTS:
             script.write(promptAndTyped[1]
                              .replace("^C"_q, "\3"_q)
                              .replace("^D"_q, "\4"_q)
+                             .replace("^Z"_q, "\x1a"_q)
                              .replace("\\n"_q, "\n"_q)
                              .toUtf8());
         }

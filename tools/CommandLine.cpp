@@ -1,9 +1,10 @@
 #include "CommandLine.h"
 
 #include "commands/Command.h"
-#include "support/ExitCode.h"
+#include "support/Failure.h"
 #include "support/Output.h"
 #include "support/Suggestion.h"
+#include "support/Table.h"
 
 #include <QCommandLineParser>
 #include <QStringList>
@@ -42,6 +43,16 @@ const Command* findCommand(const QStringList& arguments)
     return found == commands().end() ? nullptr : &*found;
 }
 
+/// Prints what is wrong with the arguments, and where help is: that of the command with these \p words, if it
+/// is known. Returns the exit code.
+int printUsageError(const QString& message, const QString& words = QString())
+{
+    printError(message);
+    const QString help = words.isEmpty() ? QStringLiteral("--help") : QStringLiteral("help ") + words;
+    printNote(QStringLiteral("Try \"globalsctl %1\".").arg(help));
+    return WrongUsage;
+}
+
 QString optionHelp(const std::vector<Option>& options)
 {
     QList<QStringList> rows;
@@ -54,14 +65,20 @@ QString optionHelp(const std::vector<Option>& options)
             summary += QStringLiteral(" (otherwise \"%1\")").arg(QString::fromUtf8(option.initial));
         rows << QStringList{form, summary};
     }
-    return QStringLiteral("Options:\n") + aligned(rows);
+    return QStringLiteral("Options:\n") + aligned(rows, resultColumns());
+}
+
+QString paragraph(const QString& text)
+{
+    return aligned({{text}}, resultColumns());
 }
 
 QString helpOn(const Command& command)
 {
     const QStringList form = split(command.words) + split(command.arguments);
-    return QStringLiteral("Usage: globalsctl %1 [OPTIONS]\n\n%2.\n\n%3")
-        .arg(form.join(QLatin1Char(' ')), QString::fromUtf8(command.summary), optionHelp(optionsOf(command)));
+    return QStringLiteral("Usage: globalsctl %1 [OPTIONS]\n\n%2\n\n%3")
+        .arg(form.join(QLatin1Char(' ')), paragraph(QString::fromUtf8(command.summary) + QLatin1Char('.')),
+             optionHelp(optionsOf(command)));
 }
 
 QString helpOn(const std::vector<Command>& several)
@@ -74,7 +91,7 @@ QString helpOn(const std::vector<Command>& several)
     }
     return QStringLiteral("Usage: globalsctl COMMAND [ARGUMENTS] [OPTIONS]\n\nCommands:\n%1\n\n%2\n\n"
                           "\"globalsctl help COMMAND\" shows the options of a command.")
-        .arg(aligned(rows), optionHelp(commonOptions()));
+        .arg(aligned(rows, resultColumns()), optionHelp(commonOptions()));
 }
 
 /// Parses \p arguments, those after the words of a command. False, with an error text in \p line, for unknown
@@ -85,6 +102,8 @@ bool parse(QCommandLineParser& line, const std::vector<Option>& options, const Q
         QStringList names = {QString::fromLatin1(option.name)};
         if (names.first() == QLatin1String("help"))
             names << QStringLiteral("h");
+        if (option.former)
+            names << QString::fromLatin1(option.former);
         line.addOption({names, QString::fromUtf8(option.summary), QString::fromUtf8(option.value),
                         QString::fromUtf8(option.initial)});
     }
@@ -133,17 +152,28 @@ QStringList namesOf(const std::vector<Command>& commands)
     return names;
 }
 
-int run(const Command& command, const QStringList& arguments)
+/// Runs \p command, or prints its help. Throws UsageError.
+int runParsed(const Command& command, const QStringList& arguments)
 {
-    const QString words = QString::fromLatin1(command.words);
-    const QString prefix = words + QStringLiteral(": ");
     QCommandLineParser line;
     if (!parse(line, optionsOf(command), arguments))
-        return printUsageError(prefix + line.errorText() + suggestedOption(line, optionsOf(command)), words);
+        throw UsageError(line.errorText() + suggestedOption(line, optionsOf(command)));
     if (printCommon(line, helpOn(command)))
         return Done;
     const QString wrong = countError(split(command.arguments), line.positionalArguments());
-    return wrong.isEmpty() ? command.run(line) : printUsageError(prefix + wrong, words);
+    if (!wrong.isEmpty())
+        throw UsageError(wrong);
+    return command.run(line);
+}
+
+int run(const Command& command, const QStringList& arguments)
+{
+    const QString words = QString::fromLatin1(command.words);
+    try {
+        return runParsed(command, arguments);
+    } catch (const UsageError& e) {
+        return printUsageError(QStringLiteral("%1: %2").arg(words, e.reason()), words);
+    }
 }
 
 /// For arguments that begin with the first words of a command only, or with none of its words.
@@ -181,14 +211,6 @@ int runCommandLine(QStringList arguments)
     if (const Command* command = findCommand(arguments))
         return run(*command, arguments.mid(split(command->words).size()));
     return runWithoutCommand(arguments);
-}
-
-int printUsageError(const QString& message, const QString& words)
-{
-    printError(message);
-    const QString help = words.isEmpty() ? QStringLiteral("--help") : QStringLiteral("help ") + words;
-    printNote(QStringLiteral("Try \"globalsctl %1\".").arg(help));
-    return WrongUsage;
 }
 
 } // namespace globalsctl

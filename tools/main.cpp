@@ -19,8 +19,6 @@ int runGuarded(const QStringList& arguments)
     try {
         return globalsctl::runCommandLine(arguments);
     } catch (const globalsctl::Failure& e) {
-        if (e.exitCode() == globalsctl::WrongUsage)
-            return globalsctl::printUsageError(e.reason());
         globalsctl::printError(e.reason());
         return e.exitCode();
     } catch (const TEKLUVA::Exception& e) {

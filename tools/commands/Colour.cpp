@@ -1,8 +1,8 @@
-#include "CommandLine.h"
 #include "commands/Command.h"
 #include "support/Console.h"
-#include "support/ExitCode.h"
+#include "support/Failure.h"
 #include "support/Output.h"
+#include "support/Table.h"
 
 #include "globals/Colour.h"
 
@@ -66,7 +66,7 @@ QString swatchOf(const Components& rgb)
 
 bool mayPrintColours()
 {
-    return qEnvironmentVariableIsEmpty("NO_COLOR") && isTerminal(StandardStream::Output);
+    return qEnvironmentVariableIsEmpty("NO_COLOR") && isCapableTerminal(StandardStream::Output);
 }
 
 QString decimals(float value, int count = 3)
@@ -105,17 +105,17 @@ int showColour(const QCommandLineParser& line)
     bool isNumber = false;
     const double kelvin = argument.toDouble(&isNumber);
     if (!isNumber || !std::isfinite(kelvin) || kelvin <= 0)
-        return printUsageError(QStringLiteral("colour: \"%1\" is no temperature above 0").arg(argument));
+        throw UsageError(QStringLiteral("\"%1\" is no temperature above 0").arg(argument));
 
     const Components rgb = colourOf(kelvin);
     if (!std::all_of(rgb.begin(), rgb.end(), [](float component) { return std::isfinite(component); })) {
-        printError(QStringLiteral("the light of %1 kelvins is too weak or too strong to compute its colour")
-                       .arg(argument));
-        return Failed;
+        throw Failure(
+            QStringLiteral("the light of %1 kelvins is too weak or too strong to compute its colour")
+                .arg(argument));
     }
     const Components shown = clamped(rgb);
     if (line.isSet(QStringLiteral("json"))) {
-        printResult(QJsonObject{{QStringLiteral("kelvin"), kelvin},
+        printAnswer({{QStringLiteral("kelvin"), kelvin},
                                 {QStringLiteral("rgb"), arrayOf(rgb)},
                                 {QStringLiteral("hex"), hexOf(shown)},
                                 {QStringLiteral("hsv"), arrayOf(hsvOf(shown))}});

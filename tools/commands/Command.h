@@ -13,6 +13,7 @@ struct Option
     const char* summary = nullptr;
     const char* value = nullptr;   ///< the name of its value in help texts; null for an option without one
     const char* initial = nullptr; ///< the value when the option is not given; null for none
+    const char* former = nullptr;  ///< an older name, which works but is documented no more; null for none
 };
 
 /// A subcommand, as the dispatcher runs it and as help, manual and completion describe it.
@@ -36,60 +37,29 @@ const std::vector<Option>& commonOptions();
 /// All options that \p command takes, its own first.
 std::vector<Option> optionsOf(const Command& command);
 
-/// \name PresetCommands.cpp
+/// \name The functions of the commands
+/// Each in a file of its command's name: PresetsShow.cpp.
 /// @{
 int showPresets(const QCommandLineParser& line);
 int checkPresets(const QCommandLineParser& line);
-int buildPresets(const QCommandLineParser& line);
-/// @}
-
-/// \name PresetTexts.cpp
-/// @{
 int diffPresets(const QCommandLineParser& line);
 int describePreset(const QCommandLineParser& line);
 int showPresetTemplate(const QCommandLineParser& line);
 int dumpPresets(const QCommandLineParser& line);
-/// @}
-
-/// \name DataCommands.cpp
-/// @{
+int buildPresets(const QCommandLineParser& line);
 int encryptData(const QCommandLineParser& line);
 int decryptData(const QCommandLineParser& line);
-/// @}
-
-/// \name ArchiveCommands.cpp
-/// @{
 int listData(const QCommandLineParser& line);
 int testData(const QCommandLineParser& line);
 int extractData(const QCommandLineParser& line);
 int packData(const QCommandLineParser& line);
-/// @}
-
-/// \name PathCommands.cpp
-/// @{
 int showPaths(const QCommandLineParser& line);
-/// @}
-
-/// \name StateCommands.cpp
-/// @{
 int showState(const QCommandLineParser& line);
-/// @}
-
-/// \name ColourCommands.cpp
-/// @{
-int showColour(const QCommandLineParser& line);
-/// @}
-
-/// \name SettingsCommands.cpp
-/// @{
 int listSettings(const QCommandLineParser& line);
 int getSetting(const QCommandLineParser& line);
 int setSetting(const QCommandLineParser& line);
 int removeSetting(const QCommandLineParser& line);
-/// @}
-
-/// \name UnitCommands.cpp
-/// @{
+int showColour(const QCommandLineParser& line);
 int convertUnits(const QCommandLineParser& line);
 /// @}
 

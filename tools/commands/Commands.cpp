@@ -21,11 +21,13 @@ constexpr Option DIMENSION = {"dimension",
                               "linear, squared (only m² and sq ft) or cubic (only m³ and cubic feet)",
                               "DIMENSION", "linear"};
 constexpr Option PASSWORD_ENV = {"password-env", "The password is the value of this environment variable",
-                                 "NAME"};
+                                 "VARIABLE"};
 constexpr Option PASSWORD_FILE = {
     "password-file", "The password is the first line of this file; - is the standard input", "FILE"};
-constexpr Option ASK_PASSWORD = {"ask-password", "Ask for the password on the terminal"};
-constexpr Option FOLDER = {"to", "Where to write the entries", "FOLDER", "."};
+constexpr Option PASSWORD_ASK = {"password-ask", "Ask for the password on the terminal", nullptr, nullptr,
+                                 "ask-password"};
+constexpr Option NAMES = {"names", "Only the names, a line for each"};
+constexpr Option OUTPUT = {"output", "Where to write the entries", "FOLDER", ".", "to"};
 constexpr Option FORCE = {"force", "Replace files that exist already"};
 
 const std::vector<Command> COMMANDS = {
@@ -42,12 +44,12 @@ const std::vector<Command> COMMANDS = {
     {"presets diff",
      "FILE [FILE]",
      "Show in which presets two files differ, or one from the built-in presets; ends with 1 if they do",
-     {},
+     {JSON},
      &diffPresets},
     {"presets describe",
-     "KEY",
+     "PRESET",
      "Show the type, the default, the bounds and the partners of a preset",
-     {},
+     {JSON},
      &describePreset},
     {"presets template", "", "Show a preset file with all keys and their defaults", {}, &showPresetTemplate},
     {"presets dump", "FILE", "Show the text of a preset file, protected or plain", {}, &dumpPresets},
@@ -59,32 +61,34 @@ const std::vector<Command> COMMANDS = {
     {"data encrypt",
      "FILE TARGET",
      "Write the content of FILE as one protected block; asks for a password that no option tells",
-     {FORCE, PASSWORD_ENV, PASSWORD_FILE, ASK_PASSWORD},
+     {FORCE, PASSWORD_ENV, PASSWORD_FILE, PASSWORD_ASK},
      &encryptData},
     {"data decrypt",
      "FILE TARGET",
      "Write the content of a protected block; most wrong passwords show in its padding",
-     {FORCE, PASSWORD_ENV, PASSWORD_FILE, ASK_PASSWORD},
+     {FORCE, PASSWORD_ENV, PASSWORD_FILE, PASSWORD_ASK},
      &decryptData},
     {"data list",
      "ARCHIVE",
-     "Show the entries of an archive and their sizes in bytes as stored",
-     {JSON},
+     "Show the entries of an archive, their sizes in bytes as stored and as they really are, and whether "
+     "they "
+     "have the form of protected blocks",
+     {NAMES, JSON},
      &listData},
     {"data test",
      "ARCHIVE",
      "Read every entry of an archive and check it; with a password, check its padding, too",
-     {PASSWORD_ENV, PASSWORD_FILE, ASK_PASSWORD},
+     {PASSWORD_ENV, PASSWORD_FILE, PASSWORD_ASK, JSON},
      &testData},
     {"data extract",
-     "ARCHIVE [NAME...]",
+     "ARCHIVE [ENTRY...]",
      "Write all entries of an archive, or those named; without a password they are taken as they are",
-     {FOLDER, FORCE, PASSWORD_ENV, PASSWORD_FILE, ASK_PASSWORD},
+     {OUTPUT, FORCE, PASSWORD_ENV, PASSWORD_FILE, PASSWORD_ASK},
      &extractData},
     {"data pack",
      "ARCHIVE FILE...",
      "Write a new archive of files, without their folders; with a password each is a protected block",
-     {FORCE, PASSWORD_ENV, PASSWORD_FILE, ASK_PASSWORD},
+     {FORCE, PASSWORD_ENV, PASSWORD_FILE, PASSWORD_ASK},
      &packData},
     {"paths",
      "",
@@ -104,7 +108,7 @@ const std::vector<Command> COMMANDS = {
     {"settings get",
      "GROUP KEY",
      "Show the value of a setting",
-     {SETTINGS_FILE, ORGANIZATION, APPLICATION},
+     {SETTINGS_FILE, ORGANIZATION, APPLICATION, JSON},
      &getSetting},
     {"settings set",
      "GROUP KEY VALUE",

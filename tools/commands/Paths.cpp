@@ -83,9 +83,9 @@ int showPaths(const QCommandLineParser& line)
         rows << rowOf(shown, isDependent);
     }
     if (line.isSet(QStringLiteral("json")))
-        printResult(objects);
+        printAnswer({{QStringLiteral("paths"), objects}});
     else
-        printResult(aligned(rows));
+        printTable(rows);
     return Done;
 }
 

@@ -1,13 +1,13 @@
 #include "commands/Command.h"
 #include "support/Failure.h"
 #include "support/Output.h"
-#include "support/PresetBounds.h"
-#include "support/PresetFile.h"
-#include "support/PresetTypes.h"
-#include "support/Suggestion.h"
+#include "support/PresetTable.h"
+
+#include "globals/Exception.h"
 
 #include <QCommandLineParser>
-#include <QSet>
+#include <QJsonArray>
+#include <QJsonObject>
 
 namespace globalsctl {
 
@@ -15,68 +15,70 @@ using namespace TEKLUVA;
 
 namespace {
 
-QString valueInForce(const PresetDescription& preset)
+/// A preset that has two values, as people write them.
+struct Difference
 {
-    return inWords(presetType(preset.type).normal(PresetManager::getPreset(preset.value)));
-}
+    QString key;
+    QString before;
+    QString after;
+};
 
-/// The values in force, in the order of describePresets().
-QStringList valuesInForce()
-{
-    QStringList values;
-    for (const PresetDescription& preset : PresetManager::describePresets())
-        values << valueInForce(preset);
-    return values;
-}
-
-/// The same once \p path has been read. Throws Failure for a file with faults: it has no values to compare.
+/// The values once \p path has been read. Throws Failure for a file without values to compare.
 QStringList valuesAfter(const QString& path)
 {
     const PresetFile file(path);
     if (!file.hasFaults())
         return valuesInForce();
-    for (const QString& remark : file.remarks())
-        printNote(printable(remark));
-    throw Failure(QStringLiteral("%1 has faults").arg(path), WrongUsage);
+    printRemarks(file);
+    throw Failure(QStringLiteral("%1 has faults").arg(path));
 }
 
-QStringList builtInValues()
+/// Of the last file from the one before it, or from the built-in values.
+QList<Difference> differences(const QStringList& files)
 {
-    const PresetFile builtIn;
-    return valuesInForce();
-}
-
-/// The preset \p key. Throws Failure for an unknown one.
-PresetDescription presetOf(const QString& key)
-{
-    QStringList keys;
-    for (const PresetDescription& preset : PresetManager::describePresets()) {
-        if (preset.key == key.toLower())
-            return preset;
-        keys << preset.key;
+    const QStringList after = valuesAfter(files.last());
+    const QStringList before = files.size() > 1 ? valuesAfter(files.first()) : builtInValues();
+    const QList<PresetDescription> presets = PresetManager::describePresets();
+    QList<Difference> found;
+    for (int i = 0; i < presets.size(); ++i) {
+        if (before[i] != after[i])
+            found << Difference{presets[i].key, before[i], after[i]};
     }
-    throw Failure(QStringLiteral("the preset key %1 is invalid%2").arg(key, suggestion(key, keys)));
+    return found;
 }
 
-/// The keys whose values change when \p preset is set as high or as low as can be.
-QStringList movedBy(const PresetDescription& preset)
+void printDifferences(const QStringList& files, const QList<Difference>& found)
 {
-    constexpr double FAR = 1e6;
-    const QStringList before = builtInValues();
-    QSet<QString> moved;
-    for (const double value : {FAR, -FAR}) {
-        const PresetFile builtIn;
-        PresetManager::getInstance()->setPreset(preset.value, value);
-        const QStringList after = valuesInForce();
-        const QList<PresetDescription> presets = PresetManager::describePresets();
-        for (int i = 0; i < presets.size(); ++i) {
-            if (before[i] != after[i] && presets[i].value != preset.value)
-                moved << presets[i].key;
-        }
+    if (found.isEmpty())
+        return;
+    const QString before = files.size() > 1 ? printable(files.first()) : QStringLiteral("DEFAULT");
+    QList<QStringList> rows = {{QStringLiteral("KEY"), before, printable(files.last())}};
+    for (const Difference& difference : found)
+        rows << QStringList{difference.key, difference.before, difference.after};
+    printTable(rows);
+}
+
+QJsonArray arrayOf(const QList<Difference>& found)
+{
+    QJsonArray array;
+    for (const Difference& difference : found) {
+        array << QJsonObject{{QStringLiteral("key"), difference.key},
+                             {QStringLiteral("before"), difference.before},
+                             {QStringLiteral("after"), difference.after}};
     }
-    QStringList sorted = moved.values();
-    sorted.sort();
-    return sorted;
+    return array;
+}
+
+/// As differences(), but what fails is told from files that differ.
+QList<Difference> differencesOrTrouble(const QStringList& files)
+{
+    try {
+        return differences(files);
+    } catch (const Failure& e) {
+        throw Failure(e.reason(), Trouble);
+    } catch (const Exception& e) {
+        throw Failure(QString::fromUtf8(e.getDescription()), Trouble);
+    }
 }
 
 } // namespace
@@ -84,54 +86,12 @@ QStringList movedBy(const PresetDescription& preset)
 int diffPresets(const QCommandLineParser& line)
 {
     const QStringList files = line.positionalArguments();
-    const QStringList after = valuesAfter(files.last());
-    const QStringList before = files.size() > 1 ? valuesAfter(files.first()) : builtInValues();
-    QList<QStringList> rows = {{QStringLiteral("KEY"),
-                                files.size() > 1 ? printable(files.first()) : QStringLiteral("DEFAULT"),
-                                printable(files.last())}};
-    const QList<PresetDescription> presets = PresetManager::describePresets();
-    for (int i = 0; i < presets.size(); ++i) {
-        if (before[i] != after[i])
-            rows << QStringList{presets[i].key, before[i], after[i]};
-    }
-    if (rows.size() == 1)
-        return Done;
-    printResult(aligned(rows));
-    return Failed;
-}
-
-int describePreset(const QCommandLineParser& line)
-{
-    const PresetFile builtIn;
-    const PresetDescription preset = presetOf(line.positionalArguments().first());
-    const auto orNone = [](const QString& text) { return text.isEmpty() ? QStringLiteral("-") : text; };
-    const QString initial = valueInForce(preset);
-    const QString partner = partnerOf(preset.key);
-    printResult(aligned({{QStringLiteral("Key:"), preset.key},
-                         {QStringLiteral("Type:"), preset.type},
-                         {QStringLiteral("Default:"), initial},
-                         {QStringLiteral("Bounds:"), preset.bounds},
-                         {QStringLiteral("Partner:"), orNone(partner)},
-                         {QStringLiteral("Moves:"), orNone(movedBy(preset).join(QStringLiteral(", ")))}}));
-    return Done;
-}
-
-int showPresetTemplate(const QCommandLineParser& /*line*/)
-{
-    const PresetFile builtIn;
-    for (const PresetDescription& preset : PresetManager::describePresets()) {
-        const QString value = valueInForce(preset);
-        printResult(QStringLiteral("# %1, default %2, %3").arg(preset.type, value, preset.bounds));
-        printResult(QStringLiteral("%1=%2\n").arg(preset.key, value));
-    }
-    return Done;
-}
-
-int dumpPresets(const QCommandLineParser& line)
-{
-    const QByteArray text = PresetFile(line.positionalArguments().first()).text().toUtf8();
-    printBytes(text);
-    return Done;
+    const QList<Difference> found = differencesOrTrouble(files);
+    if (line.isSet(QStringLiteral("json")))
+        printAnswer({{QStringLiteral("differences"), arrayOf(found)}});
+    else
+        printDifferences(files, found);
+    return found.isEmpty() ? Done : Failed;
 }
 
 } // namespace globalsctl

@@ -41,10 +41,10 @@ QString lastAlive(const LastRun& run)
     return QStringLiteral("%1 by the %2 clock").arg(run.lifeTime.toString(Qt::ISODate), clock);
 }
 
-QString tableOf(const Record& record)
+QList<QStringList> rowsOf(const Record& record)
 {
     const LastRun& run = record.run;
-    return aligned({
+    return {
         {QStringLiteral("File:"), record.file},
         {QStringLiteral("Verdict:"), record.verdict},
         {QStringLiteral("State:"), run.word.isEmpty() ? QStringLiteral("-") : run.word},
@@ -52,7 +52,7 @@ QString tableOf(const Record& record)
         {QStringLiteral("Last alive:"), lastAlive(run)},
         {QStringLiteral("Auto-save session:"),
          run.isAutoSaveSession ? QStringLiteral("active") : QStringLiteral("none")},
-    });
+    };
 }
 
 QJsonObject objectOf(const Record& record)
@@ -76,9 +76,9 @@ int showState(const QCommandLineParser& line)
 {
     const Record record = recordIn(settingsFileOf(line));
     if (line.isSet(QStringLiteral("json")))
-        printResult(objectOf(record));
+        printAnswer(objectOf(record));
     else
-        printResult(tableOf(record));
+        printTable(rowsOf(record));
     return Done;
 }
 

@@ -1,6 +1,5 @@
-#include "CommandLine.h"
 #include "commands/Command.h"
-#include "support/ExitCode.h"
+#include "support/Failure.h"
 #include "support/Output.h"
 
 #include "globals/MeasurementManager.h"
@@ -10,7 +9,6 @@
 #include <QLocale>
 
 #include <cmath>
-#include <optional>
 
 namespace globalsctl {
 
@@ -50,9 +48,8 @@ Words units()
     return words;
 }
 
-/// The number of the one of \p words that is the value of \p option. For any other value prints a usage error
-/// and returns nothing.
-std::optional<int> chosen(const QCommandLineParser& line, const QString& option, const Words& words)
+/// The number of the one of \p words that is the value of \p option. Throws UsageError for any other value.
+int chosen(const QCommandLineParser& line, const QString& option, const Words& words)
 {
     const QString given = line.value(option);
     QStringList known;
@@ -61,15 +58,14 @@ std::optional<int> chosen(const QCommandLineParser& line, const QString& option,
             return number;
         known << word;
     }
-    printUsageError(QStringLiteral("units: --%1 is \"%2\", not one of %3")
-                        .arg(option, given, known.join(QStringLiteral(", "))));
-    return std::nullopt;
+    throw UsageError(QStringLiteral("--%1 is \"%2\", not one of %3")
+                         .arg(option, given, known.join(QStringLiteral(", "))));
 }
 
 void printValue(const QCommandLineParser& line, double number, const QString& text)
 {
     if (line.isSet(QStringLiteral("json"))) {
-        printResult(QJsonObject{{QStringLiteral("number"), number}, {QStringLiteral("text"), text}});
+        printAnswer({{QStringLiteral("number"), number}, {QStringLiteral("text"), text}});
         return;
     }
     printResult(QString::number(number, 'g', QLocale::FloatingPointShortest));
@@ -80,25 +76,21 @@ void printValue(const QCommandLineParser& line, double number, const QString& te
 
 int convertUnits(const QCommandLineParser& line)
 {
-    const auto from = chosen(line, QStringLiteral("from"), units());
-    const auto to = from ? chosen(line, QStringLiteral("to"), units()) : std::nullopt;
-    const auto dimension = to ? chosen(line, QStringLiteral("dimension"), dimensions()) : std::nullopt;
-    if (!dimension)
-        return WrongUsage;
+    const auto from = E_MeasurementUnit(chosen(line, QStringLiteral("from"), units()));
+    const auto to = E_MeasurementUnit(chosen(line, QStringLiteral("to"), units()));
+    const auto in = E_MeasurementDimension(chosen(line, QStringLiteral("dimension"), dimensions()));
 
     const QString given = line.positionalArguments().value(0);
     bool isNumber = false;
     const double value = given.toDouble(&isNumber);
     if (!isNumber || !std::isfinite(value))
-        return printUsageError(QStringLiteral("units: VALUE is \"%1\", not a number").arg(given));
+        throw UsageError(QStringLiteral("VALUE is \"%1\", not a number").arg(given));
     const MeasurementManager* manager = MeasurementManager::getInstance();
-    const auto in = E_MeasurementDimension(*dimension);
-    const auto shown = E_MeasurementUnit(*to);
-    const double internal = manager->fromMeasurementUnit(in, E_MeasurementUnit(*from), value);
-    const double number = manager->toMeasurementUnit(in, shown, internal);
+    const double internal = manager->fromMeasurementUnit(in, from, value);
+    const double number = manager->toMeasurementUnit(in, to, internal);
     if (!std::isfinite(number))
-        return printUsageError(QStringLiteral("units: VALUE is too large"));
-    printValue(line, number, manager->createMeasurementString(in, shown, internal, true));
+        throw UsageError(QStringLiteral("VALUE is too large"));
+    printValue(line, number, manager->createMeasurementString(in, to, internal, true));
     return Done;
 }
 

@@ -29,6 +29,8 @@ public:
     const TEKLUVA::DataFileReader& reader() const { return m_reader; }
     const std::vector<Entry>& entries() const { return m_entries; }
 
+    /// Whether the list of entries is not damaged.
+    bool isWhole() const { return m_isWhole; }
     /// Prints an error when the list is damaged; call it after the work on the entries. Returns the exit
     /// code.
     int reportDamage() const;

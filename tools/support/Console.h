@@ -23,8 +23,11 @@ void forbidCoreDumps();
 
 bool isTerminal(StandardStream stream);
 
-/// The width of the terminal's window at the standard error stream; 80 when that is unknown.
-int terminalColumns();
+/// Whether the stream is a terminal that can move its cursor and show colours: not TERM=dumb.
+bool isCapableTerminal(StandardStream stream);
+
+/// The width of the terminal's window at the stream; 80 when that is unknown.
+int terminalColumns(StandardStream stream);
 
 /// Keeps the signals that ask the program to end (SIGHUP, SIGINT, SIGTERM) from ending it, as long as the
 /// scope lives, so that nothing is left half done. When events are processed, a signal becomes the abort
@@ -55,7 +58,7 @@ private:
 };
 
 /// The terminal of the process, wherever the standard streams lead. It does not show what is typed as long as
-/// the scope lives; a signal such as Ctrl-C ends the scope, too.
+/// the scope lives; a signal such as Ctrl-C ends the scope, too, and Ctrl-Z interrupts it.
 class Terminal
 {
     Q_DISABLE_COPY(Terminal)
@@ -75,7 +78,11 @@ public:
 private:
     struct System;
 
-    void waitForInput();
+    void silence();
+    /// False when the user wants to suspend the program.
+    bool waitForInput();
+    /// Returns when the program goes on.
+    void suspend();
 
     Interruption m_interruption; ///< outlives the change of the terminal
     const std::unique_ptr<System> m_system;

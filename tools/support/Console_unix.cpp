@@ -11,6 +11,9 @@
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
+#ifdef __linux__
+#include <sys/prctl.h>
+#endif
 #include <termios.h>
 #include <unistd.h>
 
@@ -43,6 +46,9 @@ namespace {
 
 constexpr std::array<int, 3> SIGNALS = {SIGHUP, SIGINT, SIGTERM};
 
+/// Ctrl-Z, while the terminal is silent.
+constexpr int SUSPENSION = SIGTSTP;
+
 /// Where the signal handler writes to.
 volatile std::sig_atomic_t signalPipe = -1;
 
@@ -56,6 +62,19 @@ void noteSignal(int signal)
     errno = before;
 }
 
+/// From now on \p signal is noted, unless it is ignored. Returns what was done with it before.
+struct sigaction catchSignal(int signal)
+{
+    struct sigaction action = {};
+    action.sa_handler = &noteSignal;
+    action.sa_flags = SA_RESTART;
+    struct sigaction before = {};
+    sigaction(signal, nullptr, &before);
+    if (before.sa_handler != SIG_IGN)
+        sigaction(signal, &action, nullptr);
+    return before;
+}
+
 std::array<int, 2> openPipe()
 {
     std::array<int, 2> ends{};
@@ -65,6 +84,11 @@ std::array<int, 2> openPipe()
     if (!isOpen)
         throw Failure(QStringLiteral("signals cannot be waited for: %1").arg(qt_error_string(errno)));
     return ends;
+}
+
+int descriptorOf(StandardStream stream)
+{
+    return stream == StandardStream::Output ? STDOUT_FILENO : STDERR_FILENO;
 }
 
 int openTerminal()
@@ -77,9 +101,8 @@ termios silent(termios terminal)
 {
     terminal.c_lflag &= ~static_cast<tcflag_t>(ECHO);
     terminal.c_lflag |= ICANON | ISIG;
-    // These keys would leave the shell with a silent terminal.
+    // This key would leave the shell with a silent terminal.
     terminal.c_cc[VQUIT] = _POSIX_VDISABLE;
-    terminal.c_cc[VSUSP] = _POSIX_VDISABLE;
     return terminal;
 }
 
@@ -106,18 +129,22 @@ void forbidCoreDumps()
 {
     const rlimit none = {};
     static_cast<void>(::setrlimit(RLIMIT_CORE, &none));
+#ifdef __linux__
+    // A program of the system that receives the images does not heed the limit.
+    static_cast<void>(::prctl(PR_SET_DUMPABLE, 0));
+#endif
 }
 
 bool isTerminal(StandardStream stream)
 {
-    return ::isatty(stream == StandardStream::Output ? STDOUT_FILENO : STDERR_FILENO) != 0;
+    return ::isatty(descriptorOf(stream)) != 0;
 }
 
-int terminalColumns()
+int terminalColumns(StandardStream stream)
 {
     constexpr int USUAL_COLUMNS = 80;
     winsize size{};
-    const bool isKnown = ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    const bool isKnown = ::ioctl(descriptorOf(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
     return isKnown ? size.ws_col : USUAL_COLUMNS;
 }
 
@@ -145,15 +172,8 @@ Interruption::Interruption()
         requestAbort();
     });
     signalPipe = m_system->writeEnd.get();
-    struct sigaction action = {};
-    action.sa_handler = &noteSignal;
-    action.sa_flags = SA_RESTART;
-    for (std::size_t i = 0; i < SIGNALS.size(); ++i) {
-        struct sigaction& before = m_system->before[i];
-        sigaction(SIGNALS[i], nullptr, &before);
-        if (before.sa_handler != SIG_IGN)
-            sigaction(SIGNALS[i], &action, nullptr);
-    }
+    for (std::size_t i = 0; i < SIGNALS.size(); ++i)
+        m_system->before[i] = catchSignal(SIGNALS[i]);
 }
 
 Interruption::~Interruption()
@@ -174,6 +194,7 @@ struct Terminal::System
 {
     const Descriptor terminal{openTerminal()};
     termios before{};
+    struct sigaction beforeSuspension = {};
 };
 
 bool Terminal::isAvailable()
@@ -187,20 +208,30 @@ Terminal::Terminal()
     const Descriptor& terminal = m_system->terminal;
     if (!terminal.isOpen() || tcgetattr(terminal.get(), &m_system->before) != 0)
         throw Failure(QStringLiteral("there is no terminal to ask for a password"));
-    const termios wanted = silent(m_system->before);
-    tcsetattr(terminal.get(), TCSAFLUSH, &wanted);
+    m_system->beforeSuspension = catchSignal(SUSPENSION);
+    silence();
 }
 
 Terminal::~Terminal()
 {
+    sigaction(SUSPENSION, &m_system->beforeSuspension, nullptr);
     tcsetattr(m_system->terminal.get(), TCSAFLUSH, &m_system->before);
     show(m_system->terminal, "\n");
+}
+
+void Terminal::silence()
+{
+    const termios wanted = silent(m_system->before);
+    tcsetattr(m_system->terminal.get(), TCSAFLUSH, &wanted);
 }
 
 QByteArray Terminal::ask(const QByteArray& prompt)
 {
     show(m_system->terminal, prompt);
-    waitForInput();
+    while (!waitForInput()) {
+        suspend();
+        show(m_system->terminal, prompt);
+    }
     // What a terminal collects for a line at the most.
     std::array<char, 4096> typed{};
     const ssize_t length = ::read(m_system->terminal.get(), typed.data(), typed.size());
@@ -212,13 +243,26 @@ QByteArray Terminal::ask(const QByteArray& prompt)
     return line;
 }
 
-void Terminal::waitForInput()
+bool Terminal::waitForInput()
 {
     std::array<pollfd, 2> sources = {
         {{m_system->terminal.get(), POLLIN, 0}, {m_interruption.m_system->readEnd.get(), POLLIN, 0}}};
     while (::poll(sources.data(), sources.size(), -1) < 0 && errno == EINTR)
         continue;
+    if (m_interruption.signal() == SUSPENSION)
+        return false;
     m_interruption.check(QStringLiteral("no password was read"));
+    return true;
+}
+
+void Terminal::suspend()
+{
+    tcsetattr(m_system->terminal.get(), TCSAFLUSH, &m_system->before);
+    sigaction(SUSPENSION, &m_system->beforeSuspension, nullptr);
+    ::raise(SUSPENSION); // returns when the shell goes on with the program
+    m_system->beforeSuspension = catchSignal(SUSPENSION);
+    m_interruption.m_system->signal = 0;
+    silence();
 }
 
 } // namespace globalsctl

@@ -22,18 +22,17 @@ std::optional<QByteArray> EntryOpener::open(const ArchivedFile& entry)
         return fail(QStringLiteral("could not be read: it is damaged"));
     if (m_password.isEmpty() || content->isEmpty())
         return content;
-    const PasswordProof proof = proofOfEntry(*content);
+    const bool isBlock = !DataBlock::faultOf(*content);
+    const PasswordProof proof = isBlock ? proofOf(*content, m_password) : PasswordProof::Wrong;
+    m_formless += isBlock ? 0 : 1;
     m_right += proof == PasswordProof::Right ? 1 : 0;
     m_wrong += proof == PasswordProof::Wrong ? 1 : 0;
     m_unproven += proof == PasswordProof::None ? 1 : 0;
+    if (!isBlock)
+        return fail(QStringLiteral("is no protected block"));
     if (proof == PasswordProof::Wrong)
         return fail(QStringLiteral("could not be read: wrong password or damaged"));
     return m_reader.decryptData(*content);
-}
-
-PasswordProof EntryOpener::proofOfEntry(const QByteArray& content) const
-{
-    return DataBlock::faultOf(content) ? PasswordProof::Wrong : proofOf(content, m_password);
 }
 
 std::optional<QByteArray> EntryOpener::fail(const QString& fault)

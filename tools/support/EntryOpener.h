@@ -24,12 +24,13 @@ public:
     int rightCount() const { return m_right; }
     /// The number of entries that speak against it.
     int wrongCount() const { return m_wrong; }
+    /// The number of those that do so because they are no protected blocks.
+    int formlessCount() const { return m_formless; }
     /// Prints a note when entries were opened that prove neither that the password is right nor that it is
     /// wrong.
     void noteIfUnproven() const;
 
 private:
-    PasswordProof proofOfEntry(const QByteArray& content) const;
     std::optional<QByteArray> fail(const QString& fault);
 
     const QString m_password;
@@ -37,6 +38,7 @@ private:
     QString m_fault;
     int m_right = 0;
     int m_wrong = 0;
+    int m_formless = 0;
     int m_unproven = 0;
 };
 

@@ -54,6 +54,11 @@ QString faultOf(const std::string& name)
     return hasParentStep(name) ? QStringLiteral("has a name with \"..\"") : QString();
 }
 
+QString reasonOf(const std::error_code& error)
+{
+    return QString::fromStdString(error.message());
+}
+
 /// Whether \p reason is the system's word for a disk, or a share of it, without room.
 bool isWantOfRoom(const QString& reason)
 {
@@ -73,8 +78,10 @@ Extraction::Extraction(const QString& folder, Existing existing, const QString& 
     std::error_code error;
     fs::create_directories(given, error);
     m_folder = fs::canonical(given, error);
-    if (error || !fs::is_directory(m_folder, error))
-        throw Failure(QStringLiteral("folder %1 could not be made").arg(folder));
+    if (!error && !fs::is_directory(m_folder, error))
+        error = std::make_error_code(std::errc::not_a_directory);
+    if (error)
+        throw Failure(QStringLiteral("folder %1 could not be made: %2").arg(folder, reasonOf(error)));
 }
 
 QString Extraction::extract(const TEKLUVA::ArchivedFile& entry)
@@ -113,8 +120,10 @@ QString Extraction::faultOfFolder(const fs::path& folder)
         return QStringLiteral("would lie outside of the folder, through a link");
     std::error_code error;
     fs::create_directories(folder, error);
-    if (!fs::is_directory(folder, error))
-        return QStringLiteral("has a folder that could not be made");
+    if (!error && !fs::is_directory(folder, error))
+        error = std::make_error_code(std::errc::not_a_directory);
+    if (error)
+        return QStringLiteral("has a folder that could not be made: %1").arg(reasonOf(error));
     m_lastFolder = folder.native();
     return {};
 }

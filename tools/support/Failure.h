@@ -8,7 +8,7 @@
 
 namespace globalsctl {
 
-/// Ends a command, from any depth: main() prints the reason as an error and exits with the code.
+/// Ends a command, from any depth: its reason is printed as an error, and the program exits with the code.
 class Failure : public std::runtime_error
 {
 public:
@@ -23,6 +23,16 @@ public:
 
 private:
     int m_exitCode;
+};
+
+/// A failure of the user: what is wrong with the arguments. The help of the command is named with the reason.
+class UsageError : public Failure
+{
+public:
+    explicit UsageError(const QString& reason)
+        : Failure(reason, WrongUsage)
+    {
+    }
 };
 
 } // namespace globalsctl

@@ -1,15 +1,15 @@
 #include "support/Output.h"
 
 #include "support/Console.h"
+#include "support/Table.h"
 
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QVector>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <limits>
 
 namespace globalsctl {
 
@@ -26,9 +26,11 @@ void write(std::FILE* stream, const QByteArray& bytes)
         writeError = errno;
 }
 
+/// As Unicode counts them. Millions of characters are asked about.
 bool isControl(QChar c)
 {
-    return c.category() == QChar::Other_Control;
+    const ushort code = c.unicode();
+    return code < 0x20 || (code >= 0x7f && code < 0xa0);
 }
 
 bool isUpperControl(QChar c)
@@ -45,6 +47,8 @@ bool isControlInLine(QChar c)
 /// the character's code, with \p digits hexadecimal digits.
 QString withEscapes(const QString& text, bool (*isBad)(QChar), const QString& escape, int digits)
 {
+    if (std::none_of(text.begin(), text.end(), isBad))
+        return text;
     QString shown;
     for (const QChar c : text)
         shown += isBad(c) ? escape.arg(c.unicode(), digits, 16, QLatin1Char('0')) : QString(c);
@@ -63,32 +67,30 @@ QString textOf(const QJsonDocument& document)
     return withEscapes(text, &isUpperControl, QStringLiteral("\\u%1"), 4);
 }
 
-QVector<int> columnWidths(const QList<QStringList>& rows)
+/// Asked for each line, of which there may be millions.
+bool isResultOnTerminal()
 {
-    QVector<int> widths;
-    for (const QStringList& row : rows) {
-        widths.resize(qMax(widths.size(), row.size()));
-        for (int column = 0; column < row.size(); ++column)
-            widths[column] = qMax(widths[column], row[column].size());
-    }
-    return widths;
+    static const bool isOnTerminal = isTerminal(StandardStream::Output);
+    return isOnTerminal;
 }
 
 } // namespace
 
 void printResult(const QString& text)
 {
-    write(stdout, (isTerminal(StandardStream::Output) ? printableLines(text) : text).toUtf8() + '\n');
+    write(stdout, (isResultOnTerminal() ? printableLines(text) : text).toUtf8() + '\n');
 }
 
-void printResult(const QJsonArray& array)
+void printAnswer(QJsonObject answer)
 {
-    printResult(textOf(QJsonDocument(array)));
+    constexpr int SCHEMA = 1;
+    answer.insert(QStringLiteral("schema"), SCHEMA);
+    printResult(textOf(QJsonDocument(answer)));
 }
 
-void printResult(const QJsonObject& object)
+void printTable(const QList<QStringList>& rows)
 {
-    printResult(textOf(QJsonDocument(object)));
+    printResult(aligned(rows, resultColumns()));
 }
 
 void printBytes(const QByteArray& bytes)
@@ -135,16 +137,9 @@ bool isReadableText(const QByteArray& bytes)
     return text.toUtf8() == bytes && isReadableText(text);
 }
 
-QString aligned(const QList<QStringList>& rows)
+int resultColumns()
 {
-    const QVector<int> widths = columnWidths(rows);
-    QStringList lines;
-    for (QStringList row : rows) {
-        for (int column = 0; column < row.size() - 1; ++column)
-            row[column] = row[column].leftJustified(widths[column]);
-        lines << row.join(QStringLiteral("  "));
-    }
-    return lines.join(QLatin1Char('\n'));
+    return isResultOnTerminal() ? terminalColumns(StandardStream::Output) : std::numeric_limits<int>::max();
 }
 
 } // namespace globalsctl

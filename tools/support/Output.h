@@ -4,7 +4,6 @@
 #include <QList>
 #include <QStringList>
 
-class QJsonArray;
 class QJsonObject;
 
 /// What the tool prints: UTF-8, whatever the locale. Results go to the standard output, notes and errors to
@@ -14,8 +13,10 @@ namespace globalsctl {
 /// Prints \p text and a line end; on a terminal with control characters as escapes. Call flushResults() to
 /// learn whether that worked.
 void printResult(const QString& text);
-void printResult(const QJsonArray& array);
-void printResult(const QJsonObject& object);
+/// Prints \p answer in JSON, with the version of its schema.
+void printAnswer(QJsonObject answer);
+/// Prints \p rows in columns, which on a terminal fit its window.
+void printTable(const QList<QStringList>& rows);
 /// Prints \p bytes as they are.
 void printBytes(const QByteArray& bytes);
 
@@ -37,7 +38,8 @@ bool isReadableText(const QString& text);
 /// The same for bytes, which must be UTF-8.
 bool isReadableText(const QByteArray& bytes);
 
-/// A line for each of \p rows, with its cells in columns that are two blanks apart.
-QString aligned(const QList<QStringList>& rows);
+/// The characters that a line of a result may have: those of the terminal's window. Without a terminal, lines
+/// are for programs and as long as they are.
+int resultColumns();
 
 } // namespace globalsctl

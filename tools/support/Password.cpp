@@ -60,7 +60,7 @@ struct SourceRow
 constexpr SourceRow SOURCES[] = {
     {"password-env", &fromEnvironment},
     {"password-file", &fromFile},
-    {"ask-password", &fromTerminal},
+    {"password-ask", &fromTerminal},
 };
 
 } // namespace
@@ -72,16 +72,14 @@ PasswordSource::PasswordSource(const QCommandLineParser& line, PasswordNeed need
         if (!line.isSet(option))
             continue;
         if (m_source)
-            throw Failure(QStringLiteral("--%1 is one source of the password too many").arg(option),
-                          WrongUsage);
+            throw UsageError(QStringLiteral("--%1 is one source of the password too many").arg(option));
         m_source = row.read;
         m_value = line.value(option);
     }
     if (m_source || need == PasswordNeed::Optional)
         return;
     if (!Terminal::isAvailable())
-        throw Failure(QStringLiteral("--password-env, --password-file or --ask-password is missing"),
-                      WrongUsage);
+        throw UsageError(QStringLiteral("--password-env, --password-file or --password-ask is missing"));
     m_source = &fromTerminal;
 }
 
@@ -107,7 +105,7 @@ QString PasswordSource::read(PasswordUse use) const
 void PasswordSource::requireApartFrom(const QString& path) const
 {
     if (m_source == &fromFile && isStandardInput(m_value) && isStandardInput(path))
-        throw Failure(QStringLiteral("password and content cannot both be the standard input"), WrongUsage);
+        throw UsageError(QStringLiteral("password and content cannot both be the standard input"));
 }
 
 } // namespace globalsctl

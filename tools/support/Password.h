@@ -22,7 +22,7 @@ enum class PasswordUse {
 class PasswordSource
 {
 public:
-    /// Throws Failure for wrong usage: more than one of the options is given, or none although a password is
+    /// Throws UsageError: more than one of the options is given, or none although a password is
     /// required and there is no terminal to ask for it.
     PasswordSource(const QCommandLineParser& line, PasswordNeed need);
 
@@ -30,7 +30,7 @@ public:
     /// or when the prompt for it is interrupted.
     QString read(PasswordUse use) const;
 
-    /// Throws Failure for wrong usage when \p path and the password are both the standard input.
+    /// Throws UsageError when \p path and the password are both the standard input.
     void requireApartFrom(const QString& path) const;
 
 private:

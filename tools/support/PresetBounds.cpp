@@ -2,7 +2,7 @@
 
 #include "support/PresetTypes.h"
 
-#include <QRegularExpression>
+#include <algorithm>
 
 namespace globalsctl {
 
@@ -10,37 +10,26 @@ using namespace TEKLUVA;
 
 namespace {
 
-QVariant valueOf(const QString& key)
+double numberOf(E_PresetValue preset)
 {
-    return PresetManager::getPreset(PresetManager::getInstance()->getKey(key));
+    return PresetManager::getPreset(preset).toDouble();
 }
 
-/// Of a word in a preset's bounds: a key or a number.
-PresetBound boundOf(const QString& word)
+/// A \p preset as a bound, or else the \p number.
+PresetBound boundOf(E_PresetValue preset, double number)
 {
-    bool isNumber = false;
-    const double number = word.toDouble(&isNumber);
-    return isNumber ? PresetBound{QString(), number} : PresetBound{word, valueOf(word).toDouble()};
+    return preset == E_PV_NONE ? PresetBound{preset, number} : PresetBound{preset, numberOf(preset)};
 }
 
-QString replaced(const QString& key, const char* word, const char* by)
+void addIfOutside(QList<OutOfBounds>& found, const PresetDescription& preset, const PresetBounds& bounds)
 {
-    QStringList words = key.split(QLatin1Char('_'));
-    const int place = words.indexOf(QLatin1String(word));
-    if (place < 0)
-        return {};
-    words[place] = QLatin1String(by);
-    return words.join(QLatin1Char('_'));
-}
-
-void addIfOutside(QList<OutOfBounds>& found, const PresetDescription& preset, const QString& lower,
-                  const QString& upper)
-{
-    const double value = PresetManager::getPreset(preset.value).toDouble();
-    if (!lower.isEmpty() && value < boundOf(lower).value)
-        found << OutOfBounds{preset, boundOf(lower), true};
-    if (!upper.isEmpty() && value > boundOf(upper).value)
-        found << OutOfBounds{preset, boundOf(upper), false};
+    const double value = numberOf(preset.value);
+    const PresetBound lower = boundOf(bounds.lower, bounds.min);
+    const PresetBound upper = boundOf(bounds.upper, bounds.max);
+    if (value < lower.value)
+        found << OutOfBounds{preset, lower, true};
+    if (value > upper.value)
+        found << OutOfBounds{preset, upper, false};
 }
 
 } // namespace
@@ -49,31 +38,38 @@ QString OutOfBounds::words() const
 {
     const QString value = inWords(presetType(preset.type).normal(PresetManager::getPreset(preset.value)));
     const QString limit = inWords(QJsonValue(bound.value));
+    const QString key = keyOf(bound.preset);
     return QStringLiteral("%1 is %2, %3 %4")
         .arg(preset.key, value, isBelow ? QStringLiteral("below") : QStringLiteral("above"),
-             bound.key.isEmpty() ? limit : QStringLiteral("%1 (%2)").arg(bound.key, limit));
+             key.isEmpty() ? limit : QStringLiteral("%1 (%2)").arg(key, limit));
 }
 
 QList<OutOfBounds> valuesOutOfBounds()
 {
-    // "100 to max_room_height; ...", as the library puts it in words.
-    static const QRegularExpression RANGE(QStringLiteral("^(\\S+) to ([^\\s;]+)"));
     QList<OutOfBounds> found;
     for (const PresetDescription& preset : PresetManager::describePresets()) {
-        const auto range = RANGE.match(preset.bounds);
-        if (range.hasMatch())
-            addIfOutside(found, preset, range.captured(1), range.captured(2));
-        else if (!replaced(preset.key, "min", "max").isEmpty()) // once for each pair
-            addIfOutside(found, preset, QString(), partnerOf(preset.key));
+        PresetBounds bounds = PresetManager::boundsOf(preset.value);
+        // A minimum is to be below its maximum, though nothing clamps it.
+        if (bounds.maximum != E_PV_NONE)
+            bounds.upper = bounds.maximum;
+        addIfOutside(found, preset, bounds);
     }
     return found;
 }
 
-QString partnerOf(const QString& key)
+QString keyOf(E_PresetValue preset)
 {
-    const QString maximum = replaced(key, "min", "max");
-    const QString partner = maximum.isEmpty() ? replaced(key, "max", "min") : maximum;
-    return PresetManager::getInstance()->getKey(partner) == E_PV_NONE ? QString() : partner;
+    const QList<PresetDescription> presets = PresetManager::describePresets();
+    const auto found =
+        std::find_if(presets.begin(), presets.end(),
+                     [preset](const PresetDescription& candidate) { return candidate.value == preset; });
+    return found == presets.end() ? QString() : found->key;
+}
+
+QString partnerOf(E_PresetValue preset)
+{
+    const PresetBounds bounds = PresetManager::boundsOf(preset);
+    return keyOf(bounds.maximum != E_PV_NONE ? bounds.maximum : bounds.minimum);
 }
 
 } // namespace globalsctl

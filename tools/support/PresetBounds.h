@@ -2,14 +2,15 @@
 
 #include "globals/PresetManager.h"
 
-#include <QStringList>
+#include <QList>
+#include <QString>
 
 namespace globalsctl {
 
 /// One end of a preset's range: another preset, or a number that never changes.
 struct PresetBound
 {
-    QString key; ///< empty for a number
+    TEKLUVA::E_PresetValue preset = TEKLUVA::E_PV_NONE; ///< none for a number
     double value = 0;
 };
 
@@ -28,8 +29,11 @@ struct OutOfBounds
 /// All presets whose values in force lie outside of their ranges, and all minimums above their maximums.
 QList<OutOfBounds> valuesOutOfBounds();
 
-/// The key of the maximum that belongs to the minimum \p key, and the other way round; empty when there is
+/// The key of \p preset; empty for none.
+QString keyOf(TEKLUVA::E_PresetValue preset);
+
+/// The key of the maximum that belongs to the minimum \p preset, and the other way round; empty when there is
 /// none.
-QString partnerOf(const QString& key);
+QString partnerOf(TEKLUVA::E_PresetValue preset);
 
 } // namespace globalsctl

@@ -100,6 +100,12 @@ PresetFile::PresetFile()
     installBuiltIn();
 }
 
+void printRemarks(const PresetFile& file)
+{
+    for (const QString& remark : file.remarks())
+        printNote(printable(remark));
+}
+
 QStringList PresetFile::remarks() const
 {
     QStringList lines;
@@ -205,10 +211,9 @@ void PresetFile::noteWithoutEffect()
 
 void PresetFile::noteOutOfBounds()
 {
-    const PresetManager& presets = *PresetManager::getInstance();
     for (const OutOfBounds& found : valuesOutOfBounds()) {
         // Where the value was given, or else the bound that passed it.
-        const int line = m_lines.value(found.preset.value, m_lines.value(presets.getKey(found.bound.key)));
+        const int line = m_lines.value(found.preset.value, m_lines.value(found.bound.preset));
         addNote(line, found.words() + QStringLiteral(", once the file is read"));
     }
 }

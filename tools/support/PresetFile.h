@@ -68,4 +68,7 @@ private:
     QMap<TEKLUVA::E_PresetValue, Written> m_written; ///< what was last accepted for a preset
 };
 
+/// Prints the file's remarks as notes.
+void printRemarks(const PresetFile& file);
+
 } // namespace globalsctl

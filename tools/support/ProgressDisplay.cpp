@@ -35,7 +35,7 @@ QString lineOf(int percent, const QString& text, int columns)
 
 ProgressDisplay::ProgressDisplay()
 {
-    if (!isTerminal(StandardStream::Error))
+    if (!isCapableTerminal(StandardStream::Error))
         return;
     QObject::connect(StateHandler::getInstance(), &StateHandler::createNewProgressStepRequested,
                      &m_connections, [this](ProgressStep* step) { follow(step); });
@@ -68,7 +68,7 @@ void ProgressDisplay::update(const ProgressStep& step)
     m_percent = percent;
     m_sinceDrawn.start();
     // Some terminals begin a new line after their last column.
-    draw(lineOf(percent, step.getProgressStepText(), terminalColumns() - 1));
+    draw(lineOf(percent, step.getProgressStepText(), terminalColumns(StandardStream::Error) - 1));
 }
 
 void ProgressDisplay::draw(const QString& line)

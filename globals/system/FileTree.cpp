@@ -56,9 +56,12 @@ public:
 
 private:
     bool copyEntry(const QFileInfo& entry, const QString& target);
+    bool copyChosenFile(const QString& source, const QString& target);
     bool copyFile(const QString& source, const QString& target);
     bool copyLink(const QString& source, const QString& target);
     bool copyFolder(const QFileInfo& entry, const QString& target);
+    /// By its suffix.
+    bool isChosen(const QString& source) const;
     bool isUsableFolder(const QString& target) const;
 
     const CopyRules& m_rules;
@@ -77,24 +80,34 @@ bool TreeCopy::copyEntries(const QString& source, const QString& target)
     bool isWhole = !error;
     for (const System::FolderEntry& found : entries) {
         const QString name = QLatin1Char('/') + System::textOf(found.name);
-        const bool isCopied = copyEntry(QFileInfo(source + name), target + name);
+        const bool isCopied = found.kind == System::EntryKind::File
+                                  ? copyChosenFile(source + name, target + name)
+                                  : copyEntry(QFileInfo(source + name), target + name);
         isWhole = isCopied && isWhole;
     }
     return isWhole;
+}
+
+bool TreeCopy::isChosen(const QString& source) const
+{
+    return m_rules.suffixes.isEmpty() || m_rules.suffixes.contains(QFileInfo(source).suffix());
 }
 
 bool TreeCopy::copyEntry(const QFileInfo& entry, const QString& target)
 {
     if (entry.isDir())
         return copyFolder(entry, target);
-    if (!m_rules.suffixes.isEmpty() && !m_rules.suffixes.contains(entry.suffix()))
-        return true;
     if (entry.isSymLink() && !entry.exists())
-        return copyLink(entry.filePath(), target);
-    if (entry.filePath() == m_rules.leftOut)
-        return true;
+        return !isChosen(entry.filePath()) || copyLink(entry.filePath(), target);
     // A pipe or a device has no content to copy, and opening it might never end.
-    return entry.isFile() && copyFile(entry.filePath(), target);
+    if (!entry.isFile())
+        return !isChosen(entry.filePath());
+    return copyChosenFile(entry.filePath(), target);
+}
+
+bool TreeCopy::copyChosenFile(const QString& source, const QString& target)
+{
+    return !isChosen(source) || source == m_rules.leftOut || copyFile(source, target);
 }
 
 bool TreeCopy::copyFile(const QString& source, const QString& target)

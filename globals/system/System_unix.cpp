@@ -287,12 +287,12 @@ std::error_code FileHandle::copyFrom(const FileHandle& source) const
     qint64 position = 0;
 #ifdef __linux__
     constexpr std::size_t PIECE = std::size_t{1} << 30;
-    for (;;) {
+    while (position < size) {
         off_t from = position;
         off_t to = position;
         const auto count = retryOnEintr(
             [&] { return ::copy_file_range(source.m_descriptor, &from, m_descriptor, &to, PIECE, 0); });
-        // Not between any two file systems; and 0 may stand for one whose files do not tell their size.
+        // Not between any two file systems.
         if (count <= 0)
             break;
         position += count;

@@ -88,10 +88,11 @@ Archive::WalkResult Archive::forEachEntry(const std::function<bool(const Archive
 {
     if (!m_directory)
         return walkWithMinizip(visit);
-    if (m_directory->entries().empty())
+    if (m_directory->count() == 0)
         return WalkResult::NoFirstEntry;
-    for (const ArchiveEntry& entry : m_directory->entries()) {
-        if (!visit(entry))
+    for (std::size_t number = 0; number < m_directory->count(); ++number) {
+        const bool goesOn = visit(m_directory->entryAt(number));
+        if (!goesOn)
             break;
     }
     return WalkResult::Whole;
@@ -118,10 +119,8 @@ Archive::WalkResult Archive::walkWithMinizip(const std::function<bool(const Arch
 std::optional<ArchiveEntry> Archive::find(const std::string& name)
 {
     const std::string_view wanted = name.c_str(); // up to a zero byte
-    if (m_directory) {
-        const ArchiveEntry* entry = m_directory->find(wanted);
-        return entry ? std::make_optional(*entry) : std::nullopt;
-    }
+    if (m_directory)
+        return m_directory->find(wanted);
     std::optional<ArchiveEntry> found;
     walkWithMinizip([&found, wanted](const ArchiveEntry& entry) {
         if (knownName(entry) == wanted)

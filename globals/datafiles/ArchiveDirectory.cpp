@@ -141,41 +141,54 @@ bool ArchiveDirectory::parse(quint64 position, quint32 count)
 {
     const char* const begin = m_bytes.constData();
     const char* const end = begin + m_bytes.size();
-    m_entries.reserve(count);
+    m_position = position;
+    m_headers.reserve(count);
     for (const char* header = begin; header != end;) {
         const int size = plainSize(header, end - header);
         if (size == 0)
             return false;
-        const std::string_view name(header + Header::SIZE, numberAt<quint16>(header + Header::NAME_SIZE));
-        m_entries.push_back({name.substr(0, name.find('\0')),
-                             numberAt<quint32>(header + Header::SIZE_UNPACKED),
-                             position + static_cast<quint64>(header - begin), m_entries.size()});
+        m_headers.push_back(static_cast<quint32>(header - begin));
         header += size;
     }
-    return m_entries.size() == count || (count == UNKNOWN_16 && m_entries.size() > count);
+    return m_headers.size() == count || (count == UNKNOWN_16 && m_headers.size() > count);
 }
 
-const ArchiveEntry* ArchiveDirectory::find(std::string_view name)
+ArchiveEntry ArchiveDirectory::entryAt(std::size_t number) const
+{
+    const char* header = m_bytes.constData() + m_headers[number];
+    const std::string_view name(header + Header::SIZE, numberAt<quint16>(header + Header::NAME_SIZE));
+    return {name.substr(0, name.find('\0')), numberAt<quint32>(header + Header::SIZE_UNPACKED),
+            m_position + m_headers[number], number};
+}
+
+std::optional<ArchiveEntry> ArchiveDirectory::find(std::string_view name)
 {
     if (!m_isSearched) {
         m_isSearched = true;
-        const auto found =
-            std::find_if(m_entries.begin(), m_entries.end(),
-                         [name](const ArchiveEntry& entry) { return knownName(entry) == name; });
-        return found == m_entries.end() ? nullptr : &*found;
+        return findInTurn(name);
     }
     if (m_index.empty()) {
-        m_index.reserve(m_entries.size());
-        for (const ArchiveEntry& entry : m_entries)
-            m_index.emplace(knownName(entry), &entry); // keeps the first of its name
+        m_index.reserve(m_headers.size());
+        for (std::size_t number = 0; number < m_headers.size(); ++number)
+            m_index.emplace(knownName(entryAt(number)), number); // keeps the first of its name
     }
     const auto found = m_index.find(name);
-    return found == m_index.end() ? nullptr : found->second;
+    return found == m_index.end() ? std::nullopt : std::make_optional(entryAt(found->second));
+}
+
+std::optional<ArchiveEntry> ArchiveDirectory::findInTurn(std::string_view name) const
+{
+    for (std::size_t number = 0; number < m_headers.size(); ++number) {
+        const ArchiveEntry entry = entryAt(number);
+        if (knownName(entry) == name)
+            return entry;
+    }
+    return std::nullopt;
 }
 
 qint64 ArchiveDirectory::memory() const
 {
-    return m_bytes.size() + static_cast<qint64>(m_entries.size() * sizeof(ArchiveEntry));
+    return m_bytes.size() + static_cast<qint64>(m_headers.size() * sizeof(quint32));
 }
 
 } // namespace TEKLUVA

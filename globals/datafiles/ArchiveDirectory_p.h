@@ -45,10 +45,12 @@ public:
     /// memory.
     static std::shared_ptr<ArchiveDirectory> read(const System::FileHandle& file, qint64 fileSize);
 
-    const std::vector<ArchiveEntry>& entries() const { return m_entries; }
+    std::size_t count() const { return m_headers.size(); }
+    /// \p number counts from 0.
+    ArchiveEntry entryAt(std::size_t number) const;
 
-    /// The first entry that is known as \p name; null for none. The second call makes an index.
-    const ArchiveEntry* find(std::string_view name);
+    /// The first entry that is known as \p name. The second call makes an index.
+    std::optional<ArchiveEntry> find(std::string_view name);
 
     /// How much memory the directory takes, without the index.
     qint64 memory() const;
@@ -56,10 +58,12 @@ public:
 private:
     ArchiveDirectory() = default;
     bool parse(quint64 position, quint32 count);
+    std::optional<ArchiveEntry> findInTurn(std::string_view name) const;
 
     QByteArray m_bytes;
-    std::vector<ArchiveEntry> m_entries;
-    std::unordered_map<std::string_view, const ArchiveEntry*> m_index;
+    quint64 m_position = 0;         ///< of the bytes in the file
+    std::vector<quint32> m_headers; ///< where each begins in the bytes
+    std::unordered_map<std::string_view, std::size_t> m_index;
     bool m_isSearched = false;
 };
 

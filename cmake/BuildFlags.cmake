@@ -4,7 +4,8 @@ target_compile_features(globals_build_flags INTERFACE cxx_std_17)
 target_compile_options(globals_build_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion)
 if(GLOBALS_STRICT)
     target_compile_definitions(globals_build_flags INTERFACE
-        QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_DEPRECATED_WARNINGS)
+        QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_DEPRECATED_WARNINGS
+        QT_DISABLE_DEPRECATED_BEFORE=0x060000)
     target_compile_options(globals_build_flags INTERFACE -Wshadow -Wold-style-cast)
 endif()
 if(GLOBALS_SANITIZE)

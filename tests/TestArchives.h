@@ -6,7 +6,7 @@
 namespace TestArchives {
 
 /// Where the next header in the directory of an archive begins; -1 after the last.
-inline int centralHeader(const QByteArray& archive, int from = 0)
+inline auto centralHeader(const QByteArray& archive, QByteArray::size_type from = 0)
 {
     return archive.indexOf("PK\1\2", from);
 }
@@ -15,7 +15,7 @@ inline int centralHeader(const QByteArray& archive, int from = 0)
 inline QByteArray archiveOf(int count)
 {
     const QByteArray small = TestData::content("small.zip");
-    const int first = centralHeader(small);
+    const auto first = centralHeader(small);
     const QByteArray header = small.mid(first, centralHeader(small, first + 1) - first);
     QByteArray end = small.mid(small.indexOf("PK\5\6"));
     const auto put = [&end](int at, int size, int number) {
@@ -24,7 +24,7 @@ inline QByteArray archiveOf(int count)
     };
     put(8, 2, qMin(count, 0xffff));  // entries on this disk
     put(10, 2, qMin(count, 0xffff)); // entries in all
-    put(12, 4, header.size() * count);
+    put(12, 4, int(header.size()) * count);
     return small.left(first) + header.repeated(count) + end;
 }
 

@@ -50,7 +50,7 @@ inline QByteArray contentOf(const Path& path)
 }
 
 /// The files that this process holds open.
-inline int openDescriptors()
+inline auto openDescriptors()
 {
     return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System).size();
 }

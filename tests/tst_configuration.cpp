@@ -87,7 +87,7 @@ private Q_SLOTS:
 
     void otherNumbersHaveNoFolder()
     {
-        for (const int type : {-1, 0, describePaths().count() + 1}) {
+        for (const int type : {-1, 0, int(describePaths().count()) + 1}) {
             QCOMPARE(config()->getPath(E_PathType(type)), QString());
             QCOMPARE(config()->getDirName(E_PathType(type)), QString());
         }

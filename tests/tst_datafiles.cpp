@@ -45,7 +45,7 @@ bool makeSubject(const QByteArray& content)
     return TestFiles::write(SUBJECT, content);
 }
 
-QByteArray patched(QByteArray bytes, int at, const QByteArray& patch)
+QByteArray patched(QByteArray bytes, QByteArray::size_type at, const QByteArray& patch)
 {
     return bytes.replace(at, patch.size(), patch);
 }
@@ -222,9 +222,9 @@ private Q_SLOTS:
         const QByteArray small = TestData::content("small.zip");
         const QByteArray wide = TestData::content("zip64.zip");
         const QByteArray empty = TestData::content("empty.zip");
-        const int first = centralHeader(small);
-        const int second = centralHeader(small, first + 1);
-        const int wideSize = wide.indexOf(QByteArray("\x11\0\0\0\0\0\0\0", 8), centralHeader(wide));
+        const auto first = centralHeader(small);
+        const auto second = centralHeader(small, first + 1);
+        const auto wideSize = wide.indexOf(QByteArray("\x11\0\0\0\0\0\0\0", 8), centralHeader(wide));
 
         row("missing file", QByteArray(), NO_ARCHIVE, NO_ARCHIVE);
         row("no archive", "just some text", NO_ARCHIVE, NO_ARCHIVE);

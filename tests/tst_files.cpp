@@ -217,7 +217,7 @@ private:
         ConfigManager::setMovesOlderData(!m_words.contains("stay"_q));
         const auto where = m_words.contains("thread"_q) ? std::launch::async : std::launch::deferred;
         QString result = std::async(where, act).get();
-        for (const QString& word : qAsConst(m_words)) {
+        for (const QString& word : std::as_const(m_words)) {
             if (!OPTIONS.contains(word))
                 TestData::refuse(word, "option");
         }

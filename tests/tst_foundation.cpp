@@ -140,8 +140,13 @@ private Q_SLOTS:
         QVERIFY(!event.isValid());
         event.setFilterIndex(0);
         QVERIFY(event.isValid());
-        event.setValue(QString());
-        QVERIFY(!event.isValid());
+        // Qt 6 itself calls a null text in a QVariant no null.
+        for (const QVariant& null :
+             {QVariant(), QVariant(QString()), QVariant(QDate()), QVariant(QPoint())}) {
+            const TestHome::Turn turn(null);
+            event.setValue(null);
+            QVERIFY(!event.isValid());
+        }
     }
 
     void eventFilterTakesOneTypeOfASetPerCall()

@@ -96,7 +96,7 @@ private Q_SLOTS:
 
     void otherNumbersAreCentimetre()
     {
-        for (const int unit : {-1, 0, MeasurementManager::getMeasurementUnits().count() + 1}) {
+        for (const int unit : {-1, 0, int(MeasurementManager::getMeasurementUnits().count()) + 1}) {
             QCOMPARE(units()->getLinearMeasurementUnitAbbrevation(E_MeasurementUnit(unit)), "cm"_q);
             QCOMPARE(units()->getSquaredMeasurementUnitAbbrevation(E_MeasurementUnit(unit)), "m²"_q);
         }

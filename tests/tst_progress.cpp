@@ -286,7 +286,10 @@ public:
 
 public Q_SLOTS:
     void takeStep(ProgressStep* step) { calls += step->getProgressStepName() == "a"_q; }
-    void takeMessage(QString message, E_StateType type, int time) { calls += time + type + message.size(); }
+    void takeMessage(QString message, E_StateType type, int time)
+    {
+        calls += time + type + int(message.size());
+    }
 };
 
 class ProgressTest : public QObject

@@ -56,11 +56,11 @@ public:
     }
     ~Writes() { close(m_events); }
 
-    int count() const
+    auto count() const
     {
         std::array<char, 65536> buffer{};
         const ssize_t size = read(m_events, buffer.data(), buffer.size());
-        return size < 0 ? 0 : QByteArray(buffer.data(), int(size)).count(QByteArray("settings.ini", 13));
+        return QByteArray(buffer.data(), int(qMax<ssize_t>(size, 0))).count(QByteArray("settings.ini", 13));
     }
 
 private:

@@ -14,8 +14,8 @@
 #include <QFile>
 #include <QMap>
 #include <QRegularExpression>
-#include <QTextStream>
 
+#include <cstdio>
 #include <cstdlib>
 
 using namespace TEKLUVA;
@@ -172,8 +172,7 @@ int main(int argc, char** argv)
     const QStringList pages = QCoreApplication::arguments().mid(1);
     if (pages.size() != 1)
         return EXIT_FAILURE;
-    QTextStream out(stdout);
-    out.setCodec("UTF-8");
-    out << filled(contentOf(pages.first()));
+    const QByteArray page = filled(contentOf(pages.first())).toUtf8();
+    std::fwrite(page.constData(), 1, static_cast<std::size_t>(page.size()), stdout);
     return EXIT_SUCCESS;
 }

@@ -20,7 +20,8 @@ QColor colourOf(int kelvin)
     double rgb[3] = {};
     std::transform(std::begin(light), std::end(light), rgb, [](float c) { return qBound(0.0F, c, 1.0F); });
     gamma_correct_rgb(&Rec709system, rgb[0], rgb[1], rgb[2]);
-    return QColor::fromRgbF(rgb[0], rgb[1], rgb[2]);
+    const auto channel = [&rgb](int i) { return static_cast<float>(rgb[i]); };
+    return QColor::fromRgbF(channel(0), channel(1), channel(2));
 }
 
 } // namespace

@@ -6,6 +6,8 @@
 
 #include <QtWidgets>
 
+#include <utility>
+
 using namespace TEKLUVA;
 
 namespace {
@@ -75,9 +77,9 @@ void ProgressDialog::showStep(ProgressStep* step)
     m_bars[step]->setMaximum(steps);
     m_bars[step]->setValue(qMin(static_cast<int>(step->getCurrentProgressBarStep()), steps));
     double done = 0;
-    for (const QProgressBar* bar : qAsConst(m_bars))
+    for (const QProgressBar* bar : std::as_const(m_bars))
         done += static_cast<double>(bar->value()) / qMax(bar->maximum(), 1);
-    m_total->setValue(static_cast<int>(100 * done / m_bars.size()));
+    m_total->setValue(static_cast<int>(100 * done / static_cast<double>(m_bars.size())));
 }
 
 void ProgressDialog::reject()

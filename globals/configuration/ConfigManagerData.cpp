@@ -26,7 +26,7 @@ public:
 bool ConfigManagerData::Private::unregister(int id)
 {
     const QMutexLocker lock(mutex());
-    const int before = systemFontMap.size();
+    const auto before = systemFontMap.size();
     // A file with several families has one id for all of them.
     for (auto font = systemFontMap.begin(); font != systemFontMap.end();)
         font = *font == id ? systemFontMap.erase(font) : std::next(font);

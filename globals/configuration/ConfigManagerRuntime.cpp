@@ -21,7 +21,7 @@ int secondsToServer(const QDateTime& serverTime)
 {
     const qint64 seconds = QDateTime::currentDateTime().secsTo(serverTime);
     return static_cast<int>(
-        qBound<qint64>(std::numeric_limits<int>::min(), seconds, std::numeric_limits<int>::max()));
+        std::clamp<qint64>(seconds, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
 bool isGerman(QLocale::Language language)

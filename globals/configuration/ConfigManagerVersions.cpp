@@ -85,8 +85,8 @@ E_VersionComparison ConfigManager::compareVersion(const QString& first, const QS
     const QStringList firstParts = first.split(QLatin1Char('.'));
     const QStringList secondParts = second.split(QLatin1Char('.'));
     // A version that is the beginning of the other one is equal to it.
-    const int common = std::min({static_cast<int>(depth), firstParts.size(), secondParts.size()});
-    for (int i = 0; i < common; ++i) {
+    const auto common = std::min<QStringList::size_type>({depth, firstParts.size(), secondParts.size()});
+    for (QStringList::size_type i = 0; i < common; ++i) {
         const auto a = numberIn(firstParts[i]);
         if (!a)
             return E_VC_FIRST_INVALID;

@@ -4,7 +4,7 @@ namespace TEKLUVA {
 
 const char* DataBlock::faultOf(const QByteArray& block)
 {
-    const int size = block.size() - HEADER_SIZE;
+    const auto size = block.size() - HEADER_SIZE;
     if (size < 0)
         return "The data block is shorter than its header.";
     if (size % BLOCK_SIZE != 0)

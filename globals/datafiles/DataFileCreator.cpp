@@ -40,14 +40,14 @@ Vector randomVector()
 }
 
 /// How many zero bytes fill the last block of the cipher.
-int padCount(int size)
+int padCount(QByteArray::size_type size)
 {
-    return (BLOCK_SIZE - size % BLOCK_SIZE) % BLOCK_SIZE;
+    return static_cast<int>((BLOCK_SIZE - size % BLOCK_SIZE) % BLOCK_SIZE);
 }
 
 /// Where the key derivation cuts the password: half its characters, but counted in bytes. Kept because files
 /// were written so; canBeReadBack() tells where the reader disagrees.
-int splitOf(const QString& password)
+QByteArray::size_type splitOf(const QString& password)
 {
     return password.size() / 2;
 }
@@ -68,8 +68,8 @@ QByteArray encrypt(const QByteArray& header, const Vector& vector, const QByteAr
     const CryptoPP::SecByteBlock key = deriveKey(password.toUtf8(), splitOf(password));
     CryptoPP::CBC_Mode<CryptoPP::AES>::Encryption cipher(key, key.size(), vector.data());
 
-    const int rest = data.size() % BLOCK_SIZE;
-    const int whole = data.size() - rest;
+    const auto rest = data.size() % BLOCK_SIZE;
+    const auto whole = data.size() - rest;
     QByteArray block = newBuffer(HEADER_SIZE + data.size() + padCount(data.size()));
     std::copy(header.begin(), header.end(), block.begin());
     auto* target = reinterpret_cast<CryptoPP::byte*>(block.data()) + HEADER_SIZE;

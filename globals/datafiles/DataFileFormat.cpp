@@ -3,6 +3,8 @@
 // SHA-1 is weak, but it is what the files in the field were written with.
 #include <cryptopp/sha.h>
 
+#include <algorithm>
+
 namespace TEKLUVA::DataFileFormat {
 
 namespace {
@@ -10,14 +12,14 @@ namespace {
 /// The digest of \p text up to its first zero byte.
 void digestText(const QByteArray& text, CryptoPP::byte* digest)
 {
-    const auto length = qstrnlen(text.constData(), static_cast<uint>(text.size()));
+    const auto length = std::find(text.begin(), text.end(), '\0') - text.begin();
     CryptoPP::SHA1().CalculateDigest(digest, reinterpret_cast<const CryptoPP::byte*>(text.constData()),
-                                     length);
+                                     static_cast<std::size_t>(length));
 }
 
 } // namespace
 
-CryptoPP::SecByteBlock deriveKey(const QByteArray& password, int split)
+CryptoPP::SecByteBlock deriveKey(const QByteArray& password, QByteArray::size_type split)
 {
     constexpr std::size_t DIGEST_SIZE = CryptoPP::SHA1::DIGESTSIZE;
     CryptoPP::SecByteBlock digests(2 * DIGEST_SIZE);

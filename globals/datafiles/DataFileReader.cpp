@@ -36,7 +36,7 @@ QByteArray decryptBlock(const QByteArray& block, const QByteArray& password)
     const auto* bytes = reinterpret_cast<const CryptoPP::byte*>(block.constData());
     const CryptoPP::SecByteBlock key = deriveKey(password, password.size() / 2);
     const CryptoPP::AES::Decryption cipher(key, key.size());
-    const int size = block.size() - HEADER_SIZE;
+    const auto size = block.size() - HEADER_SIZE;
     QByteArray plain = newBuffer(size);
     // CBC: to each decrypted block the cipher text before it is added, and before the first one lies the
     // initialisation vector. Not CBC_Mode, which goes through the blocks backwards, against the processor's

@@ -1,8 +1,49 @@
 #include "globals/FilterEvent.h"
 
+#include <QBitArray>
+#include <QDateTime>
+#include <QLineF>
+#include <QRectF>
 #include <QSharedData>
+#include <QUuid>
+
+#include <algorithm>
+#include <iterator>
 
 namespace TEKLUVA {
+
+namespace {
+
+struct NullRow
+{
+    int type;
+    bool (*isNull)(const QVariant& value);
+};
+
+template <typename Type>
+constexpr NullRow nullRow()
+{
+    return {qMetaTypeId<Type>(), [](const QVariant& value) { return value.value<Type>().isNull(); }};
+}
+
+/// The types of values that may be null themselves, which Qt 5 looks at in QVariant::isNull() and Qt 6 does
+/// not.
+constexpr NullRow NULL_TYPES[] = {
+    nullRow<QChar>(),   nullRow<QString>(), nullRow<QByteArray>(), nullRow<QBitArray>(),
+    nullRow<QDate>(),   nullRow<QTime>(),   nullRow<QDateTime>(),  nullRow<QRect>(),
+    nullRow<QRectF>(),  nullRow<QLine>(),   nullRow<QLineF>(),     nullRow<QPoint>(),
+    nullRow<QPointF>(), nullRow<QSize>(),   nullRow<QSizeF>(),     nullRow<QUuid>(),
+};
+
+bool holdsNull(const QVariant& value)
+{
+    return value.isNull()
+           || std::any_of(std::begin(NULL_TYPES), std::end(NULL_TYPES), [&value](const NullRow& row) {
+                  return row.type == value.userType() && row.isNull(value);
+              });
+}
+
+} // namespace
 
 class GLOBALS_NO_EXPORT FilterEvent::Private : public QSharedData
 {
@@ -64,7 +105,7 @@ void FilterEvent::setValue(QVariant value)
 
 bool FilterEvent::isValid() const
 {
-    return !d->value.isNull() && d->value.isValid() && d->filterIndex >= 0;
+    return !holdsNull(d->value) && d->value.isValid() && d->filterIndex >= 0;
 }
 
 } // namespace TEKLUVA

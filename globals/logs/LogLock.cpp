@@ -10,7 +10,7 @@ thread_local const LogLock* t_innermost = nullptr;
 } // namespace
 
 LogLock::LogLock(const Log* log, QMutex& mutex)
-    : m_lock(&mutex)
+    : m_lock(mutex)
     , m_log(log)
     , m_outer(t_innermost)
 {

@@ -1,7 +1,8 @@
 #pragma once
 
 #include <QMutex>
-#include <QMutexLocker>
+
+#include <mutex>
 
 namespace TEKLUVA {
 
@@ -21,7 +22,7 @@ public:
     static bool isHeldHere(const Log* log);
 
 private:
-    const QMutexLocker m_lock;
+    const std::lock_guard<QMutex> m_lock;
     const Log* const m_log;
     const LogLock* const m_outer; ///< the lock that this thread took before and still holds
 };

@@ -197,9 +197,9 @@ bool PresetManager::isFromFile() const
 
 void PresetManager::readText(const QString& text)
 {
-    for (int begin = 0; begin <= text.size();) {
-        const int lineEnd = text.indexOf(QLatin1Char('\n'), begin);
-        const int end = lineEnd < 0 ? text.size() : lineEnd;
+    for (QString::size_type begin = 0; begin <= text.size();) {
+        const auto lineEnd = text.indexOf(QLatin1Char('\n'), begin);
+        const auto end = lineEnd < 0 ? text.size() : lineEnd;
         readLine(text.mid(begin, end - begin));
         begin = end + 1;
     }

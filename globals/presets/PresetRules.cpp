@@ -3,7 +3,7 @@
 #include "globals/PresetManager.h"
 #include "globals/logs/ActiveLog_p.h"
 
-#include <QRegExp>
+#include <QRegularExpression>
 
 namespace TEKLUVA::PresetRules {
 
@@ -43,8 +43,10 @@ void liftAboveRoom(PresetManager& presets, E_PresetValue key, const QVariant& ro
 
 bool isAspectRatio(const QString& text)
 {
-    // QRegularExpression's "$" would match before a line break at the end as well.
-    return QRegExp(QStringLiteral("^\\d{1,3}:\\d{1,3}$")).exactMatch(text);
+    // To the very end, unlike "$", which matches before a line break there. Digits of any script, as always.
+    static const QRegularExpression RATIO(QStringLiteral("\\A\\d{1,3}:\\d{1,3}\\z"),
+                                          QRegularExpression::UseUnicodePropertiesOption);
+    return RATIO.match(text).hasMatch();
 }
 
 void warnOfFormat(E_PresetValue key, const QVariant& value, const QString& alternative)

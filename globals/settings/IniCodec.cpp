@@ -12,6 +12,7 @@ using IniText::escapedKey;
 using IniText::isBlank;
 using IniText::isLineEnd;
 using IniText::isPairOfLineEnds;
+using IniText::Position;
 using IniText::SEPARATOR;
 using IniText::unescapedKey;
 
@@ -43,7 +44,7 @@ public:
     }
 
 private:
-    char at(int position) const { return m_content[position]; }
+    char at(Position position) const { return m_content[position]; }
 
     /// Past blank lines and comments, to the next line; false at the end of the file.
     bool findLine()
@@ -85,13 +86,13 @@ private:
         m_end = std::min(m_end, m_content.size());
     }
 
-    QByteArray part(int begin, int end) const { return m_content.mid(begin, end - begin); }
+    QByteArray part(Position begin, Position end) const { return m_content.mid(begin, end - begin); }
 
     Line readSection()
     {
         Line line;
         line.begin = m_begin;
-        const int bracket = m_content.indexOf(']', m_begin);
+        const auto bracket = m_content.indexOf(']', m_begin);
         line.isDamaged = bracket < 0 || bracket >= m_end;
         const QByteArray name = part(m_begin + 1, line.isDamaged ? m_end : bracket).trimmed();
         if (name.compare(GENERAL, Qt::CaseInsensitive) == 0)
@@ -114,7 +115,7 @@ private:
         line.isDamaged = !line.isEntry || std::find(begin, end, '\0') != end;
         if (!line.isEntry)
             return line;
-        int keyEnd = m_equals;
+        Position keyEnd = m_equals;
         while (keyEnd > m_begin && isBlank(at(keyEnd - 1)))
             --keyEnd;
         line.key = m_section + unescapedKey(part(m_begin, keyEnd));
@@ -125,9 +126,9 @@ private:
 
     const QByteArray m_content;
     const bool m_isUtf8;
-    int m_begin = 0;   ///< of the line
-    int m_equals = -1; ///< its first equals sign
-    int m_end;
+    Position m_begin = 0;   ///< of the line
+    Position m_equals = -1; ///< its first equals sign
+    Position m_end;
     QString m_section; ///< what stands before its keys
 };
 
@@ -174,7 +175,7 @@ QByteArray write(const IniValues& values)
     // file.
     QMap<QString, QMap<QString, const IniValue*>> sections;
     for (auto value = values.begin(); value != values.end(); ++value) {
-        const int separator = std::max(value.key().indexOf(SEPARATOR), 0);
+        const auto separator = std::max<QString::size_type>(value.key().indexOf(SEPARATOR), 0);
         sections[value.key().left(separator)].insert(value.key().mid(separator > 0 ? separator + 1 : 0),
                                                      &*value);
     }

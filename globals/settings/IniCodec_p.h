@@ -13,11 +13,11 @@ namespace TEKLUVA::IniCodec {
 /// by line ends in quotes or after a backslash.
 struct Line
 {
-    int begin = 0; ///< its position in the content
+    QByteArray::size_type begin = 0; ///< its position in the content
     bool isDamaged = false;
     bool isEntry = false; ///< has what follows
     QString key;          ///< with the section, "Group/key"
-    int sectionLength = 0;
+    QString::size_type sectionLength = 0;
     IniValue value;
 };
 

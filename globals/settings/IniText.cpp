@@ -32,7 +32,7 @@ bool isPlainInKeys(ushort c)
 }
 
 /// The position after the blanks at \p at.
-int skipBlanks(const QByteArray& bytes, int at)
+Position skipBlanks(const QByteArray& bytes, Position at)
 {
     while (at < bytes.size() && isBlank(bytes[at]))
         ++at;
@@ -40,7 +40,7 @@ int skipBlanks(const QByteArray& bytes, int at)
 }
 
 /// Adds the character that the digits at \p at stand for, as many as there are; the position after them.
-int readCode(const QByteArray& bytes, int at, int base, QString& text)
+Position readCode(const QByteArray& bytes, Position at, int base, QString& text)
 {
     uint code = 0;
     for (; at < bytes.size() && isDigit(static_cast<uchar>(bytes[at]), base); ++at) {
@@ -53,7 +53,7 @@ int readCode(const QByteArray& bytes, int at, int base, QString& text)
 
 /// Adds what the escape stands for that has its name at \p at, and nothing for an unknown one; the position
 /// after it.
-int readEscape(const QByteArray& bytes, int at, QString& text)
+Position readEscape(const QByteArray& bytes, Position at, QString& text)
 {
     if (at == bytes.size())
         return at;
@@ -70,13 +70,13 @@ int readEscape(const QByteArray& bytes, int at, QString& text)
 }
 
 /// Adds what needs no escape; the position after it.
-int readPlain(const QByteArray& bytes, int at, bool keepsBlanks, bool isUtf8, QString& text)
+Position readPlain(const QByteArray& bytes, Position at, bool keepsBlanks, bool isUtf8, QString& text)
 {
     const auto isSpecial = [](char c) { return c == '\\' || c == '"' || c == ','; };
     const char* begin = bytes.constData() + at;
     const char* end = std::find_if(begin + 1, bytes.constEnd(), isSpecial);
-    const int size = static_cast<int>(end - begin);
-    int kept = size;
+    const auto size = static_cast<Position>(end - begin);
+    auto kept = size;
     const bool isLast = end == bytes.constEnd() || *end == ',';
     while (isLast && !keepsBlanks && kept > 0 && isBlank(begin[kept - 1]))
         --kept;
@@ -86,13 +86,13 @@ int readPlain(const QByteArray& bytes, int at, bool keepsBlanks, bool isUtf8, QS
 
 /// Adds the character that "%41" or "%U20ac" at \p at stands for; the position after it, or \p at where there
 /// is no such number.
-int readKeyCode(const QByteArray& bytes, int at, QString& key)
+Position readKeyCode(const QByteArray& bytes, Position at, QString& key)
 {
     if (bytes[at] != '%') // most characters
         return at;
     const bool isLong = at + 1 < bytes.size() && bytes[at + 1] == 'U';
-    const int begin = at + (isLong ? 2 : 1);
-    const int end = begin + (isLong ? 4 : 2);
+    const Position begin = at + (isLong ? 2 : 1);
+    const Position end = begin + (isLong ? 4 : 2);
     bool isNumber = false;
     const int code = bytes.mid(begin, end - begin).toInt(&isNumber, 16);
     if (end > bytes.size() || !isNumber)
@@ -113,7 +113,7 @@ bool isLineEnd(char c)
     return c == '\n' || c == '\r';
 }
 
-bool isPairOfLineEnds(const QByteArray& bytes, int at)
+bool isPairOfLineEnds(const QByteArray& bytes, Position at)
 {
     return at + 1 < bytes.size() && isLineEnd(bytes[at]) && isLineEnd(bytes[at + 1])
            && bytes[at] != bytes[at + 1];
@@ -123,7 +123,7 @@ QByteArray escapedKey(const QString& key)
 {
     QByteArray escaped;
     escaped.reserve(key.size());
-    for (int i = 0; i < key.size(); ++i) {
+    for (QString::size_type i = 0; i < key.size(); ++i) {
         const ushort code = key[i].unicode();
         const int digits = code > 0xff ? 4 : 2;
         if (isPlainInKeys(code))
@@ -141,8 +141,8 @@ QString unescapedKey(const QByteArray& bytes)
 {
     QString key;
     key.reserve(bytes.size());
-    for (int at = 0; at < bytes.size();) {
-        const int end = readKeyCode(bytes, at, key);
+    for (Position at = 0; at < bytes.size();) {
+        const Position end = readKeyCode(bytes, at, key);
         if (end == at)
             key += bytes[at] == '\\' ? SEPARATOR : QLatin1Char(bytes[at]);
         at = end == at ? at + 1 : end;
@@ -156,7 +156,7 @@ QStringList unescapedTexts(const QByteArray& bytes, bool isUtf8)
     QString text;
     bool isQuoted = false;
     bool wasQuoted = false; // somewhere in this text, whose blanks are its own then
-    int at = skipBlanks(bytes, 0);
+    Position at = skipBlanks(bytes, 0);
     while (at < bytes.size()) {
         if (bytes[at] == '\\') {
             at = readEscape(bytes, at + 1, text);
@@ -177,7 +177,7 @@ QStringList unescapedTexts(const QByteArray& bytes, bool isUtf8)
 
 void appendEscaped(QByteArray& line, const QString& text)
 {
-    const int begin = line.size();
+    const auto begin = line.size();
     bool needsQuotes = text.startsWith(QLatin1Char(' ')) || text.endsWith(QLatin1Char(' '));
     bool isCodeOpen = false; // a digit would belong to it
     for (const QChar character : text) {

@@ -7,13 +7,16 @@
 /// The escapes of Qt's INI files: how keys and the texts of a value stand in a line.
 namespace TEKLUVA::IniText {
 
+/// In the bytes of a file.
+using Position = QByteArray::size_type;
+
 /// Between groups and keys. In the file it is a backslash.
 constexpr QLatin1Char SEPARATOR('/');
 
 bool isBlank(char c);
 bool isLineEnd(char c);
 /// "\r\n" or "\n\r", which are one line end.
-bool isPairOfLineEnds(const QByteArray& bytes, int at);
+bool isPairOfLineEnds(const QByteArray& bytes, Position at);
 
 QByteArray escapedKey(const QString& key);
 QString unescapedKey(const QByteArray& bytes);

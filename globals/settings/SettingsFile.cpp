@@ -66,7 +66,7 @@ QStringList childNames(const IniValues& values, const QString& group, bool group
     for (auto value = values.lowerBound(prefix); value != values.end(); ++value) {
         if (!value.key().startsWith(prefix))
             break;
-        const int end = value.key().indexOf(SEPARATOR, prefix.size());
+        const auto end = value.key().indexOf(SEPARATOR, prefix.size());
         if ((end >= 0) == groups)
             names << value.key().mid(prefix.size(), end < 0 ? -1 : end - prefix.size());
     }

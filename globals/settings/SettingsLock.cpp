@@ -52,7 +52,7 @@ QByteArray textIn(const FileHandle& file, std::error_code& error)
 {
     std::array<char, 4096> text; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by the next call
     const qint64 size = file.readAt(text.data(), qint64(text.size()), 0, error);
-    return {text.data(), static_cast<int>(size)};
+    return {text.data(), static_cast<QByteArray::size_type>(size)};
 }
 
 /// Whether a process of another host may hold it, of whose lock the system need not know.

@@ -7,7 +7,7 @@
 
 namespace TEKLUVA {
 
-QByteArray newBuffer(int size)
+QByteArray newBuffer(QByteArray::size_type size)
 {
     QByteArray buffer(size, Qt::Uninitialized);
     System::adviseHugePages(buffer.data(), static_cast<std::size_t>(size));
@@ -19,7 +19,7 @@ std::optional<QByteArray> allocate(quint64 size)
     if (size > static_cast<quint64>(LARGEST_WHOLE_FILE))
         return std::nullopt;
     try {
-        return newBuffer(static_cast<int>(size));
+        return newBuffer(static_cast<QByteArray::size_type>(size));
     } catch (const std::bad_alloc&) {
         return std::nullopt;
     }

@@ -26,7 +26,7 @@ std::error_code readOn(const FileHandle& file, QByteArray& content, qint64 limit
             return error;
         if (content.size() + count > limit)
             return std::make_error_code(std::errc::file_too_large);
-        content.append(piece.data(), static_cast<int>(count));
+        content.append(piece.data(), static_cast<QByteArray::size_type>(count));
     }
 }
 
@@ -45,7 +45,7 @@ std::error_code readInto(QByteArray& content, const QString& path, qint64 limit)
         return std::make_error_code(std::errc::not_supported);
     if (status.size > limit)
         return std::make_error_code(std::errc::file_too_large);
-    content = newBuffer(static_cast<int>(status.size));
+    content = newBuffer(static_cast<QByteArray::size_type>(status.size));
     const qint64 count = file.readAt(content.data(), status.size, 0, error);
     if (error)
         return error;

@@ -12,7 +12,6 @@
 #include "globals/Exception.h"
 
 #include <QTemporaryFile>
-#include <QTextCodec>
 
 namespace globalsctl {
 
@@ -25,9 +24,9 @@ constexpr qint64 LARGEST_FILE = 1 << 20;
 
 bool isUtf8(const QByteArray& bytes)
 {
-    QTextCodec::ConverterState state;
-    QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    return state.invalidChars == 0 && state.remainingChars == 0;
+    // What is none becomes a replacement character; a byte order mark is not kept.
+    const QByteArray mark = bytes.startsWith("\xef\xbb\xbf") ? bytes.left(3) : QByteArray();
+    return mark + QString::fromUtf8(bytes).toUtf8() == bytes;
 }
 
 /// Whether \p bytes are the readable text of a preset file and not a protected one.

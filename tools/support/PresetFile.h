@@ -32,7 +32,7 @@ public:
     /// What the file contains, protected or plain.
     const QByteArray& bytes() const { return m_bytes; }
     /// The number of presets that the file sets.
-    int presetCount() const { return m_written.size(); }
+    int presetCount() const { return static_cast<int>(m_written.size()); }
     /// The value of \p preset before the file was read.
     QVariant builtIn(TEKLUVA::E_PresetValue preset) const { return m_builtIn.value(preset); }
 

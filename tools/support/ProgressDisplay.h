@@ -34,7 +34,7 @@ private:
     QObject m_connections; ///< the receiver: the connections end with it
     QElapsedTimer m_sinceDrawn;
     int m_percent = -1;
-    int m_drawn = 0; ///< columns
+    QString::size_type m_drawn = 0; ///< columns
 };
 
 } // namespace globalsctl

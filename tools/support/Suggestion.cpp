@@ -30,7 +30,7 @@ int editDistance(const QString& a, const QString& b)
 QString closestTo(const QString& word, const QStringList& known)
 {
     // A third of the characters may be wrong, and one of a short word.
-    int best = qMax(1, word.size() / 3) + 1;
+    auto best = qMax<QString::size_type>(1, word.size() / 3) + 1;
     QString closest;
     for (const QString& candidate : known) {
         const int distance = editDistance(word.toLower(), candidate.toLower());

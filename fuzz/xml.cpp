@@ -4,7 +4,6 @@
 #include "globals/LogManager.h"
 #include "globals/MessageHandler.h"
 
-#include <QSourceLocation>
 #include <QUrl>
 
 using namespace TEKLUVA;
@@ -14,6 +13,6 @@ void fuzz(const QByteArray& input)
 {
     MessageHandler handler(nullptr);
     for (const QtMsgType type : {QtDebugMsg, QtWarningMsg, QtCriticalMsg, QtFatalMsg})
-        handler.message(type, textOf(input), QUrl(), QSourceLocation(QUrl(textOf(input)), input.size()));
+        handler.message(type, textOf(input), QUrl(), SourceLocation(QUrl(textOf(input)), input.size()));
     require(LogManager::getInstance()->getActiveLog()->getEntryCount() == 4);
 }

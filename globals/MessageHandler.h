@@ -1,8 +1,7 @@
 #pragma once
 
+#include "globals/AbstractMessageHandler.h"
 #include "globals/globals_export.h"
-
-#include <QAbstractMessageHandler>
 
 namespace TEKLUVA {
 
@@ -10,11 +9,12 @@ namespace TEKLUVA {
 /// markup:
 ///
 ///     MessageHandler handler(nullptr);
-///     query.setMessageHandler(&handler);
+///     query.setMessageHandler(&handler);                                             // Qt 5's QXmlQuery
+///     handler.message(QtWarningMsg, text, QUrl(), SourceLocation(document, line));  // any other validator
 ///
 /// Debug messages, warnings and errors keep their level. A fatal message is logged as an error and does not
 /// end the process. Without an active log a message is dropped. May be called from any thread.
-class GLOBALS_EXPORT MessageHandler : public QAbstractMessageHandler
+class GLOBALS_EXPORT MessageHandler : public AbstractMessageHandler
 {
     Q_OBJECT
     Q_DISABLE_COPY(MessageHandler)
@@ -25,7 +25,7 @@ public:
 
 protected:
     void handleMessage(QtMsgType type, const QString& description, const QUrl& identifier,
-                       const QSourceLocation& sourceLocation) override;
+                       const SourceLocation& sourceLocation) override;
 };
 
 } // namespace TEKLUVA

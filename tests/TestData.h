@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TestFiles.h"
+#include "TestTypes.h"
 
 #include <QTest>
 
@@ -32,7 +33,7 @@ Type valueOf(const QString& text)
         return Type(valueOf<int>(text));
     } else {
         QVariant value = text;
-        bool isOne = value.convert(qMetaTypeId<Type>());
+        bool isOne = TestTypes::convert(value, qMetaTypeId<Type>());
         if constexpr (std::is_same_v<Type, bool>) {
             value = text == QLatin1String("yes");
             isOne = value.toBool() || text == QLatin1String("no");

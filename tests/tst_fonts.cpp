@@ -1,9 +1,9 @@
+#include "TestFontDatabase.h"
 #include "TestHome.h"
 #include "TestLog.h"
 
 #include "globals/ConfigManager.h"
 
-#include <QFontDatabase>
 #include <QGuiApplication>
 
 using namespace TEKLUVA;
@@ -24,11 +24,10 @@ class FontsTest : public QObject
 private Q_SLOTS:
     void listsFonts()
     {
-        const QFontDatabase database;
-        const QStringList families = database.families();
+        const QStringList families = TestFontDatabase::families();
         QCOMPARE(config()->getFonts().size(), QSet<QString>(families.begin(), families.end()).size());
         for (const QString& family : families)
-            QCOMPARE(config()->getFonts()[family], database.styles(family));
+            QCOMPARE(config()->getFonts()[family], TestFontDatabase::styles(family));
     }
 
     void degradesToTheDefaultFont()

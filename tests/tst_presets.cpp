@@ -95,7 +95,8 @@ private Q_SLOTS:
         const QString type = TestData::field("type");
         QCOMPARE(int(freshPresets().getKey(key)), TestData::field<int>("number"));
         QVariant expected = TestData::field("initial");
-        expected.convert(type == "string"_q ? QMetaType::QString : QMetaType::type(type.toLatin1()));
+        TestTypes::convert(expected, type == "string"_q ? int(QMetaType::QString)
+                                                        : TestTypes::numberOf(type.toLatin1()));
         QCOMPARE(preset(key).typeName(), expected.typeName());
         QCOMPARE(preset(key), expected);
 
@@ -181,7 +182,7 @@ private Q_SLOTS:
     {
         PresetManager& presets = freshPresets();
         QVariant value = TestData::field("value");
-        QVERIFY(value.convert(QMetaType::type(TestData::field("type").toLatin1())));
+        QVERIFY(TestTypes::convert(value, TestTypes::numberOf(TestData::field("type").toLatin1())));
         presets.setPreset(keyOf(TestData::field("key")), value);
         QCOMPARE(preset(TestData::field("looked")).typeName(),
                  TestData::field("stored").toLatin1().constData());

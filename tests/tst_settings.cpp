@@ -51,7 +51,7 @@ private Q_SLOTS:
     void aWriteIsInTheFileWhenItReturns()
     {
         QVariant value = TestData::field("value");
-        QVERIFY(value.convert(QMetaType::type(TestData::field("type").toLatin1())));
+        QVERIFY(TestTypes::convert(value, TestTypes::numberOf(TestData::field("type").toLatin1())));
         m_settings->setSetting("Group"_q, "key"_q, value);
         QCOMPARE(content(), "[Group]\n" + TestData::field("line").toLatin1() + "\n");
         const Settings again(FILE_NAME, QSettings::IniFormat, nullptr);

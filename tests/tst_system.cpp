@@ -9,10 +9,7 @@
 
 #include <QBuffer>
 #include <QSignalSpy>
-#include <QSourceLocation>
-#include <QXmlQuery>
-#include <QXmlSchema>
-#include <QXmlSchemaValidator>
+#include <QUrl>
 
 using namespace TEKLUVA;
 
@@ -30,41 +27,12 @@ private Q_SLOTS:
         TestLog::ActiveLog active;
         MessageHandler handler(nullptr);
         const auto type = QtMsgType(TestData::field<int>("type"));
-        handler.message(type, TestData::field("description"), QUrl(), QSourceLocation());
+        handler.message(type, TestData::field("description"), QUrl(), SourceLocation());
         QCOMPARE(active.entries().join("; "_q), TestData::field("entry"));
         LogManager::getInstance()->setActiveLog(nullptr);
-        handler.message(type, TestData::field("description"), QUrl(), QSourceLocation(QUrl("a:b"_q), 3));
+        handler.message(type, TestData::field("description"), QUrl(), SourceLocation(QUrl("a:b"_q), 3));
         LogManager::getInstance()->restorePreviousLog();
         QVERIFY(active.entries().count() <= 1);
-    }
-
-    void aRealQueryReachesTheLog()
-    {
-        TestLog::ActiveLog active;
-        MessageHandler handler(nullptr);
-        QXmlQuery query;
-        query.setMessageHandler(&handler);
-        query.setQuery("1 +"_q);
-        QVERIFY(!query.isValid());
-        QCOMPARE(active.entries().count(), 1);
-        QVERIFY(active.entries()[0].startsWith("8192 syntax error"_q));
-        QVERIFY(!active.entries()[0].contains("<"_q));
-    }
-
-    void aRealValidationReachesTheLog()
-    {
-        TestLog::ActiveLog active;
-        MessageHandler handler(nullptr);
-        QXmlSchema schema;
-        schema.setMessageHandler(&handler);
-        QVERIFY(schema.load("<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'>"
-                            "<xs:element name='room' type='xs:int'/></xs:schema>"));
-        QXmlSchemaValidator validator(schema);
-        validator.setMessageHandler(&handler);
-        QVERIFY(validator.validate(QByteArray("<room>3</room>")));
-        QCOMPARE(active.entries(), QStringList());
-        QVERIFY(!validator.validate(QByteArray("<room>wide</room>")));
-        QVERIFY(active.entries()[0].startsWith("8192 Content of element room does not match"_q));
     }
 
     void memoryFiguresAreNone()

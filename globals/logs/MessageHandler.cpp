@@ -2,10 +2,10 @@
 
 #include "globals/logs/ActiveLog_p.h"
 
-#include <QSourceLocation>
 #include <QUrl>
 #include <QXmlStreamReader>
 
+#include <algorithm>
 #include <limits>
 
 namespace TEKLUVA {
@@ -40,21 +40,21 @@ QString plainText(const QString& markup)
 } // namespace
 
 MessageHandler::MessageHandler(QObject* parent)
-    : QAbstractMessageHandler(parent)
+    : AbstractMessageHandler(parent)
 {
 }
 
 MessageHandler::~MessageHandler() = default;
 
 void MessageHandler::handleMessage(QtMsgType type, const QString& description, const QUrl& /*identifier*/,
-                                   const QSourceLocation& sourceLocation)
+                                   const SourceLocation& sourceLocation)
 {
     std::string location;
     unsigned int line = 0;
     if (!sourceLocation.isNull()) {
         location = sourceLocation.uri().toString().toStdString();
         line = static_cast<unsigned int>(
-            qBound<qint64>(0, sourceLocation.line(), std::numeric_limits<unsigned int>::max()));
+            std::clamp<qint64>(sourceLocation.line(), 0, std::numeric_limits<unsigned int>::max()));
     }
     for (const LevelRow& row : LEVELS) {
         if (row.type == type)

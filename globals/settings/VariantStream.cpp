@@ -1,5 +1,8 @@
 #include "globals/settings/VariantStream_p.h"
 
+#include "globals/settings/VariantTypes_p.h"
+
+#include <QIODevice>
 #include <QMetaType>
 #include <QStringList>
 #include <QtEndian>
@@ -52,7 +55,7 @@ bool isOfApplication(QDataStream& stream)
     stream >> type >> name;
     stream.rollbackTransaction();
     stream.resetStatus();
-    const int known = QMetaType::type(name.constData());
+    const int known = VariantTypes::numberOf(name);
     return known >= QMetaType::User || known == QMetaType::QUuid;
 }
 

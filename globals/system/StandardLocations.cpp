@@ -1,31 +1,30 @@
-// The one source that is compiled with Qt's deprecated interfaces switched on, whatever the project that
-// builds us says of them: QDesktopServices still returns Qt 4's folders, QStandardPaths others.
-#undef QT_DISABLE_DEPRECATED_BEFORE
-#define QT_DISABLE_DEPRECATED_BEFORE 0
-#undef QT_NO_DEPRECATED_WARNINGS
-#define QT_NO_DEPRECATED_WARNINGS
-
 #include "globals/system/StandardLocations_p.h"
 
 #include <QCoreApplication>
-#include <QDesktopServices>
 #include <QStandardPaths>
 
 namespace TEKLUVA::StandardLocations {
 
 QString data()
 {
-    return QDesktopServices::storageLocation(QDesktopServices::DataLocation);
+    return dataOf(applicationName());
+}
+
+QString dataOf(const QString& application)
+{
+    // Not Qt's own location for the data of an application, which lacks Qt 4's folder "data".
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QLatin1String("/data/")
+           + QCoreApplication::organizationName() + QLatin1Char('/') + application;
 }
 
 QString home()
 {
-    return QDesktopServices::storageLocation(QDesktopServices::HomeLocation);
+    return QStandardPaths::writableLocation(QStandardPaths::HomeLocation);
 }
 
 QString pictures()
 {
-    return QDesktopServices::storageLocation(QDesktopServices::PicturesLocation);
+    return QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
 }
 
 QString cache()
@@ -36,21 +35,12 @@ QString cache()
         return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + QLatin1Char('/')
                + QCoreApplication::organizationName();
     }
-    return QDesktopServices::storageLocation(QDesktopServices::CacheLocation);
+    return QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
 }
 
 QString applications()
 {
-    return QDesktopServices::storageLocation(QDesktopServices::ApplicationsLocation);
-}
-
-QString applicationName()
-{
-    // The data location ends in "/ORGANISATION/NAME", with the name as it was set.
-    const QString name = QCoreApplication::applicationName();
-    return data().endsWith(QLatin1Char('/') + QCoreApplication::organizationName() + QLatin1Char('/') + name)
-               ? name
-               : QString();
+    return QStandardPaths::writableLocation(QStandardPaths::ApplicationsLocation);
 }
 
 } // namespace TEKLUVA::StandardLocations

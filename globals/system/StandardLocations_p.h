@@ -7,13 +7,15 @@
 namespace TEKLUVA::StandardLocations {
 
 QString data();
+/// The data folder of another application of the same organisation.
+QString dataOf(const QString& application);
 QString home();
 QString pictures();
 QString cache();
 QString applications();
 
-/// The application's name as it was set, empty when it was not. Qt 5 itself would answer with the name of the
-/// executable, and so lead to folders that no earlier version has used.
+/// The application's name as it was set, empty when it was not. Qt itself would return the name of the
+/// executable then, and so lead to folders that no earlier version has used.
 QString applicationName();
 
 } // namespace TEKLUVA::StandardLocations

@@ -9,7 +9,9 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
-set(CPACK_DEBIAN_PACKAGE_RELEASE 1~bookworm1) # made for this Debian, whose Qt and Crypto++ it needs
+# Made for this Debian, whose Qt and Crypto++ it needs.
+cmake_host_system_information(RESULT debian_codename QUERY DISTRIB_VERSION_CODENAME)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1~${debian_codename}1)
 set(CPACK_DEBIAN_PACKAGE_SOURCE libglobals)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "libglobals developers <libglobals@example.org>")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
@@ -20,35 +22,35 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 # Dependencies on our own libraries are those between components.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/globals ${PROJECT_BINARY_DIR}/widgets)
 
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libglobals${PROJECT_VERSION_MAJOR})
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libglobals${qt_suffix}${qt_soname_separator}${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_LIST_DIR}/debian/triggers)
-set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "support library of a desktop 3D room planner
+set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "support library of a desktop 3D room planner (${qt})
 The library knows where each file of the application lies and how its last
 run ended, keeps settings and presets, shows values in the units of the user,
 writes logs, and reads protected data files and archives.")
 
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libglobals-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libglobals${qt_suffix}-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "qtbase5-dev (>= 5.15)" "libqt5xmlpatterns5-dev (>= 5.15)")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ${qt_packages})
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS libglobals-doc)
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
-set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "support library of a desktop 3D room planner (development files)
+set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "support library of a desktop 3D room planner (development files, ${qt})
 Headers of the library, and what CMake and pkg-config need to find it: programs
 link it as globals::globals. The guide is in libglobals-doc.")
 
-set(CPACK_DEBIAN_WIDGETS_PACKAGE_NAME libglobals-widgets${PROJECT_VERSION_MAJOR})
+set(CPACK_DEBIAN_WIDGETS_PACKAGE_NAME libglobals-widgets${qt_suffix}${qt_soname_separator}${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_WIDGETS_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_WIDGETS_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_LIST_DIR}/debian/triggers)
 set(CPACK_COMPONENT_WIDGETS_DEPENDS runtime)
-set(CPACK_DEBIAN_WIDGETS_DESCRIPTION "ready-made widgets of a desktop 3D room planner
+set(CPACK_DEBIAN_WIDGETS_DESCRIPTION "ready-made widgets of a desktop 3D room planner (${qt})
 Windows on top of the support library: the progress of long work, the log, the
 choice of a unit, the table of presets.")
 
-set(CPACK_DEBIAN_WIDGETS_DEVELOPMENT_PACKAGE_NAME libglobals-widgets-dev)
+set(CPACK_DEBIAN_WIDGETS_DEVELOPMENT_PACKAGE_NAME libglobals-widgets${qt_suffix}-dev)
 set(CPACK_DEBIAN_WIDGETS_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_COMPONENT_WIDGETS_DEVELOPMENT_DEPENDS widgets development)
-set(CPACK_DEBIAN_WIDGETS_DEVELOPMENT_DESCRIPTION "ready-made widgets of a desktop 3D room planner (development files)
+set(CPACK_DEBIAN_WIDGETS_DEVELOPMENT_DESCRIPTION "ready-made widgets of a desktop 3D room planner (development files, ${qt})
 Headers of the widgets, and what CMake and pkg-config need to find them:
 programs link them as globals::widgets. The guide is in libglobals-doc.")
 

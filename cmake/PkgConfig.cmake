@@ -1,4 +1,4 @@
-# Installs the .pc file NAME as a part of COMPONENT. The file finds its prefix from where it lies, so that an installed
+# Installs the .pc file NAME, with the suffix of its Qt, as a part of COMPONENT. The file finds its prefix from where it lies, so that an installed
 # tree can be moved, unless the libraries' folder was given as an absolute path.
 function(globals_install_pc name component)
     if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
@@ -8,9 +8,9 @@ function(globals_install_pc name component)
         set(pc_prefix "\${pcfiledir}/${pc_up}")
     endif()
     cmake_path(APPEND pc_libdir "\${prefix}" ${CMAKE_INSTALL_LIBDIR})
-    cmake_path(APPEND pc_includedir "\${prefix}" ${CMAKE_INSTALL_INCLUDEDIR})
-    configure_file(${PROJECT_SOURCE_DIR}/cmake/${name}.pc.in ${name}.pc @ONLY)
-    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${name}.pc
+    cmake_path(APPEND pc_includedir "\${prefix}" ${globals_include_dir})
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/${name}.pc.in ${name}${qt_suffix}.pc @ONLY)
+    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${name}${qt_suffix}.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
         COMPONENT ${component})
 endfunction()

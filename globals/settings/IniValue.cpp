@@ -75,7 +75,7 @@ QString textOf(const QVariant& variant)
     case QMetaType::QPoint:
         return QString::asprintf("@Point(%d %d)", variant.toPoint().x(), variant.toPoint().y());
     case QMetaType::QDateTime:
-        return inBrackets(TIME, fromBytes(VariantStream::write(variant, VariantStream::TIME_VERSION)));
+        return inBrackets(TIME, fromBytes(VariantStream::writeTime(variant.toDateTime())));
     default:
         return inBrackets(VARIANT, fromBytes(VariantStream::write(variant)));
     }

@@ -2,6 +2,7 @@
 
 #include "globals/settings/VariantTypes_p.h"
 
+#include <QDateTime>
 #include <QIODevice>
 #include <QMetaType>
 #include <QStringList>
@@ -115,14 +116,65 @@ QVariant readAny(QDataStream& stream, int level)
     return {};
 }
 
+void writeAny(QDataStream& stream, const QVariant& variant);
+
+/// From the last key to the first, as Qt 5 does. Qt 6 goes the other way.
+void writeMap(QDataStream& stream, Type type, const QVariantMap& map)
+{
+    stream << type << static_cast<quint32>(map.size());
+    for (auto entry = map.end(); entry != map.begin();) {
+        --entry;
+        stream << entry.key();
+        writeAny(stream, entry.value());
+    }
+}
+
+/// The order of a hash changes from process to process.
+QVariantMap sorted(const QVariantHash& hash)
+{
+    QVariantMap map;
+    for (auto entry = hash.begin(); entry != hash.end(); ++entry)
+        map.insert(entry.key(), entry.value());
+    return map;
+}
+
+/// In the form of VERSION, whatever version of Qt this is.
+void writeAny(QDataStream& stream, const QVariant& variant)
+{
+    switch (variant.userType()) {
+    case QMetaType::QVariantMap:
+        return writeMap(stream, MAP, variant.toMap());
+    case QMetaType::QVariantHash:
+        return writeMap(stream, HASH, sorted(variant.toHash()));
+    case QMetaType::QVariantList: {
+        const QVariantList list = variant.toList();
+        stream << LIST << static_cast<quint32>(list.size());
+        for (const QVariant& element : list)
+            writeAny(stream, element);
+        return;
+    }
+    default:
+        stream << variant;
+    }
+}
+
 } // namespace
 
-QByteArray write(const QVariant& variant, QDataStream::Version version)
+QByteArray write(const QVariant& variant)
 {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(version);
-    stream << variant;
+    stream.setVersion(VERSION);
+    writeAny(stream, variant);
+    return bytes;
+}
+
+QByteArray writeTime(const QDateTime& time)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(TIME_VERSION);
+    stream << QVariant(time);
     return bytes;
 }
 

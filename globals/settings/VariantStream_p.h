@@ -14,7 +14,11 @@ constexpr QDataStream::Version VERSION = QDataStream::Qt_4_0;
 constexpr QDataStream::Version TIME_VERSION = QDataStream::Qt_5_6;
 /// @}
 
-QByteArray write(const QVariant& variant, QDataStream::Version version = VERSION);
+/// The same bytes with each version of Qt.
+/// @{
+QByteArray write(const QVariant& variant);
+QByteArray writeTime(const QDateTime& time);
+/// @}
 
 /// \name Reading
 /// Whatever the bytes are, the process goes on: types that Qt reads at the caller's risk, such as pens and

@@ -34,7 +34,7 @@ inline QByteArrayList namesIn(const QByteArray& archive)
     constexpr int NAME_LENGTH = 28;
     constexpr int NAME = 46;
     QByteArrayList names;
-    for (int at = centralHeader(archive); at >= 0; at = centralHeader(archive, at + 1))
+    for (auto at = centralHeader(archive); at >= 0; at = centralHeader(archive, at + 1))
         names << archive.mid(at + NAME, archive[at + NAME_LENGTH]);
     return names;
 }

@@ -50,9 +50,10 @@ inline QByteArray contentOf(const Path& path)
 }
 
 /// The files that this process holds open.
-inline auto openDescriptors()
+inline int openDescriptors()
 {
-    return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System).size();
+    return static_cast<int>(
+        QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System).size());
 }
 
 /// What lies below a folder, by path.

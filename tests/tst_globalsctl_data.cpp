@@ -16,7 +16,7 @@ namespace {
 QByteArray blockFor(const char* row)
 {
     const QByteArray rows = TestData::content("blocks.txt");
-    const int at = rows.indexOf(QByteArray("\n") + row + " |");
+    const auto at = rows.indexOf(QByteArray("\n") + row + " |");
     if (at < 0)
         qFatal("There is no block \"%s\"", row);
     return QByteArray::fromHex(rows.mid(at + 1).split('\n')[0].split('|').last());
@@ -133,7 +133,7 @@ private Q_SLOTS:
         QProcess script; // runs it on a terminal of its own
         script.start("script"_q, {"-qec"_q, command, "/dev/null"_q});
         QString screen;
-        int seen = 0;
+        QString::size_type seen = 0;
         for (const QString& turn : TestData::field("talk").split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
             QStringList promptAndTyped = turn.split(QLatin1Char('>'));
             while (!screen.mid(seen).contains(promptAndTyped[0])) {
@@ -150,7 +150,7 @@ private Q_SLOTS:
         }
         QVERIFY(script.waitForFinished());
         screen += QString::fromUtf8(script.readAll());
-        const int presets = TEKLUVA::PresetManager::describePresets().size();
+        const auto presets = TEKLUVA::PresetManager::describePresets().size();
         const QRegularExpression says(TestData::field("says").replace("@all"_q, QString::number(presets)),
                                       QRegularExpression::DotMatchesEverythingOption);
         QVERIFY2(screen.contains(says), qPrintable(screen));

@@ -74,7 +74,8 @@ PasswordSource::PasswordSource(const QCommandLineParser& line, PasswordNeed need
         if (m_source)
             throw UsageError(QStringLiteral("--%1 is one source of the password too many").arg(option));
         m_source = row.read;
-        m_value = line.value(option);
+        if (row.read != &fromTerminal) // the option has no value, and Qt 6 objects to the question
+            m_value = line.value(option);
     }
     if (m_source || need == PasswordNeed::Optional)
         return;

@@ -1,62 +1,36 @@
-#include "TestData.h"
+#pragma once
+
 #include "TestHome.h"
 
-#include "globals/Settings.h"
-
+#include <QBitArray>
 #include <QColor>
+#include <QDateTime>
 #include <QFont>
 #include <QJsonObject>
 #include <QKeySequence>
-#include <QPoint>
+#include <QLineF>
+#include <QLocale>
+#include <QPolygon>
 #include <QRandomGenerator>
-#include <QRect>
+#include <QRectF>
 #include <QTimeZone>
+#include <QTransform>
 #include <QUrl>
 #include <QUuid>
+#include <QVariant>
 #include <QVector3D>
 
-#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <iterator>
 
-using namespace TEKLUVA;
-
-namespace {
+/// What the tests store in settings files.
+namespace SettingsValues {
 
 /// More of them for a long run.
-int times(int count)
+inline int times(int count)
 {
     return count * qMax(1, qEnvironmentVariableIntValue("GLOBALS_TEST_ROUNDS"));
-}
-
-/// Another one each time: QSettings remembers what it has read under a name.
-QString newFile(const QByteArray& content = {})
-{
-    static int number = 0;
-    QString name = "%1.ini"_q.arg(++number);
-    if (!content.isEmpty() && !TestFiles::write(name, content))
-        qFatal("cannot write %s", qPrintable(name));
-    return name;
-}
-
-/// The file after QSettings has set one more value in it.
-QByteArray afterQtWrites(const QString& file, const QVariantMap& values)
-{
-    QSettings settings(file, QSettings::IniFormat);
-    for (auto value = values.begin(); value != values.end(); ++value)
-        settings.setValue(value.key(), *value);
-    settings.sync();
-    return TestFiles::contentOf(file);
-}
-
-QByteArray afterWeWrite(const QString& file, const QVariantMap& values)
-{
-    QList<SettingsChange> changes;
-    for (auto value = values.begin(); value != values.end(); ++value)
-        changes << SettingsChange{QString(), value.key(), *value};
-    Settings(file, QSettings::IniFormat, nullptr).changeSettings(changes);
-    return TestFiles::contentOf(file);
 }
 
 class Random
@@ -173,55 +147,68 @@ private:
     QRandomGenerator m_generator;
 };
 
-} // namespace
-
-class SettingsFormatTest : public QObject
+inline QFont sampleFont()
 {
-    Q_OBJECT
+    QFont font("Käse"_q, 11, QFont::Bold, true);
+    font.setUnderline(true);
+    return font;
+}
 
-private Q_SLOTS:
-    void writesWhatQtWritesAndReadsIt()
-    {
-        Random random(1);
-        for (int map = 0; map < times(40); ++map) {
-            QVariantMap values;
-            for (int i = random.below(50) + 1; i > 0; --i)
-                values.insert(random.key(), random.variant());
-            const QString file = newFile();
-            const QByteArray expected = afterQtWrites(newFile(), values);
-            QCOMPARE(afterWeWrite(file, values), expected);
-            const QSettings qt(newFile(expected), QSettings::IniFormat);
-            const Settings ours(file, QSettings::IniFormat, nullptr);
-            for (const QString& key : qt.allKeys())
-                QCOMPARE(ours.getSetting(QString(), key), qt.value(key));
-        }
-    }
+/// Values of each type, as settings-samples.ini has them.
+inline QVariantMap samples()
+{
+    const QDate day(2026, 11, 22);
+    const QTime time(13, 37, 1, 5);
+    const QDateTime utc(day, time, Qt::UTC);
+    return {
+        {"text/home"_q, "/home/jürgen"_q},
+        {"text/wide"_q, "€ \xf0\x9f\x8f\xa0"_q},
+        {"text/head"_q, "@Size(1 2)"_q},
+        {"text/größe"_q, "a, b; c=\"d\""_q},
+        {"number/int"_q, -5},
+        {"number/uint"_q, 4000000000U},
+        {"number/long"_q, qint64(-9000000000)},
+        {"number/double"_q, 0.1},
+        {"number/small"_q, 1e-300},
+        {"number/float"_q, QVariant::fromValue(1 / 3.0F)},
+        {"number/short"_q, QVariant::fromValue(short(-3))},
+        {"number/bool"_q, true},
+        {"number/character"_q, QChar(0xe4)},
+        {"date/date"_q, day},
+        {"date/time"_q, time},
+        {"date/utc"_q, utc},
+        {"date/local"_q, QDateTime(day, time)},
+        {"date/offset"_q, QDateTime(day, time, Qt::OffsetFromUTC, 5400)},
+        {"date/zone"_q, QDateTime(day, time, QTimeZone("America/New_York"))},
+        {"date/none"_q, QDateTime()},
+        {"list/texts"_q, QStringList{"a"_q, "ü, b"_q}},
+        {"list/none"_q, QStringList()},
+        {"list/one"_q, QVariantList{7}},
+        {"list/mixed"_q, QVariantList{1, "b"_q, QVariant::fromValue(0.1F), QSize(1, 2), utc}},
+        {"list/nested"_q, QVariantList{QVariantList{1, 2}, QVariantMap{{"x"_q, day}, {"y"_q, 0.5}}, time}},
+        {"map/map"_q,
+         QVariantMap{{"a"_q, 1}, {"b"_q, QVariantMap{{"c"_q, 2}, {"d"_q, 3}}}, {"f"_q, sampleFont()}}},
+        {"map/hash"_q, QVariantHash{{"a"_q, "ö"_q}}},
+        {"look/font"_q, sampleFont()},
+        {"look/light"_q, QFont("Serif"_q, 9, QFont::Light)},
+        {"look/colour"_q, QColor(1, 2, 3, 4)},
+        {"look/keys"_q, QKeySequence("Ctrl+S"_q)},
+        {"look/turn"_q, QTransform(1, 2, 3, 4, 5, 6, 7, 8, 9)},
+        {"place/point"_q, QPoint(-1, 2)},
+        {"place/size"_q, QSizeF(3, 4.5)},
+        {"place/rect"_q, QRect(1, 2, 3, 4)},
+        {"place/line"_q, QLineF(1, 2, 3, 4.5)},
+        {"place/vector"_q, QVector3D(1, 2, 3.5F)},
+        {"bytes/any"_q, QByteArray("a\0\xff"
+                                   "b",
+                                   4)},
+        {"bytes/bits"_q, QBitArray(11, true)},
+        {"other/url"_q, QUrl("http://a.b/ä"_q)},
+        {"other/id"_q, QUuid(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11)},
+        {"other/locale"_q, QLocale("de_AT"_q)},
+        {"other/object"_q, QJsonObject{{"a"_q, 1}}},
+        {"other/none"_q, QVariant()},
+    };
+}
 
-    /// What somebody has edited, or damaged, is read as QSettings reads it.
-    void readsWhatQtReads()
-    {
-        Random random(2);
-        const QStringList pieces =
-            QStringLiteral("[|]|[G]|[H]|=|=|=|;|,|\"|\\|\\x|\\n|\\8|\\101|\n|\n|\n|\r\n|\n\r| | "
-                           "|\t|a|b|4|%|%4|%41|%U|%U0041|General|[General]|[%General]|ä|#|'|/|:|k=v|\nl=1")
-                .split(QLatin1Char('|'));
-        for (int file = 0; file < times(300); ++file) {
-            QByteArray content;
-            for (int i = random.below(30) + 1; i > 0; --i)
-                content += random.oneOf(pieces).toUtf8();
-            // Of these QSettings loses a separator, or the whole line at its next write.
-            const QStringList keys = QSettings(newFile(content), QSettings::IniFormat).allKeys();
-            if (std::any_of(keys.begin(), keys.end(),
-                            [](const QString& key) { return key.startsWith("/"_q) || key.endsWith("/"_q); }))
-                continue;
-            const QVariantMap more = {{"N/n"_q, 1}};
-            const QByteArray expected = afterQtWrites(newFile(content), more);
-            if (afterWeWrite(newFile(content), more) != expected)
-                QCOMPARE(content + " -> " + afterWeWrite(newFile(content), more),
-                         content + " -> " + expected);
-        }
-    }
-};
-
-GLOBALS_TEST_MAIN(SettingsFormatTest)
-#include "tst_settings_format.moc"
+} // namespace SettingsValues

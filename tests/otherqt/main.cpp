@@ -1,0 +1,42 @@
+// Reads and writes settings files with QSettings, and without the library:
+//
+//     other_qt list FILE           prints each key and its value, each ended by a zero byte
+//     other_qt copy FILE TARGET    writes all values of FILE into TARGET
+
+#include <QColor>
+#include <QCoreApplication>
+#include <QSettings>
+
+#include <cstdio>
+
+namespace {
+
+void print(const QString& text)
+{
+    const QByteArray bytes = text.toUtf8();
+    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()) + 1, stdout);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (!QColor(Qt::red)
+             .isValid()) // whoever never uses QtGui is not linked with it, and cannot read its types
+        return 1;
+    const QSettings settings(arguments.value(2), QSettings::IniFormat);
+    if (arguments.value(1) == QLatin1String("list")) {
+        for (const QString& key : settings.allKeys()) {
+            print(key);
+            print(settings.value(key).toString());
+        }
+        return 0;
+    }
+    QSettings target(arguments.value(3), QSettings::IniFormat);
+    for (const QString& key : settings.allKeys())
+        target.setValue(key, settings.value(key));
+    target.sync();
+    return target.status() == QSettings::NoError ? 0 : 1;
+}

@@ -1,0 +1,93 @@
+#include "SettingsValues.h"
+#include "TestData.h"
+#include "TestHome.h"
+
+#include "globals/Settings.h"
+
+#include <QProcess>
+
+using namespace TEKLUVA;
+
+namespace {
+
+const QString FILE_NAME = QStringLiteral("both.ini");
+
+QByteArray afterWeWrite(const QVariantMap& values)
+{
+    QFile::remove(FILE_NAME);
+    QList<SettingsChange> changes;
+    for (auto value = values.begin(); value != values.end(); ++value)
+        changes << SettingsChange{QString(), value.key(), *value};
+    Settings(FILE_NAME, QSettings::IniFormat, nullptr).changeSettings(changes);
+    return TestFiles::contentOf(FILE_NAME);
+}
+
+/// What another process prints that reads, and writes, settings files with QSettings of the other Qt.
+QByteArray otherQt(const QStringList& arguments)
+{
+    QProcess other;
+    other.start(QStringLiteral(OTHER_QT_PROGRAM), arguments);
+    if (!other.waitForFinished() || other.exitCode() != 0)
+        qWarning() << "The process with the other Qt failed:" << other.readAllStandardError();
+    return other.readAllStandardOutput();
+}
+
+} // namespace
+
+/// One settings file for the library with Qt 5 and with Qt 6.
+class SettingsBothTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void writesTheSameFileWithEitherQt()
+    {
+        QCOMPARE(afterWeWrite(SettingsValues::samples()), TestData::content("settings-samples.ini"));
+    }
+
+    void readsTheSameFileWithEitherQt()
+    {
+        const QByteArray content = TestData::content("settings-samples.ini");
+        QVERIFY(TestFiles::write(FILE_NAME, content));
+        Settings settings(FILE_NAME, QSettings::IniFormat, nullptr);
+        const QVariantMap samples = SettingsValues::samples();
+        for (auto value = samples.begin(); value != samples.end(); ++value) {
+            const TestHome::Turn turn(value.key());
+            const QVariant read = settings.getSetting(QString(), value.key());
+            QVERIFY(read == *value || read.toString() == value->toString()); // numbers are texts in a file
+        }
+        // The texts of all others go through a change as they are.
+        settings.setSetting("text"_q, "more"_q, 1);
+        settings.removeSetting("text"_q, "more"_q);
+        QCOMPARE(TestFiles::contentOf(FILE_NAME), content);
+    }
+
+    void theOtherQtReadsWhatWeWrite()
+    {
+        if (QStringLiteral(OTHER_QT_PROGRAM).isEmpty())
+            QSKIP("There is one Qt on this machine.");
+        SettingsValues::Random random(3);
+        for (int map = 0; map < SettingsValues::times(20); ++map) {
+            const TestHome::Turn turn(map);
+            QVariantMap values = SettingsValues::samples();
+            for (int i = random.below(50); i > 0; --i)
+                values.insert(random.key(), random.variant());
+            const QByteArray content = afterWeWrite(values);
+            const Settings ours(FILE_NAME, QSettings::IniFormat, nullptr);
+            QByteArray lines;
+            for (auto value = values.begin(); value != values.end(); ++value)
+                lines += value.key().toUtf8() + '\0'
+                         + ours.getSetting(QString(), value.key()).toString().toUtf8() + '\0';
+            QCOMPARE(otherQt({"list"_q, FILE_NAME}), lines);
+            // Qt 6 itself writes another file, which Qt 5 cannot read.
+            if (OTHER_QT == 5) {
+                QFile::remove("copy.ini"_q);
+                QCOMPARE(otherQt({"copy"_q, FILE_NAME, "copy.ini"_q}), QByteArray());
+                QCOMPARE(TestFiles::contentOf("copy.ini"_q), content);
+            }
+        }
+    }
+};
+
+GLOBALS_TEST_MAIN(SettingsBothTest)
+#include "tst_settings_both.moc"

@@ -1,6 +1,7 @@
 #include "SettingsValues.h"
 #include "TestData.h"
 #include "TestHome.h"
+#include "otherqt/Described.h"
 
 #include "globals/Settings.h"
 
@@ -76,8 +77,7 @@ private Q_SLOTS:
             const Settings ours(FILE_NAME, QSettings::IniFormat, nullptr);
             QByteArray lines;
             for (auto value = values.begin(); value != values.end(); ++value)
-                lines += value.key().toUtf8() + '\0'
-                         + ours.getSetting(QString(), value.key()).toString().toUtf8() + '\0';
+                lines += described(value.key(), ours.getSetting(QString(), value.key()));
             QCOMPARE(otherQt({"list"_q, FILE_NAME}), lines);
             // Qt 6 itself writes another file, which Qt 5 cannot read.
             if (OTHER_QT == 5) {

@@ -1,23 +1,15 @@
 // Reads and writes settings files with QSettings, and without the library:
 //
-//     other_qt list FILE           prints each key and its value, each ended by a zero byte
+//     other_qt list FILE           prints each key with its type and its text
 //     other_qt copy FILE TARGET    writes all values of FILE into TARGET
+
+#include "Described.h"
 
 #include <QColor>
 #include <QCoreApplication>
 #include <QSettings>
 
 #include <cstdio>
-
-namespace {
-
-void print(const QString& text)
-{
-    const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()) + 1, stdout);
-}
-
-} // namespace
 
 int main(int argc, char** argv)
 {
@@ -29,8 +21,8 @@ int main(int argc, char** argv)
     const QSettings settings(arguments.value(2), QSettings::IniFormat);
     if (arguments.value(1) == QLatin1String("list")) {
         for (const QString& key : settings.allKeys()) {
-            print(key);
-            print(settings.value(key).toString());
+            const QByteArray line = described(key, settings.value(key));
+            std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stdout);
         }
         return 0;
     }

@@ -2,9 +2,28 @@
 
 #include "globals/LogEntry.h"
 
+#include <limits>
 #include <memory>
+#include <vector>
 
 namespace TEKLUVA {
+
+/// A message of a log as a value.
+struct LogLine
+{
+    qint64 time; ///< milliseconds since the epoch
+    E_LogLevel level;
+    std::string message;
+};
+
+/// Entries of a log at one moment. Each has a number, counted from 0 since the log was made, which it keeps
+/// whatever happens to the entries before it.
+struct LogLines
+{
+    quint64 oldest = 0; ///< the number of the oldest entry that the log has
+    quint64 first = 0;  ///< the number of the first of these lines
+    std::vector<LogLine> lines;
+};
 
 /// A named log: keeps its entries in memory and mirrors each as one line into NAME.log in the log folder
 /// (E_PT_LOGS). A line is the level's label padded to nine characters, the time stamp "dd.MM.yyyy hh:mm:ss",
@@ -14,10 +33,9 @@ namespace TEKLUVA {
 ///     LogManager::getInstance()->setActiveLog(log);
 ///     log->logStatusMessage("Started.", "", 0);
 ///
-/// Threads: logMessage() and its four shorthands, resetLog(), setLogName(), getName(), getFilePath() and
-/// getEntryCount() may be called from any thread; lines are written whole, each once. writeEntry(), clear()
-/// and getEntry() do not take the log's lock: call them on the main thread, and the first two while nobody
-/// else uses the log.
+/// Threads: all may be called from any thread but writeEntry(), clear() and getEntry(); lines are written
+/// whole, each once. Those three do not take the log's lock: call them on the main thread, and the first two
+/// while nobody else uses the log.
 ///
 /// Ownership: a log owns its entries and its file. The LogManager deletes the logs registered with it when it
 /// is cleared; until then whoever created a log may delete it.
@@ -47,9 +65,12 @@ public:
     void writeEntry(LogEntry* entry);
 
     /// The entry at \p index, oldest first; it belongs to the log. For an index beyond the last one a new
-    /// warning entry "Index out of range." that belongs to the caller.
+    /// warning entry "Index out of range." that belongs to the caller. The object is made when it is asked
+    /// for: who looks at many entries takes getLines().
     LogEntry* getEntry(unsigned int index);
     unsigned int getEntryCount() const;
+    /// Copies of the entries from the number \p from on, or from the oldest that there is, up to \p atMost.
+    LogLines getLines(quint64 from, unsigned int atMost = std::numeric_limits<unsigned int>::max()) const;
 
     /// Deletes all entries and closes the file, which stays on disk as it is. Does not lock.
     void clear();
@@ -61,6 +82,24 @@ public:
     /// Renames the log, its file and its registration. If the file cannot be renamed, the log goes on in the
     /// file of the new name. \p overwrite decides how that file is opened for the next line.
     void setLogName(std::string name, bool overwrite);
+
+    /// \name Limits
+    /// All off at first.
+    /// @{
+
+    /// Messages below \p level are neither kept nor written.
+    void setThreshold(E_LogLevel level);
+    E_LogLevel getThreshold() const;
+    /// Keeps the newest \p count entries in memory; 0 for all. An entry that getEntry() has returned and that
+    /// is dropped is deleted in the event loop.
+    void setMaxEntryCount(unsigned int count);
+    unsigned int getMaxEntryCount() const;
+    /// A file that a line would make larger than \p bytes is moved to "NAME.log.1" first, the one of that
+    /// name to "NAME.log.2", and so on; \p files of them are kept. 0 bytes for no limit. Several processes
+    /// may write the file if all have the same limits, and a process may be killed at any time: no line is
+    /// lost but those of the oldest file. A file that cannot be moved stays in use.
+    void setRotation(qint64 bytes, int files);
+    /// @}
 
     std::string getName() const;
     /// The path of the log file, in UTF-8.
@@ -75,6 +114,9 @@ Q_SIGNALS:
     /// The entries changed. Emitted under the log's lock: a receiver connected directly must not call
     /// logMessage(), resetLog(), setLogName() or clear() of this log.
     void contentChanged();
+    /// A message was added, which is getEntry(\p index) until the log is emptied or drops an entry. Emitted
+    /// after contentChanged(), with the same rule.
+    void entryAdded(unsigned int index);
 
 private:
     class Private;

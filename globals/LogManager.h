@@ -54,6 +54,13 @@ public:
     /// when there is none.
     void withActiveLog(const std::function<void(Log& log)>& use);
 
+    /// Brings what Qt and the application say through qDebug(), qInfo(), qWarning(), qCritical() and qFatal()
+    /// into the active log as well, with the level, and with the category if it has one: "qt.network: ...".
+    /// The handler that was installed before is called after it. What is said while the calling thread holds
+    /// a lock of a log, of the registry or of the settings goes to that handler only. A second call does
+    /// nothing.
+    static void installQtMessageHandler();
+
     /// All registered logs in ascending order of their names, byte by byte.
     std::vector<Log*> getAllLogs() const;
 

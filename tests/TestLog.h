@@ -1,12 +1,37 @@
 #pragma once
 
+#include "TestFiles.h"
+#include "TestHome.h"
+
 #include "globals/Log.h"
 #include "globals/LogManager.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QStringList>
 
 namespace TestLog {
+
+inline QString pathOf(const TEKLUVA::Log& log)
+{
+    return QString::fromStdString(log.getFilePath());
+}
+
+/// The messages of all lines of a log's file. A line that is not whole is returned as it is.
+inline QStringList messagesIn(const QString& path)
+{
+    static const QRegularExpression head(
+        R"(^(DEBUG    |INFO     |WARNING  |ERROR    )\d\d\.\d\d\.\d{4} \d\d:\d\d:\d\d  )"_q);
+    QStringList lines = QString::fromUtf8(TestFiles::contentOf(path)).split("\r\n"_q);
+    if (lines.last().isEmpty())
+        lines.removeLast();
+    return lines.replaceInStrings(head, QString());
+}
+
+inline QStringList messagesOf(const TEKLUVA::Log& log)
+{
+    return messagesIn(pathOf(log));
+}
 
 /// A log that is active as long as the scope lives, to see what the library reports.
 class ActiveLog

@@ -1,10 +1,9 @@
 #include "FullDisk.h"
 #include "TestData.h"
 #include "TestHome.h"
+#include "TestLog.h"
 
 #include "globals/ConfigManager.h"
-#include "globals/Log.h"
-#include "globals/LogManager.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -16,33 +15,15 @@
 #include <thread>
 
 using namespace TEKLUVA;
+using TestLog::messagesIn;
+using TestLog::messagesOf;
+using TestLog::pathOf;
 
 namespace {
 
 LogManager* registry()
 {
     return LogManager::getInstance();
-}
-
-QString pathOf(const Log& log)
-{
-    return QString::fromStdString(log.getFilePath());
-}
-
-/// The messages of all lines of a log's file. A line that is not whole is returned as it is.
-QStringList messagesIn(const QString& path)
-{
-    static const QRegularExpression head(
-        R"(^(DEBUG    |INFO     |WARNING  |ERROR    )\d\d\.\d\d\.\d{4} \d\d:\d\d:\d\d  )"_q);
-    QStringList lines = QString::fromUtf8(TestFiles::contentOf(path)).split("\r\n"_q);
-    if (lines.last().isEmpty())
-        lines.removeLast();
-    return lines.replaceInStrings(head, QString());
-}
-
-QStringList messagesOf(const Log& log)
-{
-    return messagesIn(pathOf(log));
 }
 
 /// Writes numbered lines from \p threads threads at once.

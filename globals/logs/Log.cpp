@@ -8,10 +8,12 @@
 #include "globals/logs/LogConfiguration_p.h"
 #include "globals/logs/LogFile_p.h"
 #include "globals/logs/LogLock_p.h"
+#include "globals/logs/LogRecord_p.h"
 
 #include <QFile>
 
-#include <vector>
+#include <atomic>
+#include <deque>
 
 namespace TEKLUVA {
 
@@ -35,15 +37,38 @@ void reportBadName(const std::string& name)
 
 } // namespace
 
+namespace {
+
+/// A message, and the entry that shows it once somebody has asked for that.
+struct KeptEntry
+{
+    LogRecordPointer record;
+    std::unique_ptr<LogEntry> entry;
+};
+using KeptEntries = std::deque<KeptEntry>;
+
+/// Deletes \p dropped, but the entries that others may be looking at only in the event loop.
+void letGo(KeptEntries& dropped)
+{
+    for (KeptEntry& kept : dropped) {
+        if (LogEntry* entry = kept.entry.release())
+            entry->deleteLater();
+    }
+}
+
+} // namespace
+
 /// What other threads look at while a line is being written is a record with a leaf lock of its own: name,
 /// path and entries. The file belongs to whoever holds the log's lock.
 class GLOBALS_NO_EXPORT Log::Private : public LockedRecord
 {
 public:
-    /// The new entry.
-    LogEntry* add(E_LogLevel level, std::string message);
-    /// Null beyond the last entry.
-    LogEntry* entryAt(unsigned int index) const;
+    bool isBelowThreshold(E_LogLevel level) const;
+    /// Adds a record and sets \p index to its place.
+    LogRecordPointer add(E_LogLevel level, std::string message, unsigned int& index);
+    void setMaxEntryCount(unsigned int count);
+    /// Takes out what is beyond the bound. Expects the record's lock.
+    KeptEntries takeExcess();
     void rename(const std::string& newName, const std::string& newPath);
     /// The file of the log \p ofName, unless that would leave the folder.
     void setFile(const std::string& path, const std::string& ofName);
@@ -52,7 +77,10 @@ public:
 
     std::string name;
     std::string filePath;
-    std::vector<std::unique_ptr<LogEntry>> entries;
+    KeptEntries entries;
+    quint64 oldestNumber = 0;       ///< of the first of them, counted since the log was made
+    unsigned int maxEntryCount = 0; ///< 0 for any number
+    std::atomic<E_LogLevel> threshold{E_LL_DEBUG};
 
     /// The log's lock: serialises logMessage(), resetLog() and setLogName(). It is taken before the
     /// registry's lock, never after it.
@@ -60,19 +88,47 @@ public:
     LogFile file;
 };
 
-LogEntry* Log::Private::add(E_LogLevel level, std::string message)
+/// A level that is none counts as an error.
+bool Log::Private::isBelowThreshold(E_LogLevel level) const
 {
-    auto entry = std::make_unique<LogEntry>(level, std::move(message));
-    LogEntry* added = entry.get();
-    const QMutexLocker locked(mutex());
-    entries.push_back(std::move(entry));
-    return added;
+    const bool isLower = level == E_LL_DEBUG || level == E_LL_INFO || level == E_LL_WARNING;
+    return isLower && level < threshold;
 }
 
-LogEntry* Log::Private::entryAt(unsigned int index) const
+LogRecordPointer Log::Private::add(E_LogLevel level, std::string message, unsigned int& index)
 {
-    const QMutexLocker locked(mutex());
-    return index < entries.size() ? entries[index].get() : nullptr;
+    const LogRecordPointer record(new LogRecord(level, std::move(message)));
+    KeptEntries dropped; // after the record's lock is free
+    {
+        const QMutexLocker locked(mutex());
+        entries.push_back({record, nullptr});
+        dropped = takeExcess();
+        index = static_cast<unsigned int>(entries.size() - 1);
+    }
+    letGo(dropped);
+    return record;
+}
+
+void Log::Private::setMaxEntryCount(unsigned int count)
+{
+    KeptEntries dropped;
+    {
+        const QMutexLocker locked(mutex());
+        maxEntryCount = count;
+        dropped = takeExcess();
+    }
+    letGo(dropped);
+}
+
+KeptEntries Log::Private::takeExcess()
+{
+    KeptEntries excess;
+    while (maxEntryCount > 0 && entries.size() > maxEntryCount) {
+        excess.push_back(std::move(entries.front()));
+        entries.pop_front();
+        ++oldestNumber;
+    }
+    return excess;
 }
 
 void Log::Private::rename(const std::string& newName, const std::string& newPath)
@@ -91,9 +147,10 @@ void Log::Private::setFile(const std::string& path, const std::string& ofName)
 
 void Log::Private::clear()
 {
-    std::vector<std::unique_ptr<LogEntry>> deleted; // after the record's lock is free
+    KeptEntries deleted; // after the record's lock is free
     {
         const QMutexLocker locked(mutex());
+        oldestNumber += entries.size();
         deleted.swap(entries);
     }
     file.close();
@@ -120,13 +177,17 @@ Log::~Log()
 
 void Log::logMessage(E_LogLevel level, std::string message, std::string /*location*/, unsigned int /*line*/)
 {
+    if (d->isBelowThreshold(level))
+        return;
     const LogLock lock(this, d->lock);
     // Without memory for it an entry is lost, and without memory for its line the line.
-    LogEntry* entry = withoutExceptions([&] { return d->add(level, std::move(message)); });
-    if (!entry)
+    unsigned int index = 0;
+    const auto record = withoutExceptions([&] { return d->add(level, std::move(message), index); });
+    if (!record)
         return;
     Q_EMIT contentChanged();
-    withoutExceptions([&] { d->file.write(*entry); });
+    Q_EMIT entryAdded(index);
+    withoutExceptions([&] { d->file.write(*record); });
 }
 
 void Log::logDebugMessage(std::string message, std::string location, unsigned int line)
@@ -151,13 +212,33 @@ void Log::logErrorMessage(std::string message, std::string location, unsigned in
 
 void Log::writeEntry(LogEntry* entry)
 {
-    d->file.write(*entry);
+    d->file.write(*entry->m_record);
 }
 
 LogEntry* Log::getEntry(unsigned int index)
 {
-    LogEntry* entry = d->entryAt(index);
-    return entry ? entry : new LogEntry(E_LL_WARNING, "Index out of range.");
+    const QMutexLocker locked(d->mutex());
+    if (index >= d->entries.size())
+        return new LogEntry(E_LL_WARNING, "Index out of range.");
+    KeptEntry& kept = d->entries[index];
+    if (!kept.entry)
+        kept.entry.reset(new LogEntry(kept.record)); // its constructor is private
+    return kept.entry.get();
+}
+
+LogLines Log::getLines(quint64 from, unsigned int atMost) const
+{
+    const QMutexLocker locked(d->mutex());
+    LogLines result;
+    result.oldest = d->oldestNumber;
+    result.first = qBound(d->oldestNumber, from, d->oldestNumber + d->entries.size());
+    const auto begin = static_cast<std::size_t>(result.first - result.oldest);
+    const std::size_t end = std::min(d->entries.size(), begin + atMost);
+    for (std::size_t i = begin; i < end; ++i) {
+        const LogRecord& record = *d->entries[i].record;
+        result.lines.push_back({record.time, record.level, record.message});
+    }
+    return result;
 }
 
 unsigned int Log::getEntryCount() const
@@ -205,6 +286,32 @@ std::string Log::getName() const
 std::string Log::getFilePath() const
 {
     return d->get(d->filePath);
+}
+
+void Log::setThreshold(E_LogLevel level)
+{
+    d->threshold = level;
+}
+
+E_LogLevel Log::getThreshold() const
+{
+    return d->threshold;
+}
+
+void Log::setMaxEntryCount(unsigned int count)
+{
+    d->setMaxEntryCount(count);
+}
+
+unsigned int Log::getMaxEntryCount() const
+{
+    return d->get(d->maxEntryCount);
+}
+
+void Log::setRotation(qint64 bytes, int files)
+{
+    const LogLock lock(this, d->lock);
+    d->file.setRotation({std::max<qint64>(bytes, 0), std::max(files, 0)});
 }
 
 bool Log::writeToFile() const

@@ -1,7 +1,8 @@
 #include "globals/logs/LogFile_p.h"
 
-#include "globals/LogEntry.h"
+#include "globals/logs/LogRecord_p.h"
 
+#include <QDateTime>
 #include <QFileInfo>
 #include <QLocale>
 
@@ -40,16 +41,18 @@ void LogFile::setPath(const std::string& path)
     m_isUsable = true;
 }
 
-void LogFile::write(LogEntry& entry)
+void LogFile::write(LogRecord& record)
 {
-    if (entry.isWritten())
+    if (record.isWritten.load(std::memory_order_acquire))
         return;
-    const bool isOpen = ensureOpen();
+    bool isOpen = ensureOpen();
     if (!isOpen)
         return;
-    const bool isWhole = writeWhole(lineOf(entry));
-    if (isWhole)
-        entry.setWritten();
+    const std::string& line = lineOf(record);
+    if (m_rotation.isOn())
+        isOpen = makeRoomFor(static_cast<qint64>(line.size()));
+    if (isOpen && writeWhole(line))
+        record.isWritten.store(true, std::memory_order_release);
 }
 
 void LogFile::close()
@@ -67,9 +70,32 @@ bool LogFile::ensureOpen()
         return false;
     if (!m_append && info.exists())
         m_file.resize(0);
+    return openToAppend();
+}
+
+bool LogFile::openToAppend()
+{
     // Appended to also when it starts afresh: a second log over the same file would write into the lines of
     // the first. Unbuffered: each line is one system call and in the file when the call returns.
-    return m_file.open(QIODevice::Append | QIODevice::Unbuffered);
+    const bool isOpen = m_file.open(QIODevice::Append | QIODevice::Unbuffered);
+    std::error_code unknown;
+    if (isOpen)
+        m_opened = System::statusOf(m_file.handle(), unknown);
+    return isOpen;
+}
+
+bool LogFile::makeRoomFor(qint64 line)
+{
+    const System::Path path = System::nativePath(m_file.fileName());
+    std::error_code error;
+    const System::FileStatus present = System::statusOf(path, error);
+    const bool isMoved = error || !present.isSameFile(m_opened);
+    if (!isMoved && !m_rotation.isFull(present.size, line))
+        return true;
+    m_file.close();
+    if (!isMoved)
+        m_rotation.rotate(path, line);
+    return openToAppend();
 }
 
 /// On a full disk the system may take half a line. That half is removed, so that the next line does not
@@ -85,13 +111,13 @@ bool LogFile::writeWhole(const std::string& line)
     return written == size;
 }
 
-const std::string& LogFile::lineOf(const LogEntry& entry)
+const std::string& LogFile::lineOf(const LogRecord& record)
 {
     constexpr std::size_t LONGEST_KEPT = 4096;
     if (m_line.capacity() > LONGEST_KEPT)
         m_line = std::string();
-    m_line.assign(labelOf(entry.getLevel())).append(timeStamp(entry.getTimeStampMSecs())).append("  ");
-    return m_line.append(entry.getMessageView()).append("\r\n");
+    m_line.assign(labelOf(record.level)).append(timeStamp(record.time)).append("  ");
+    return m_line.append(record.message).append("\r\n");
 }
 
 const std::string& LogFile::timeStamp(qint64 milliseconds)

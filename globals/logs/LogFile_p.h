@@ -1,5 +1,7 @@
 #pragma once
 
+#include "globals/logs/LogRotation_p.h"
+
 #include <QFile>
 
 #include <limits>
@@ -7,7 +9,7 @@
 
 namespace TEKLUVA {
 
-class LogEntry;
+class LogRecord;
 
 /// The file of a log: opened with the first line, and again with the first one after close(). It has no lock:
 /// whoever uses it holds that of its log.
@@ -25,20 +27,27 @@ public:
     /// Whether the next opening keeps what the file holds.
     void setAppend(bool append) { m_append = append; }
 
-    /// Writes the line of \p entry and marks it as written, unless it is marked already.
-    void write(LogEntry& entry);
+    void setRotation(const LogRotation& rotation) { m_rotation = rotation; }
+
+    /// Writes the line of \p record and marks it as written, unless it is marked already.
+    void write(LogRecord& record);
     void close();
 
 private:
     bool ensureOpen();
+    bool openToAppend();
+    /// Opens another file if this one is full, or if another process has moved it.
+    bool makeRoomFor(qint64 line);
     bool writeWhole(const std::string& line);
     /// The line, in memory that the next one uses again.
-    const std::string& lineOf(const LogEntry& entry);
+    const std::string& lineOf(const LogRecord& record);
     const std::string& timeStamp(qint64 milliseconds);
 
     QFile m_file;
     bool m_append = false;
     bool m_isUsable = true;
+    LogRotation m_rotation;
+    System::FileStatus m_opened; ///< when the file was opened
 
     std::string m_line;
     /// The time stamp last written and its second since the epoch. They are kept because most lines share

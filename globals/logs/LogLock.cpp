@@ -31,4 +31,9 @@ bool LogLock::isHeldHere(const Log* log)
     return false;
 }
 
+bool LogLock::isAnyHeldHere()
+{
+    return t_innermost != nullptr;
+}
+
 } // namespace TEKLUVA

@@ -20,6 +20,8 @@ public:
 
     /// Whether the calling thread holds the lock of \p log.
     static bool isHeldHere(const Log* log);
+    /// Whether it holds the lock of some log.
+    static bool isAnyHeldHere();
 
 private:
     const std::lock_guard<QMutex> m_lock;

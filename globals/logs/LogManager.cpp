@@ -3,6 +3,7 @@
 #include "globals/Log.h"
 #include "globals/foundation/Misuse_p.h"
 #include "globals/logs/LogLock_p.h"
+#include "globals/logs/QtMessages_p.h"
 
 #include <QPointer>
 
@@ -118,6 +119,7 @@ void LogManager::addLog(Log* log)
 {
     const std::lock_guard<std::mutex> lock(d->mutex);
     d->logs[log->getName()] = log;
+    const QtMessagePause pause; // a receiver may make Qt speak
     Q_EMIT logAdded(log);
 }
 

@@ -2,6 +2,7 @@
 
 #include "globals/foundation/WithoutExceptions_p.h"
 #include "globals/logs/ActiveLog_p.h"
+#include "globals/logs/QtMessages_p.h"
 #include "globals/settings/SettingsFile_p.h"
 
 #include <QMutex>

@@ -64,11 +64,6 @@ bool isOfOtherHost(const QByteArray& text, const FileStatus& status)
     return !host.isEmpty() && host != hostName() && std::abs(age) <= STALE_MILLISECONDS;
 }
 
-bool isSameFile(const FileStatus& one, const FileStatus& other)
-{
-    return one.device == other.device && one.inode == other.inode;
-}
-
 } // namespace
 
 SettingsLock::SettingsLock(const QString& settingsFile, milliseconds patience)
@@ -119,7 +114,7 @@ std::error_code SettingsLock::takeOver()
     const FileStatus status = System::linkStatusOf(m_path, error);
     if (error)
         return std::make_error_code(std::errc::file_exists); // no longer: another try, at once
-    if (!isSameFile(status, m_found)) {
+    if (!status.isSameFile(m_found)) {
         // Not tried on the first look: its maker may be about to lock it.
         m_found = status;
         m_unlockedSince.reset();
@@ -162,7 +157,7 @@ std::error_code SettingsLock::claim(FileHandle file, const QByteArray& text)
         return std::make_error_code(HELD);
     const FileStatus status = file.status(error);
     const bool isUnchanged = !error && textIn(file, error) == text && !error;
-    if (!isUnchanged || !isSameFile(status, System::linkStatusOf(m_path, error)))
+    if (!isUnchanged || !status.isSameFile(System::linkStatusOf(m_path, error)))
         return std::make_error_code(HELD);
     m_file = std::move(file);
     const QByteArray ours = textOfOurs();

@@ -43,12 +43,17 @@ struct FileStatus
     quint32 owner = 0;
     quint32 group = 0;
 
+    /// Whether both are of one file, maybe at different times.
+    bool isSameFile(const FileStatus& other) const { return device == other.device && inode == other.inode; }
     bool operator==(const FileStatus& other) const;
     bool operator!=(const FileStatus& other) const { return !(*this == other); }
 };
 
 /// Of the file that \p path leads to, through links.
 FileStatus statusOf(const Path& path, std::error_code& error);
+
+/// Of an open file.
+FileStatus statusOf(int descriptor, std::error_code& error);
 
 /// Of \p path itself, a link too.
 FileStatus linkStatusOf(const Path& path, std::error_code& error);

@@ -146,6 +146,13 @@ FileStatus statusOf(const Path& path, std::error_code& error)
     return error ? FileStatus() : statusFrom(status);
 }
 
+FileStatus statusOf(int descriptor, std::error_code& error)
+{
+    struct stat status = {};
+    error = errorOf(::fstat(descriptor, &status));
+    return error ? FileStatus() : statusFrom(status);
+}
+
 FileStatus linkStatusOf(const Path& path, std::error_code& error)
 {
     struct stat status = {};
@@ -236,9 +243,7 @@ FileHandle FileHandle::createUnnamed(const Path& folder, std::error_code& error)
 
 FileStatus FileHandle::status(std::error_code& error) const
 {
-    struct stat status = {};
-    error = errorOf(::fstat(m_descriptor, &status));
-    return error ? FileStatus() : statusFrom(status);
+    return statusOf(m_descriptor, error);
 }
 
 qint64 FileHandle::readAt(char* target, qint64 size, qint64 position, std::error_code& error) const

@@ -212,7 +212,7 @@ private Q_SLOTS:
             other.kill();
             other.waitForFinished();
             write(log, 300, 100);
-            QVERIFY(filesOf(log).size() > 20);
+            QVERIFY(filesOf(log).size() > 5); // of the last lines at least, when nobody else held the lock
 
             std::multiset<int> ours;
             std::multiset<int> others;

@@ -37,38 +37,27 @@ void reportBadName(const std::string& name)
 
 } // namespace
 
-namespace {
-
-/// A message, and the entry that shows it once somebody has asked for that.
-struct KeptEntry
-{
-    LogRecordPointer record;
-    std::unique_ptr<LogEntry> entry;
-};
-using KeptEntries = std::deque<KeptEntry>;
-
-/// Deletes \p dropped, but the entries that others may be looking at only in the event loop.
-void letGo(KeptEntries& dropped)
-{
-    for (KeptEntry& kept : dropped) {
-        if (LogEntry* entry = kept.entry.release())
-            entry->deleteLater();
-    }
-}
-
-} // namespace
-
 /// What other threads look at while a line is being written is a record with a leaf lock of its own: name,
 /// path and entries. The file belongs to whoever holds the log's lock.
 class GLOBALS_NO_EXPORT Log::Private : public LockedRecord
 {
 public:
+    /// A message, and the entry that shows it once somebody has asked for that.
+    struct KeptEntry
+    {
+        LogRecordPointer record;
+        std::unique_ptr<LogEntry> entry;
+    };
+    using KeptEntries = std::deque<KeptEntry>;
+
     bool isBelowThreshold(E_LogLevel level) const;
     /// Adds a record and sets \p index to its place.
     LogRecordPointer add(E_LogLevel level, std::string message, unsigned int& index);
     void setMaxEntryCount(unsigned int count);
     /// Takes out what is beyond the bound. Expects the record's lock.
     KeptEntries takeExcess();
+    /// Deletes \p dropped, but the entries that others may be looking at only in the event loop.
+    static void letGo(KeptEntries& dropped);
     void rename(const std::string& newName, const std::string& newPath);
     /// The file of the log \p ofName, unless that would leave the folder.
     void setFile(const std::string& path, const std::string& ofName);
@@ -120,7 +109,15 @@ void Log::Private::setMaxEntryCount(unsigned int count)
     letGo(dropped);
 }
 
-KeptEntries Log::Private::takeExcess()
+void Log::Private::letGo(KeptEntries& dropped)
+{
+    for (KeptEntry& kept : dropped) {
+        if (LogEntry* entry = kept.entry.release())
+            entry->deleteLater();
+    }
+}
+
+Log::Private::KeptEntries Log::Private::takeExcess()
 {
     KeptEntries excess;
     while (maxEntryCount > 0 && entries.size() > maxEntryCount) {
@@ -171,8 +168,8 @@ Log::Log(std::string name, bool overwrite)
 
 Log::~Log()
 {
-    LogManager::getInstance()->retire(this); // first, so that nobody is writing a line any more
-    d->clear();
+    LogManager::getInstance()->retire(this);   // first, so that nobody is writing a line any more
+    withoutExceptions([this] { d->clear(); }); // what it leaves goes with the private part
 }
 
 void Log::logMessage(E_LogLevel level, std::string message, std::string /*location*/, unsigned int /*line*/)
@@ -220,7 +217,7 @@ LogEntry* Log::getEntry(unsigned int index)
     const QMutexLocker locked(d->mutex());
     if (index >= d->entries.size())
         return new LogEntry(E_LL_WARNING, "Index out of range.");
-    KeptEntry& kept = d->entries[index];
+    Private::KeptEntry& kept = d->entries[index];
     if (!kept.entry)
         kept.entry.reset(new LogEntry(kept.record)); // its constructor is private
     return kept.entry.get();

@@ -39,7 +39,7 @@ public:
     /// What handleProgressState() updates. Values that are not named here behave like E_PRT_BAR.
     enum E_ProgressType : int {
         E_PRT_BAR = 0,         ///< the bar only
-        E_PRT_PERCENT = 1,     ///< the bar and the percentage; no other function connects them
+        E_PRT_PERCENT = 1,     ///< the bar and the percentage; for others see setAutoPercent()
         E_PRT_BAR_ALT = 2,     ///< as E_PRT_BAR; displays may show it differently
         E_PRT_PERCENT_ALT = 3, ///< as E_PRT_PERCENT; displays may show it differently
         E_PRT_TRANSFER = 4,    ///< the bar and the size in the display text, "Abgeschlossen" at the end
@@ -57,6 +57,8 @@ public:
 
     ProgressStep(unsigned int id, QString name, E_ProgressType type, QString label, QString description,
                  E_ProgressState state);
+    /// Waits for a thread that has not yet returned from a change: its last signal may have led to this.
+    ~ProgressStep() override;
 
     unsigned int getProgressStepId() const { return m_id; }
     QString getProgressStepName() const { return m_name; }
@@ -74,6 +76,7 @@ public:
     unsigned int getProgressBarSteps() const { return m_barSteps; }
     /// May exceed getProgressBarSteps(), when it was incremented or set so.
     unsigned int getCurrentProgressBarStep() const { return m_currentBarStep; }
+    bool getAutoPercent() const { return m_autoPercent; }
     double getProgressBarStepDivFactor() const { return m_divFactor; }
     /// False: for displays, and nothing in the library sets it.
     bool getProgressStepFlag() const { return m_flag; }
@@ -99,6 +102,9 @@ public:
     void setCurrentProgressBarStep(unsigned int step);
     /// Adds 1, also beyond the last step. Always emits.
     void incrementCurrentProgressBarStep();
+    /// Lets the percentage of a step of the types E_PRT_PERCENT and E_PRT_PERCENT_ALT follow its bar,
+    /// whatever moves it, from now on. Off by default: only handleProgressState() sets both.
+    void setAutoPercent(bool follows);
     /// What handleProgressState() divides by, for example 1024 for a bar that counts kilobytes. 0 is stored
     /// as 1. Emits nothing.
     void setProgressBarStepDivFactor(double factor);
@@ -148,6 +154,7 @@ private:
     void enterState(E_ProgressState state);
     bool finish();
     bool moveBar(quint32 current, quint32 steps);
+    bool followBar();
 
     // Not behind a pointer: worker code updates and displays read steps all the time. With a pointer an
     // update took 15 ns instead of 12, reading a number 2.6 ns instead of 0.3, and creating a step 109 ns and
@@ -167,6 +174,7 @@ private:
     std::atomic<bool> m_blocked = false;
     std::atomic<bool> m_visible = true;
     const bool m_flag = false;
+    std::atomic<bool> m_autoPercent = false;
     std::atomic<quint32> m_holder = 0; ///< the number of the thread that holds the mutex, 0 for none
     QMutex m_mutex;                    ///< held while the step is changed and its signals are emitted
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "globals/ProgressSnapshot.h"
 #include "globals/ProgressStep.h"
 #include "globals/StateHandlerData.h" // for programs that include only this header
 #include "globals/globals.h"
@@ -25,19 +26,24 @@ namespace TEKLUVA {
 ///         load(files[i]);
 ///         states->setCurrentProgressBarStep("models", i + 1);
 ///     }
+///     states->endProcess(states->wasAborted() ? E_PR_ABORTED : E_PR_DONE);
 ///
-/// One step runs at a time: starting a step finishes the one before.
+/// One step runs at a time: starting a step finishes the one before. Worker.h runs such work in a thread of
+/// its own.
+///
+/// Displays have a choice: the signals of the handler and of each step tell of every change, and
+/// progressChanged() of the state of all of them, as often as a user can see.
 ///
 /// Threads: the first getInstance() must be called on the main thread. From then on any thread may add and
 /// change steps, request an abort and ask for it; signals are emitted in the calling thread. A step that a
-/// worker starts becomes the active one when the main thread handles its signal. Call newProcess() only when
-/// nobody works on the old process any more. newStatusMessage() with a time and clear() use the main thread's
-/// timer and belong there.
+/// worker starts becomes the active one when the main thread handles its signal. Call newProcess() and
+/// endProcess() only when nobody works on the old process any more. A status message with a time is removed
+/// from the main thread, whichever thread has set it.
 ///
 /// Ownership: the handler has no parent, and nothing in the library destroys it. It owns the steps: they live
-/// in its thread and are deleted there after the next newProcess(). A step that is replaced by one of the
-/// same name is never deleted, and neither are the steps that are left when the handler is destroyed: before
-/// that, begin a process without steps, and let the event loop delete what is to be deleted.
+/// in its thread and are deleted there after endProcess() or the next newProcess(). A step that is replaced
+/// by one of the same name is never deleted, and neither are the steps of a process that has not ended when
+/// the handler is destroyed.
 class GLOBALS_EXPORT StateHandler : public QObject
 {
     Q_OBJECT
@@ -53,10 +59,22 @@ public:
     /// Ends the current process, whose steps are deleted, and begins one without steps and without an abort
     /// request. Emits createNewProcessRequested() first, while the old steps are still there.
     void newProcess(const QString& name, bool show_total_progress, bool show_abort_btn);
+    /// Ends the process: emits the last progressChanged() and processFinished(), while the steps are still
+    /// there, then deletes them. The abort request holds until the next newProcess(). Does nothing when no
+    /// process is running, so after the first call.
+    void endProcess(E_ProcessResult result);
+    /// From newProcess() to endProcess().
+    bool isProcessRunning() const;
     /// Emits renameProcessTitleRequested().
     void setProcessName(const QString& name);
     QString getProcessName() const;
     bool showTotalProgress() const;
+    /// How much of all steps is done, in whole percent, rounded down. A step counts with its weight and with
+    /// fractionDone(); 0 without steps.
+    unsigned int totalProgress() const;
+    /// The process and its steps as they are now, for a display. To be called where the steps cannot be
+    /// deleted meanwhile: in the main thread, or by the work itself.
+    ProgressSnapshot getSnapshot() const;
     /// @}
 
     /// \name Steps
@@ -82,6 +100,10 @@ public:
     void setProgressStepDescription(const QString& name, const QString& text);
     void setCurrentProgressBarStep(const QString& name, unsigned int step);
     void setProgressBarSteps(const QString& name, unsigned int steps);
+    void setAutoPercent(const QString& name, bool follows);
+    /// How much the step counts in totalProgress(), 1 by default, for example the number of its files; 0
+    /// or less for a step that does not count. Holds until the process ends.
+    void setProgressStepWeight(const QString& name, double weight);
     /// @}
 
     /// \name Abort
@@ -121,9 +143,21 @@ Q_SIGNALS:
     /// The user has requested an abort.
     void abortProcess();
     void renameProcessTitleRequested(QString title);
+    /// endProcess() was called.
+    void processFinished(TEKLUVA::E_ProcessResult result);
+    /// Something that a display shows has changed, in whatever thread. Emitted in the main thread, by its
+    /// event loop and under no lock, at most 30 times a second; and by endProcess() for the last state, in
+    /// the thread that calls it.
+    void progressChanged(const TEKLUVA::ProgressSnapshot& snapshot);
+
+protected:
+    void connectNotify(const QMetaMethod& signal) override;
 
 private:
     StateHandler();
+
+    void deleteSteps();
+    unsigned int percentDone(const QVector<ProgressStepSnapshot>& steps) const;
 
     static StateHandler* __instance;
 

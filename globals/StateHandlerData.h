@@ -17,7 +17,7 @@ namespace TEKLUVA {
 /// What StateHandler knows about the current process and the status message.
 ///
 /// Thread-safe: each access holds the record's own lock, and nothing is called back under it. The clear timer
-/// belongs to the thread that made the record; only that thread may start and stop it.
+/// belongs to the thread that made the record; from another one it is started and stopped by an event.
 class GLOBALS_EXPORT StateHandlerData
 {
     Q_DISABLE_COPY(StateHandlerData)

@@ -3,6 +3,7 @@
 
 #include "globals/StateHandler.h"
 #include "globals/Translations.h"
+#include "globals/Worker.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
@@ -61,6 +62,7 @@ public:
         });
         on(&S::abortProcess, [this] { note("abort"_q); });
         on(&S::renameProcessTitleRequested, [this](const QString& title) { note("title "_q + title); });
+        on(&S::processFinished, [this](E_ProcessResult result) { note("end %1"_q.arg(result)); });
     }
 
     void watch(const ProgressStep* step)
@@ -99,6 +101,7 @@ const Calls STEP_CALLS = {
     {"text"_q, call(subject, &ProgressStep::setProgressStepText)},
     {"description"_q, call(subject, &ProgressStep::setProgressStepDescription)},
     {"transfer"_q, call(subject, &ProgressStep::handleProgressState)},
+    {"auto"_q, call(subject, &ProgressStep::setAutoPercent)},
 };
 
 const Calls CALLS = {
@@ -112,6 +115,9 @@ const Calls CALLS = {
     {"description"_q, call(states, &StateHandler::setProgressStepDescription)},
     {"at"_q, call(states, &StateHandler::setCurrentProgressBarStep)},
     {"bars"_q, call(states, &StateHandler::setProgressBarSteps)},
+    {"auto"_q, call(states, &StateHandler::setAutoPercent)},
+    {"weight"_q, call(states, &StateHandler::setProgressStepWeight)},
+    {"end"_q, call(states, &StateHandler::endProcess)},
     {"title"_q, call(states, &StateHandler::setProcessName)},
     {"abort"_q, call(states, &StateHandler::setAbort)},
     {"aborted"_q, call(states, &StateHandler::wasAborted)},
@@ -127,6 +133,14 @@ const Calls VALUES = {
      })},
     {"title"_q, call(states, &StateHandler::getProcessName)},
     {"total"_q, call(states, &StateHandler::showTotalProgress)},
+    {"done"_q, call(states, &StateHandler::totalProgress)},
+    {"running"_q, call(states, &StateHandler::isProcessRunning)},
+    {"order"_q, call([] {
+         QStringList names;
+         for (const ProgressStepSnapshot& shown : states()->getSnapshot().steps)
+             names << shown.name;
+         return join(names);
+     })},
     {"message"_q, call(states, &StateHandler::getCurrentMessage)},
 };
 
@@ -145,6 +159,7 @@ const Calls STEP_VALUES = {
     {"factor"_q, call(subject, &ProgressStep::getProgressBarStepDivFactor)},
     {"blocked"_q, call(subject, &ProgressStep::getProgressStepBlocked)},
     {"visible"_q, call(subject, &ProgressStep::getVisible)},
+    {"auto"_q, call(subject, &ProgressStep::getAutoPercent)},
     {"flag"_q, call(subject, &ProgressStep::getProgressStepFlag)},
 };
 
@@ -189,6 +204,7 @@ public:
         };
         on(&S::createNewProcessRequested, "new");
         on(&S::abortProcess, "abort");
+        on(&S::processFinished, "end");
         on(&S::renameProcessTitleRequested, "title");
         on(&S::statusMessage, "status");
         connect(states(), &S::createNewProgressStepRequested, this, [this](ProgressStep* added) {
@@ -275,6 +291,7 @@ private:
 /// What a receiver of a step's signals may do.
 using Reaction = void (*)(ProgressStep* step);
 Q_DECLARE_METATYPE(Reaction)
+Q_DECLARE_METATYPE(std::function<E_ProcessResult()>)
 
 /// Lives in another thread and is connected by the names of the signals, as old code does it.
 class Listener : public QObject
@@ -388,6 +405,9 @@ private Q_SLOTS:
             deleteWhatIsToBeDeleted();
             QCOMPARE(alive, 10);
         }
+        states()->endProcess(E_PR_DONE);
+        deleteWhatIsToBeDeleted();
+        QCOMPARE(alive, 0);
     }
 
     void ignoresWhatComesLateFromAnOldProcess()
@@ -479,6 +499,93 @@ private Q_SLOTS:
         for (const char* name : {"a", "b"})
             states()->setProgressStepState(QLatin1String(name), ProgressStep::E_PS_RUNNING);
         QCOMPARE(recorder.events(), TestData::field("events"));
+    }
+
+    void tellsDisplaysAsOftenAsAUserCanSee()
+    {
+        QVector<ProgressSnapshot> shown;
+        QElapsedTimer clock;
+        clock.start();
+        states()->newProcess("P"_q, true, true);
+        addStep("early"_q); // before somebody listens
+        const QObject display;
+        connect(states(), &StateHandler::progressChanged, &display,
+                [&shown](const ProgressSnapshot& snapshot) {
+                    QCOMPARE(QThread::currentThread(), qApp->thread());
+                    shown << snapshot;
+                });
+        addStep("late"_q);
+        std::future<void> work = std::async(std::launch::async, [] {
+            for (int i = 0; i < 30000; ++i)
+                states()->setCurrentProgressBarStep(i % 2 ? "early"_q : "late"_q, i / 500);
+        });
+        QTRY_COMPARE(work.wait_for(std::chrono::milliseconds(1)), std::future_status::ready);
+        QTRY_COMPARE(shown.last().steps[0].currentBarStep, 59U); // the last change is always told
+        QVERIFY2(shown.size() <= clock.elapsed() * 30 / 1000 + 2, qPrintable(QString::number(shown.size())));
+        QCOMPARE(shown.last().totalPercent, 59U);
+        states()->setProgressStepState("late"_q, ProgressStep::E_PS_RUNNING);
+        QTRY_COMPARE(shown.last().activeStep, "late"_q);
+        QVERIFY(shown.last().showsTotal && shown.last().showsAbort && shown.last().isRunning);
+        QCOMPARE(shown.last().processName + shown.last().steps[1].label + shown.last().steps[1].description,
+                 "Plabel of lateabout late"_q);
+        step("early"_q)->setVisible(false);
+        states()->setAbort();
+        states()->endProcess(E_PR_ABORTED);
+        QVERIFY(!shown.last().isRunning && shown.last().isAborted && !shown.last().steps[0].isVisible);
+        const auto count = shown.size();
+        QTest::qWait(50); // nothing is told of a process that has ended
+        QCOMPARE(shown.size(), count);
+    }
+
+    void runsWorkers_data()
+    {
+        using Work = std::function<E_ProcessResult()>;
+        QTest::addColumn<Work>("work");
+        QTest::addColumn<int>("result");
+        const auto throws = []() -> E_ProcessResult { throw std::runtime_error("no model"); };
+        const auto waits = [] {
+            while (!states()->wasAborted())
+                QThread::msleep(1);
+            return E_PR_ABORTED;
+        };
+        QTest::newRow("done") << Work([] { return E_PR_DONE; }) << int(E_PR_DONE);
+        QTest::newRow("aborted") << Work(waits) << int(E_PR_ABORTED);
+        QTest::newRow("failed") << Work([] { return E_PR_FAILED; }) << int(E_PR_FAILED);
+        QTest::newRow("failed with an exception") << Work(throws) << int(E_PR_FAILED);
+    }
+    void runsWorkers()
+    {
+        const auto work = TestData::field<std::function<E_ProcessResult()>>("work");
+        QSignalSpy ends(states(), &StateHandler::processFinished);
+        QSignalSpy messages(states(), &StateHandler::statusMessage);
+        const auto run = [work] {
+            addStep("a"_q);
+            states()->setProgressStepText("a"_q, "x"_q);
+            states()->newStatusMessage("at work"_q, E_ST_INFORMATION, 1); // removed by the main thread
+            return work();
+        };
+        std::future<E_ProcessResult> result = runWorker("P"_q, run);
+        QTRY_COMPARE(messages.size(), 2);
+        QVERIFY(states()->getCurrentMessage().isEmpty());
+        states()->setAbort();
+        QTRY_COMPARE(ends.size(), 1);
+        QCOMPARE(ends[0][0].value<E_ProcessResult>(), TestData::field<int>("result"));
+        if (QByteArray(QTest::currentDataTag()).endsWith("exception"))
+            QVERIFY_EXCEPTION_THROWN(result.get(), std::runtime_error);
+        else
+            QCOMPARE(int(result.get()), TestData::field<int>("result"));
+        QVERIFY(states()->getAllSteps().isEmpty());
+    }
+
+    void aWorkersEndNeedsNoResult()
+    {
+        for (const bool isAborted : {false, true}) {
+            const auto work = [isAborted] {
+                if (isAborted)
+                    states()->setAbort();
+            };
+            QCOMPARE(runWorker("P"_q, work).get(), isAborted ? E_PR_ABORTED : E_PR_DONE);
+        }
     }
 
     void reachesReceiversInOtherThreads()

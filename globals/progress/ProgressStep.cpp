@@ -108,7 +108,7 @@ public:
     explicit Turn(ProgressStep* step)
     {
         const quint32 thisThread = threadNumber();
-        if (step->m_holder.load(std::memory_order_relaxed) == thisThread)
+        if (step->m_holder.load(std::memory_order_acquire) == thisThread)
             return;
         step->m_mutex.lock();
         step->m_holder.store(thisThread, std::memory_order_relaxed);
@@ -118,13 +118,18 @@ public:
     {
         if (!m_step)
             return;
-        m_step->m_holder.store(0, std::memory_order_relaxed);
+        m_step->m_holder.store(0, std::memory_order_release);
         m_step->m_mutex.unlock();
     }
 
 private:
     ProgressStep* m_step = nullptr; ///< null within an outer turn
 };
+
+ProgressStep::~ProgressStep()
+{
+    const Turn turn(this);
+}
 
 /// Makes \p change, and announces it if \p change returns true.
 template <typename Change>
@@ -171,7 +176,11 @@ void ProgressStep::setProgressStepProgress(unsigned int percent)
 
 void ProgressStep::setProgressStepType(E_ProgressType type)
 {
-    change([this, type] { return store(m_type, type); });
+    change([this, type] {
+        const bool isChanged = store(m_type, type);
+        followBar();
+        return isChanged;
+    });
 }
 
 void ProgressStep::setProgressStepText(const QString& text)
@@ -197,20 +206,46 @@ void ProgressStep::setProgressStepDescription(const QString& description)
 
 void ProgressStep::setProgressBarSteps(unsigned int steps)
 {
-    change([this, steps] { return store(m_barSteps, steps); });
+    change([this, steps] {
+        const bool isChanged = store(m_barSteps, steps);
+        followBar();
+        return isChanged;
+    });
 }
 
 void ProgressStep::setCurrentProgressBarStep(unsigned int step)
 {
-    change([this, step] { return store(m_currentBarStep, step); });
+    change([this, step] {
+        const bool isChanged = store(m_currentBarStep, step);
+        followBar();
+        return isChanged;
+    });
 }
 
 void ProgressStep::incrementCurrentProgressBarStep()
 {
     change([this] {
         ++m_currentBarStep;
+        followBar();
         return true;
     });
+}
+
+void ProgressStep::setAutoPercent(bool follows)
+{
+    change([this, follows] {
+        m_autoPercent = follows;
+        return followBar();
+    });
+}
+
+/// True when that has changed the percentage.
+bool ProgressStep::followBar()
+{
+    if (!m_autoPercent || !isPercentage(m_type))
+        return false;
+    const quint32 steps = m_barSteps;
+    return store(m_progress, percentOf(std::min<quint32>(m_currentBarStep, steps), steps));
 }
 
 void ProgressStep::setProgressBarStepDivFactor(double factor)
@@ -253,6 +288,7 @@ bool ProgressStep::finish()
         m_displayText.set(tr("Abgeschlossen"));
     else
         m_currentBarStep = m_barSteps.load();
+    followBar();
     m_description.set(QString());
     enterState(E_PS_FINISHED);
     return true;

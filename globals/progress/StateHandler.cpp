@@ -1,4 +1,4 @@
-#include "globals/StateHandler.h"
+#include "globals/progress/StateHandler_p.h"
 
 #include "globals/foundation/Misuse_p.h"
 
@@ -6,28 +6,6 @@
 #include <QTimer>
 
 namespace TEKLUVA {
-
-class GLOBALS_NO_EXPORT StateHandler::Private
-{
-public:
-    StateHandlerData data;
-};
-
-namespace {
-
-/// Deletes the steps of a process that ends. What they report from now on does not reach \p handler.
-void deleteSteps(StateHandlerData& data, const StateHandler* handler)
-{
-    const QMap<QString, ProgressStep*> steps = data.getProgressStepMap();
-    for (auto step = steps.begin(); step != steps.end(); ++step) {
-        QObject::disconnect(*step, &ProgressStep::changeProgressStateRequested, handler,
-                            &StateHandler::handleChangeProgressStateRequest);
-        data.removeStep(step.key(), true);
-    }
-    data.clearStepMap();
-}
-
-} // namespace
 
 StateHandler* StateHandler::__instance = nullptr;
 
@@ -45,8 +23,14 @@ StateHandler::StateHandler()
 {
     // A queued signal looks the type up by the name that it is declared with.
     qRegisterMetaType<E_StateType>("E_StateType");
+    qRegisterMetaType<E_ProcessResult>();
+    qRegisterMetaType<ProgressSnapshot>();
     d->data.setClearTimerSingleShot(true);
     connect(d->data.getClearTimer(), &QTimer::timeout, this, &StateHandler::clear);
+    connect(&d->snapshots, &Throttle::due, this, [this] {
+        if (d->isRunning) // otherwise the last one has been emitted
+            Q_EMIT progressChanged(getSnapshot());
+    });
 }
 
 StateHandler::~StateHandler()
@@ -60,16 +44,32 @@ void StateHandler::newProcess(const QString& name, bool show_total_progress, boo
     d->data.setProcessName(name);
     d->data.setShowTotalProgressState(show_total_progress);
     Q_EMIT createNewProcessRequested(name, show_total_progress, show_abort_btn);
-    deleteSteps(d->data, this);
+    deleteSteps();
+    d->data.setAbortState(false);
+    d->isRunning = true;
+    d->noteChange();
+}
+
+/// What the steps of the process that ends report from now on does not reach the handler.
+void StateHandler::deleteSteps()
+{
+    const QMap<QString, ProgressStep*> steps = d->data.getProgressStepMap();
+    for (auto step = steps.begin(); step != steps.end(); ++step) {
+        disconnect(*step, &ProgressStep::changeProgressStateRequested, this,
+                   &StateHandler::handleChangeProgressStateRequest);
+        d->data.removeStep(step.key(), true);
+    }
+    d->data.clearStepMap();
     d->data.setStepCounter(0);
     d->data.setActiveProgressStep(nullptr);
-    d->data.setAbortState(false);
+    d->forgetSteps();
 }
 
 void StateHandler::setProcessName(const QString& name)
 {
     d->data.setProcessName(name);
     Q_EMIT renameProcessTitleRequested(name);
+    d->noteChange();
 }
 
 QString StateHandler::getProcessName() const
@@ -94,7 +94,11 @@ void StateHandler::addProgressStep(const QString& name, ProgressStep::E_Progress
     connect(step, &ProgressStep::changeProgressStateRequested, this,
             &StateHandler::handleChangeProgressStateRequest);
     d->data.addStep(name, step);
+    d->addToOrder(name, prepend);
+    if (d->isListenedTo)
+        d->watch(step);
     Q_EMIT createNewProgressStepRequested(step, prepend);
+    d->noteChange();
 }
 
 ProgressStep* StateHandler::getStepData(const QString& name) const
@@ -142,12 +146,19 @@ void StateHandler::setProgressBarSteps(const QString& name, unsigned int steps)
     if (ProgressStep* step = getStepData(name))
         step->setProgressBarSteps(steps);
 }
+
+void StateHandler::setAutoPercent(const QString& name, bool follows)
+{
+    if (ProgressStep* step = getStepData(name))
+        step->setAutoPercent(follows);
+}
 // NOLINTEND(readability-make-member-function-const)
 
 void StateHandler::setAbort()
 {
     d->data.setAbortState(true);
     Q_EMIT abortProcess();
+    d->noteChange();
 }
 
 bool StateHandler::wasAborted()

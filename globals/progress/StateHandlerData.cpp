@@ -178,16 +178,15 @@ void StateHandlerData::setCurrentState(E_StateType type)
     d->set(d->messageType, type);
 }
 
+// A timer is started and stopped in its own thread: at once there, by its event loop from another one.
 void StateHandlerData::startClearTimer(int msec)
 {
-    const QMutexLocker lock(d->mutex());
-    d->clearTimer.start(msec);
+    QMetaObject::invokeMethod(&d->clearTimer, "start", Q_ARG(int, msec));
 }
 
 void StateHandlerData::stopClearTimer()
 {
-    const QMutexLocker lock(d->mutex());
-    d->clearTimer.stop();
+    QMetaObject::invokeMethod(&d->clearTimer, "stop");
 }
 
 void StateHandlerData::setClearTimerSingleShot(bool singleShot)

@@ -4,10 +4,15 @@
 #include "globals/ConfigManager.h"
 #include "globals/PresetManager.h"
 #include "globals/Translations.h"
+#include "globals/Worker.h"
 #include "globals/widgets/PresetTable.h"
+#include "globals/widgets/ProgressDialog.h"
 #include "globals/widgets/UnitBox.h"
 
 #include <QApplication>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
 #include <QSignalSpy>
 
 using namespace TEKLUVA;
@@ -20,6 +25,24 @@ QStringList itemsOf(const QComboBox& box)
     for (int i = 0; i < box.count(); ++i)
         items << box.itemText(i);
     return items;
+}
+
+StateHandler* states()
+{
+    return StateHandler::getInstance();
+}
+
+/// The visible rows: "label value/maximum", without a maximum for a bar that is busy.
+QStringList rowsOf(const QDialog& dialog)
+{
+    QStringList rows;
+    const auto labels = dialog.findChildren<QLabel*>();
+    for (const QLabel* label : labels) {
+        const auto* bar = qobject_cast<QProgressBar*>(label->buddy());
+        if (label->isVisibleTo(&dialog))
+            rows << "%1 %2/%3"_q.arg(label->text()).arg(bar->value()).arg(bar->maximum());
+    }
+    return rows;
 }
 
 void speak(const QString& language)
@@ -130,6 +153,94 @@ private Q_SLOTS:
         QCOMPARE(rows().mid(4, 3), QStringList({"room_height"_q, "double"_q, "300"_q}));
         QCOMPARE(table.model()->rowCount(), PresetManager::describePresets().size());
         delete presets;
+    }
+
+    void aProgressDialogShowsAProcess()
+    {
+        ProgressDialog dialog;
+        states()->newProcess("Packing"_q, true, false);
+        const auto add = [](const QString& name, ProgressStep::E_ProgressType type, bool inFront = false) {
+            states()->addProgressStep(name, type, name, QString(), inFront, ProgressStep::E_PS_WAITING);
+        };
+        add("bar"_q, ProgressStep::E_PRT_BAR);
+        add("percent"_q, ProgressStep::E_PRT_PERCENT);
+        add("files & more"_q, ProgressStep::E_PRT_TRANSFER, true);
+        add("busy"_q, ProgressStep::E_PRT_BAR);
+        add("huge"_q, ProgressStep::E_PRT_BAR);
+        add("hidden"_q, ProgressStep::E_PRT_BAR);
+        states()->setCurrentProgressBarStep("bar"_q, 40);
+        states()->getStepData("percent"_q)->handleProgressState(3, 4);
+        states()->setProgressStepText("files & more"_q, "a.zip"_q);
+        states()->getStepData("files & more"_q)->handleProgressState(1024, 4096);
+        states()->setProgressBarSteps("busy"_q, 0);
+        states()->setProgressBarSteps("huge"_q, 4294967295U);
+        states()->setCurrentProgressBarStep("huge"_q, 2147483648U);
+        states()->getStepData("hidden"_q)->setVisible(false);
+        QTRY_VERIFY(dialog.isVisible() && !rowsOf(dialog).isEmpty());
+        QCOMPARE(dialog.windowTitle(), "Packing"_q);
+        QCOMPARE(
+            rowsOf(dialog).join("; "_q),
+            "Gesamt 31/100; files && more: a.zip (4 kB) 1024/4096; bar 40/100; percent 75/100; busy 0/0; "
+            "huge 715827882/1431655765"_q);
+        states()->setProgressStepState("busy"_q, ProgressStep::E_PS_FINISHED);
+        states()->setProcessName("Testing"_q);
+        QTRY_COMPARE(dialog.windowTitle(), "Testing"_q);
+        QCOMPARE(rowsOf(dialog)[4], "busy 1/1"_q);
+        dialog.reject(); // without a button there is no abort
+        QVERIFY(dialog.isVisible() && !states()->wasAborted());
+        states()->endProcess(E_PR_DONE);
+        QVERIFY(!dialog.isVisible());
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        states()->newProcess("Next"_q, false, true);
+        add("first"_q, ProgressStep::E_PRT_BAR); // with the number that another one had
+        QTRY_COMPARE(rowsOf(dialog), QStringList({"first 0/100"_q}));
+        states()->endProcess(E_PR_FAILED);
+        QCOMPARE(dialog.result(), int(QDialog::Rejected));
+    }
+
+    void aProgressDialogAborts_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::newRow("button") << int(Qt::Key_Space);
+        QTest::newRow("escape") << int(Qt::Key_Escape);
+        QTest::newRow("close") << 0;
+    }
+    void aProgressDialogAborts()
+    {
+        ProgressDialog dialog;
+        const auto result = runWorker("P"_q, [] {
+            while (!states()->wasAborted())
+                QThread::msleep(1);
+        });
+        auto* button = dialog.findChild<QPushButton*>();
+        QTRY_VERIFY(button->isVisible() && button->isEnabled());
+        const int key = TestData::field<int>("key");
+        if (key == 0)
+            dialog.close();
+        else
+            QTest::keyClick(key == Qt::Key_Space ? static_cast<QWidget*>(button) : &dialog, Qt::Key(key));
+        QVERIFY(dialog.isVisible()); // until the work has ended
+        QTRY_VERIFY(!dialog.isVisible());
+        QVERIFY(states()->wasAborted());
+    }
+
+    void aShortProcessIsNotShown()
+    {
+        ProgressDialog dialog;
+        dialog.setMinimumDuration(20);
+        QCOMPARE(dialog.getMinimumDuration(), 20);
+        bool wasShown = false;
+        for (const bool isShort : {true, false}) {
+            QElapsedTimer clock;
+            clock.start();
+            states()->newProcess("P"_q, true, true);
+            while (isShort ? clock.elapsed() < 10 : !wasShown) {
+                QCoreApplication::processEvents();
+                wasShown = dialog.isVisible();
+            }
+            QVERIFY(clock.elapsed() >= 20 || !wasShown);
+            states()->endProcess(E_PR_DONE);
+        }
     }
 
 private:

@@ -102,6 +102,17 @@
     </message>
 </context>
 <context>
+    <name>TEKLUVA::ProgressDialog</name>
+    <message>
+        <source>Gesamt</source>
+        <translation>Gesamt</translation>
+    </message>
+    <message>
+        <source>&amp;Abbrechen</source>
+        <translation>&amp;Abbrechen</translation>
+    </message>
+</context>
+<context>
     <name>TEKLUVA::ProgressStep</name>
     <message>
         <source>Abgeschlossen</source>

@@ -102,6 +102,17 @@
     </message>
 </context>
 <context>
+    <name>TEKLUVA::ProgressDialog</name>
+    <message>
+        <source>Gesamt</source>
+        <translation>Total</translation>
+    </message>
+    <message>
+        <source>&amp;Abbrechen</source>
+        <translation>A&amp;bort</translation>
+    </message>
+</context>
+<context>
     <name>TEKLUVA::ProgressStep</name>
     <message>
         <source>Abgeschlossen</source>

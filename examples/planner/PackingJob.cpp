@@ -1,5 +1,7 @@
 #include "PackingJob.h"
 
+#include "Panel.h"
+
 #include "globals/ConfigManager.h"
 #include "globals/DataFileCreator.h"
 #include "globals/DataFileReader.h"
@@ -14,6 +16,24 @@
 using namespace TEKLUVA;
 
 namespace {
+
+constexpr const char *WRITE_STEP = "write", *PACK_STEP = "pack", *CHECK_STEP = "check";
+
+constexpr std::pair<const char*, const char*> STEPS[] = {
+    {WRITE_STEP, QT_TRANSLATE_NOOP("Panel", "Write files")},
+    {PACK_STEP, QT_TRANSLATE_NOOP("Panel", "Pack archive")},
+    {CHECK_STEP, QT_TRANSLATE_NOOP("Panel", "Check archive")},
+};
+
+void addSteps()
+{
+    auto* states = StateHandler::getInstance();
+    for (const auto& [name, label] : STEPS) {
+        states->addProgressStep(QLatin1String(name), ProgressStep::E_PRT_BAR, Panel::tr(label), QString(),
+                                false, ProgressStep::E_PS_WAITING);
+        states->setProgressBarSteps(QLatin1String(name), PACKED_FILES);
+    }
+}
 
 /// The same for each call, so that nobody has to remember it.
 QByteArray contentOf(int file)
@@ -55,8 +75,9 @@ bool checkArchive(const DataFileReader& archive)
 
 } // namespace
 
-PackingResult packAndCheck()
+E_ProcessResult packAndCheck()
 {
+    addSteps();
     const QTemporaryDir folder(ConfigManager::getInstance()->getPath(E_PT_TEMP_CACHE)
                                + QLatin1String("planner-XXXXXX"));
     const QString archive = folder.filePath(QStringLiteral("rooms.dat"));
@@ -68,6 +89,6 @@ PackingResult packAndCheck()
     if (folder.isValid() && writeFiles(paths)
         && DataFileCreator().createArchivFromFiles(paths, archive, password, goOnPacking)
         && checkArchive(DataFileReader(archive, password)))
-        return PackingResult::Done;
-    return StateHandler::getInstance()->wasAborted() ? PackingResult::Aborted : PackingResult::Failed;
+        return E_PR_DONE;
+    return StateHandler::getInstance()->wasAborted() ? E_PR_ABORTED : E_PR_FAILED;
 }

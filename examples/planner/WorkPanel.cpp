@@ -2,23 +2,15 @@
 
 #include "PackingJob.h"
 #include "Panel.h"
-#include "ProgressDialog.h"
 
-#include "globals/StateHandler.h"
+#include "globals/Worker.h"
+#include "globals/widgets/ProgressDialog.h"
 
 #include <QtWidgets>
-
-#include <future>
 
 using namespace TEKLUVA;
 
 namespace {
-
-constexpr std::pair<const char*, const char*> STEPS[] = {
-    {WRITE_STEP, QT_TRANSLATE_NOOP("Panel", "Write files")},
-    {PACK_STEP, QT_TRANSLATE_NOOP("Panel", "Pack archive")},
-    {CHECK_STEP, QT_TRANSLATE_NOOP("Panel", "Check archive")},
-};
 
 class WorkPanel : public Panel
 {
@@ -26,15 +18,12 @@ public:
     WorkPanel();
     ~WorkPanel() override;
 
-protected:
-    void customEvent(QEvent* event) override;
-
 private:
     void start();
+    void showEnd(E_ProcessResult result);
 
     QPushButton* m_start = new QPushButton;
-    QDialog* m_progress = makeProgressDialog(this);
-    std::future<PackingResult> m_work;
+    std::future<E_ProcessResult> m_work;
 };
 
 WorkPanel::WorkPanel()
@@ -42,7 +31,9 @@ WorkPanel::WorkPanel()
 {
     translate(m_start, "text", QT_TRANSLATE_NOOP("Panel", "&Pack and check files"));
     (new QVBoxLayout(this))->addWidget(m_start, 0, Qt::AlignLeft);
+    (new ProgressDialog(this))->setWindowModality(Qt::WindowModal);
     connect(m_start, &QPushButton::clicked, this, &WorkPanel::start);
+    connect(StateHandler::getInstance(), &StateHandler::processFinished, this, &WorkPanel::showEnd);
 }
 
 WorkPanel::~WorkPanel()
@@ -53,32 +44,18 @@ WorkPanel::~WorkPanel()
 void WorkPanel::start()
 {
     m_start->setEnabled(false);
-    auto* states = StateHandler::getInstance();
-    states->newProcess(Panel::tr("Packing"), true, true);
-    for (const auto& [name, label] : STEPS) {
-        states->addProgressStep(QLatin1String(name), ProgressStep::E_PRT_BAR, Panel::tr(label), QString(),
-                                false, ProgressStep::E_PS_WAITING);
-        states->setProgressBarSteps(QLatin1String(name), PACKED_FILES);
-    }
-    m_work = std::async(std::launch::async, [this] {
-        const PackingResult result = packAndCheck();
-        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
-        return result;
-    });
+    m_work = runWorker(Panel::tr("Packing"), &packAndCheck);
 }
 
-/// The work has ended.
-void WorkPanel::customEvent(QEvent* /*event*/)
+void WorkPanel::showEnd(E_ProcessResult result)
 {
-    const PackingResult result = m_work.get();
     m_start->setEnabled(true);
-    m_progress->accept();
     const QString size =
         QLocale().formattedDataSize(qint64(PACKED_FILES) * PACKED_FILE_SIZE, 1, QLocale::DataSizeSIFormat);
-    if (result == PackingResult::Done)
+    if (result == E_PR_DONE)
         report(Panel::tr("Packed and checked %n file(s), %1.", nullptr, PACKED_FILES).arg(size),
                E_ST_INFORMATION);
-    else if (result == PackingResult::Aborted)
+    else if (result == E_PR_ABORTED)
         report(Panel::tr("The work was aborted."), E_ST_WARNING);
     else
         report(Panel::tr("The work failed."), E_ST_ERROR);

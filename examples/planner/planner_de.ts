@@ -56,18 +56,6 @@
         <translation>Voreinstellungen</translation>
     </message>
     <message>
-        <source>Progress</source>
-        <translation>Fortschritt</translation>
-    </message>
-    <message>
-        <source>Total</source>
-        <translation>Gesamt</translation>
-    </message>
-    <message>
-        <source>A&amp;bort</source>
-        <translation>A&amp;bbrechen</translation>
-    </message>
-    <message>
         <source>&amp;Length</source>
         <translation>&amp;Länge</translation>
     </message>

@@ -169,6 +169,17 @@ private Q_SLOTS:
         QCOMPARE(config()->getPath(E_PT_WEB_CACHE), spelt(TestData::field("cache")));
     }
 
+    /// Which Qt 6 returns for a name that was not set, too. An application of old has a folder under it.
+    void anExecutablesNameThatWasSetCounts()
+    {
+        const QString name = QFileInfo(QCoreApplication::arguments()[0]).fileName();
+        const QString folder = spelt("H/.local/share/data/Own/"_q + name);
+        QVERIFY(QDir().mkpath(folder));
+        QCoreApplication::setOrganizationName("Own"_q);
+        QCoreApplication::setApplicationName(name);
+        QCOMPARE(config()->getPath(E_PT_SETTINGS), folder);
+    }
+
     void anErrorDuringConstructionFindsTheOneManager()
     {
         TestLog::ActiveLog active;

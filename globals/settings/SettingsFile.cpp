@@ -81,12 +81,12 @@ bool isDoubtful(const IniCodec::Line& line)
 }
 
 /// The numbers, from 1, of the lines of \p content in which \p positions are, which ascend.
-QList<int> lineNumbers(const QByteArray& content, const std::vector<int>& positions)
+QList<int> lineNumbers(const QByteArray& content, const std::vector<IniText::Position>& positions)
 {
     QList<int> numbers;
     const char* seen = content.constData();
     auto number = std::ptrdiff_t{1};
-    for (const int position : positions) {
+    for (const IniText::Position position : positions) {
         number += std::count(seen, content.constData() + position, '\n');
         seen = content.constData() + position;
         numbers << static_cast<int>(number);
@@ -206,7 +206,7 @@ QList<int> SettingsFile::damagedLines()
         return {};
     if (!m_doubtful)
         m_doubtful = IniCodec::read(m_content);
-    std::vector<int> damaged;
+    std::vector<IniText::Position> damaged;
     for (const IniCodec::Line& line : *m_doubtful) {
         if (line.isDamaged || !line.value.isReadable())
             damaged.push_back(line.begin);

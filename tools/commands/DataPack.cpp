@@ -43,7 +43,7 @@ int packData(const QCommandLineParser& line)
     requirePackable(files);
     const QString password = source.read(PasswordUse::Writing);
 
-    EntryWork work(QStringLiteral("Packing"), files.size());
+    EntryWork work(QStringLiteral("Packing"), static_cast<int>(files.size()));
     const DataFileCreator creator;
     const bool isMade = creator.createArchivFromFiles(
         files, archive, password, [&work, &files](int entry) { return work.beginEntry(files[entry]); });

@@ -44,6 +44,64 @@
     </message>
 </context>
 <context>
+    <name>TEKLUVA::LogDock</name>
+    <message>
+        <source>Alle Meldungen</source>
+        <translation>Alle Meldungen</translation>
+    </message>
+    <message>
+        <source>Ab Information</source>
+        <translation>Ab Information</translation>
+    </message>
+    <message>
+        <source>Ab Warnung</source>
+        <translation>Ab Warnung</translation>
+    </message>
+    <message>
+        <source>Nur Fehler</source>
+        <translation>Nur Fehler</translation>
+    </message>
+    <message>
+        <source>Protokoll</source>
+        <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>Welche Meldungen gezeigt werden</source>
+        <translation>Welche Meldungen gezeigt werden</translation>
+    </message>
+</context>
+<context>
+    <name>TEKLUVA::LogModel</name>
+    <message>
+        <source>Fehler</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>Warnung</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Information</translation>
+    </message>
+    <message>
+        <source>Diagnose</source>
+        <translation>Diagnose</translation>
+    </message>
+    <message>
+        <source>Zeit</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Stufe</source>
+        <translation>Stufe</translation>
+    </message>
+    <message>
+        <source>Meldung</source>
+        <translation>Meldung</translation>
+    </message>
+</context>
+<context>
     <name>TEKLUVA::MeasurementManager</name>
     <message>
         <source>Millimeter</source>

@@ -44,6 +44,64 @@
     </message>
 </context>
 <context>
+    <name>TEKLUVA::LogDock</name>
+    <message>
+        <source>Alle Meldungen</source>
+        <translation>All messages</translation>
+    </message>
+    <message>
+        <source>Ab Information</source>
+        <translation>From information on</translation>
+    </message>
+    <message>
+        <source>Ab Warnung</source>
+        <translation>From warnings on</translation>
+    </message>
+    <message>
+        <source>Nur Fehler</source>
+        <translation>Errors only</translation>
+    </message>
+    <message>
+        <source>Protokoll</source>
+        <translation>Log</translation>
+    </message>
+    <message>
+        <source>Welche Meldungen gezeigt werden</source>
+        <translation>Which messages are shown</translation>
+    </message>
+</context>
+<context>
+    <name>TEKLUVA::LogModel</name>
+    <message>
+        <source>Fehler</source>
+        <translation>Error</translation>
+    </message>
+    <message>
+        <source>Warnung</source>
+        <translation>Warning</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Information</translation>
+    </message>
+    <message>
+        <source>Diagnose</source>
+        <translation>Debug</translation>
+    </message>
+    <message>
+        <source>Zeit</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>Stufe</source>
+        <translation>Level</translation>
+    </message>
+    <message>
+        <source>Meldung</source>
+        <translation>Message</translation>
+    </message>
+</context>
+<context>
     <name>TEKLUVA::MeasurementManager</name>
     <message>
         <source>Millimeter</source>

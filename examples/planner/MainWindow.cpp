@@ -1,7 +1,6 @@
 #include "MainWindow.h"
 
 #include "ColourPanel.h"
-#include "LogPanel.h"
 #include "Panel.h"
 #include "RoomPanel.h"
 #include "StartPanel.h"
@@ -12,6 +11,7 @@
 #include "globals/LogManager.h"
 #include "globals/PresetManager.h"
 #include "globals/StateHandler.h"
+#include "globals/widgets/LogDock.h"
 #include "globals/widgets/PresetTable.h"
 
 #include <QtWidgets>
@@ -53,9 +53,8 @@ void addPanels(QGridLayout* grid)
     grid->addWidget(makeColourPanel(), 2, 0);
     grid->addWidget(makeWorkPanel(), 3, 0);
     grid->addWidget(makePresetsPanel(), 1, 1, 3, 1);
-    grid->addWidget(makeLogPanel(LogManager::getInstance()->getActiveLog()), 4, 0, 1, 2);
     grid->setColumnStretch(1, 1);
-    grid->setRowStretch(4, 1);
+    grid->setRowStretch(3, 1);
 }
 
 /// Says so while settings cannot be saved, and at once if nothing can.
@@ -99,6 +98,7 @@ std::unique_ptr<QMainWindow> makeMainWindow()
     showStorage(window->statusBar());
     readPresets();
     addPanels(grid);
+    window->addDockWidget(Qt::BottomDockWidgetArea, new LogDock(LogManager::getInstance()->getActiveLog()));
     auto* quit = new QShortcut(QKeySequence::Quit, window.get());
     QObject::connect(quit, &QShortcut::activated, window.get(), &QWidget::close);
     recordRun(window.get());

@@ -28,23 +28,6 @@ QLabel* Panel::makeLabel(const char* text, QWidget* buddy)
     return label;
 }
 
-QTreeWidget* Panel::addTable(const QVector<const char*>& columns)
-{
-    auto* table = new QTreeWidget;
-
-    table->setRootIsDecorated(false);
-    table->setAlternatingRowColors(true);
-    table->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    (new QVBoxLayout(this))->addWidget(table);
-    const auto setColumns = [table, columns] {
-        for (int column = 0; column < columns.size(); ++column)
-            table->headerItem()->setText(column, tr(columns[column]));
-    };
-    setColumns();
-    connect(this, &Panel::languageChanged, table, setColumns);
-    return table;
-}
-
 void Panel::report(const QString& message, E_StateType type)
 {
     constexpr int SHOWN_FOR = 8000;                                                   // milliseconds

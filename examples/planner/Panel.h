@@ -3,10 +3,8 @@
 #include "globals/globals.h"
 
 #include <QGroupBox>
-#include <QVector>
 
 class QLabel;
-class QTreeWidget;
 
 /// A box of the window that speaks the user's language. All texts of the planner are translated in its
 /// context. Main thread only.
@@ -22,8 +20,6 @@ public:
     void translate(QObject* object, const char* name, const char* text) const;
     /// A label that also leads the keyboard to \p buddy.
     QLabel* makeLabel(const char* text, QWidget* buddy = nullptr);
-    /// A table that fills the panel.
-    QTreeWidget* addTable(const QVector<const char*>& columns);
 
     /// Shows \p message in the status line for a few seconds and writes it to the active log, which must
     /// exist.

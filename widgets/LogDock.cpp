@@ -1,0 +1,120 @@
+#include "globals/widgets/LogDock.h"
+
+#include "globals/widgets/LogModel.h"
+
+#include <QComboBox>
+#include <QEvent>
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace TEKLUVA {
+
+namespace {
+
+struct LowestLevel
+{
+    E_LogLevel level;
+    const char* text; ///< to be translated
+};
+
+constexpr LowestLevel LOWEST_LEVELS[] = {
+    {E_LL_DEBUG, QT_TRANSLATE_NOOP("TEKLUVA::LogDock", "Alle Meldungen")},
+    {E_LL_INFO, QT_TRANSLATE_NOOP("TEKLUVA::LogDock", "Ab Information")},
+    {E_LL_WARNING, QT_TRANSLATE_NOOP("TEKLUVA::LogDock", "Ab Warnung")},
+    {E_LL_ERROR, QT_TRANSLATE_NOOP("TEKLUVA::LogDock", "Nur Fehler")},
+};
+
+/// \p level and those above it: each is a bit of its own, in the order of their weight.
+int levelsFrom(int level)
+{
+    return LogModel::ALL_LEVELS & ~(level - 1);
+}
+
+/// Scrolls new rows into sight if the last one was there before.
+void followEnd(QTreeView* view)
+{
+    auto isAtEnd = std::make_shared<bool>(true);
+    QObject::connect(view->model(), &QAbstractItemModel::rowsAboutToBeInserted, view, [view, isAtEnd] {
+        const QScrollBar* bar = view->verticalScrollBar();
+        *isAtEnd = bar->value() == bar->maximum();
+    });
+    QObject::connect(view->model(), &QAbstractItemModel::rowsInserted, view, [view, isAtEnd] {
+        if (*isAtEnd)
+            view->scrollToBottom();
+    });
+}
+
+} // namespace
+
+class GLOBALS_WIDGETS_NO_EXPORT LogDock::Private
+{
+public:
+    LogModel* model = nullptr;
+    QComboBox* lowest = nullptr;
+};
+
+LogDock::LogDock(Log* log, QWidget* parent)
+    : QDockWidget(parent)
+    , d(std::make_unique<Private>())
+{
+    setObjectName(QStringLiteral("LogDock"));
+    auto* content = new QWidget(this);
+    auto* layout = new QVBoxLayout(content);
+    d->lowest = new QComboBox;
+    for (const LowestLevel& row : LOWEST_LEVELS)
+        d->lowest->addItem(QString(), static_cast<int>(row.level));
+    layout->addWidget(d->lowest, 0, Qt::AlignLeft);
+
+    auto* view = new QTreeView;
+    d->model = new LogModel(log, this);
+    view->setModel(d->model);
+    view->setRootIsDecorated(false);
+    view->setUniformRowHeights(true);
+    view->setAlternatingRowColors(true);
+    followEnd(view);
+    view->scrollToBottom();
+    layout->addWidget(view);
+    setWidget(content);
+    connect(d->lowest, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this, view] {
+        d->model->setLevels(levelsFrom(d->lowest->currentData().toInt()));
+        view->scrollToBottom();
+    });
+    setTexts();
+}
+
+LogDock::~LogDock() = default;
+
+LogModel* LogDock::getModel() const
+{
+    return d->model;
+}
+
+void LogDock::setLowestLevel(E_LogLevel level)
+{
+    d->lowest->setCurrentIndex(d->lowest->findData(static_cast<int>(level)));
+}
+
+E_LogLevel LogDock::getLowestLevel() const
+{
+    return static_cast<E_LogLevel>(d->lowest->currentData().toInt());
+}
+
+void LogDock::setTexts()
+{
+    setWindowTitle(tr("Protokoll"));
+    d->lowest->setAccessibleName(tr("Welche Meldungen gezeigt werden"));
+    for (int i = 0; i < d->lowest->count(); ++i)
+        d->lowest->setItemText(i, tr(LOWEST_LEVELS[i].text));
+    d->model->updateLanguage();
+}
+
+void LogDock::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        setTexts();
+    QDockWidget::changeEvent(event);
+}
+
+} // namespace TEKLUVA

@@ -53,7 +53,11 @@ private Q_SLOTS:
             {"dir/first.txt"_q, "before"},
             {"presets"_q, "room_height=260"},
             {"room"_q, "room_height=900\nmax_room_height=600"},
-            {"mailed"_q, "[Application]\nlast_runtime_state=closing"},
+            {"mailed"_q, "[Application]\nlast_runtime_state=closing\n[S]\npassword=geheim"},
+            {"a.log"_q, "no entry\r\nINFO     22.11.2026 05:50:00  Started.\r\n"
+                        "ERROR    22.11.2026 05:50:02  two\nlines\r\n"
+                        "WARNING  24.12.2026 18:30:00  \xc3\x9c\r\n"},
+            {"b.log"_q, "DEBUG    22.11.2026 05:50:01  from b\r\nINFO     21.11.2026 00:00:00  set back\r\n"},
             {"words"_q, "ab\r\nsecond line\n"},
             {"long"_q, QByteArray(5000, 'x')},
             {"latin"_q, "\xfc"},

@@ -20,6 +20,16 @@ constexpr Option TO = {"to", "The unit to convert to", "UNIT", "cm"};
 constexpr Option DIMENSION = {"dimension",
                               "linear, squared (only m² and sq ft) or cubic (only m³ and cubic feet)",
                               "DIMENSION", "linear"};
+constexpr Option IMAGE = {"image", "Write an image of the colours from 1000 to 12000 kelvins", "FILE"};
+constexpr Option EXCLUDE = {"exclude", "Leave out what has this name in the report, or below it", "NAME"};
+constexpr Option LEVEL = {"level", "Only entries of this level (debug, info, warning, error) and above",
+                          "LEVEL", "debug"};
+constexpr Option SINCE = {
+    "since", "Only entries from this time on: \"2026-12-24 18:30\", 2026-12-24, or 2h before now", "TIME"};
+constexpr Option UNTIL = {"until", "Only entries up to this time, or to the end of this day", "TIME"};
+constexpr Option GREP = {"grep", "Only entries whose message has this regular expression; (?i) ignores case",
+                         "PATTERN"};
+constexpr Option FOLLOW = {"follow", "Go on with what is written from now on, until Ctrl-C"};
 constexpr Option PASSWORD_ENV = {"password-env", "The password is the value of this environment variable",
                                  "VARIABLE"};
 constexpr Option PASSWORD_FILE = {
@@ -100,6 +110,19 @@ const std::vector<Command> COMMANDS = {
      "Show how the last run ended and when the application was last alive",
      {SETTINGS_FILE, ORGANIZATION, APPLICATION, JSON},
      &showState},
+    {"report",
+     "TARGET",
+     "Write an archive for support: the last run, the settings without secrets, paths, presets that differ, "
+     "the "
+     "newest logs and versions; shows what it took",
+     {EXCLUDE, FORCE, PROGRAM, SETTINGS_FILE, ORGANIZATION, APPLICATION, JSON},
+     &writeReport},
+    {"logs",
+     "[FILE...]",
+     "Show the entries of the application's logs, or of FILE; those of several logs in the order of their "
+     "times",
+     {LEVEL, SINCE, UNTIL, GREP, FOLLOW, ORGANIZATION, APPLICATION, JSON},
+     &showLogs},
     {"settings list",
      "[GROUP]",
      "Show the settings of all groups, or of one, with their sub-groups",
@@ -120,14 +143,21 @@ const std::vector<Command> COMMANDS = {
      "Remove a setting, or a group with all that is below it",
      {REWRITE, SETTINGS_FILE, ORGANIZATION, APPLICATION},
      &removeSetting},
+    {"settings check",
+     "",
+     "Check the settings that the library knows: their keys, their values, and damaged lines",
+     {SETTINGS_FILE, ORGANIZATION, APPLICATION, JSON},
+     &checkSettings},
     {"colour",
-     "KELVIN",
-     "Show the colour of a black body as linear light; the hex form is without gamma, too",
-     {JSON},
+     "[COLOUR]",
+     "Show the colour of a black body of so many kelvins as linear light, the nearest one to a colour like "
+     "#ffb16e, or all from 1000 to 12000 kelvins; the hex form is without gamma, too",
+     {IMAGE, FORCE, JSON},
      &showColour},
     {"units",
-     "VALUE",
-     "Convert a measured value and show it as the application does; -5 needs -- before it, and options "
+     "[VALUE]",
+     "Show all units, or convert a measured value and show it as the application does; -5 needs -- before "
+     "it, and options "
      "before that",
      {FROM, TO, DIMENSION, JSON},
      &convertUnits},

@@ -5,6 +5,7 @@
 #include "globals/MeasurementManager.h"
 
 #include <QCommandLineParser>
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QLocale>
 
@@ -58,8 +59,8 @@ int chosen(const QCommandLineParser& line, const QString& option, const Words& w
             return number;
         known << word;
     }
-    throw UsageError(QStringLiteral("--%1 is \"%2\", not one of %3")
-                         .arg(option, given, known.join(QStringLiteral(", "))));
+    throw UsageError(
+        QStringLiteral("--%1 is \"%2\", not one of %3").arg(option, given, known.join(QStringLiteral(", "))));
 }
 
 void printValue(const QCommandLineParser& line, double number, const QString& text)
@@ -72,10 +73,57 @@ void printValue(const QCommandLineParser& line, double number, const QString& te
     printResult(text);
 }
 
+/// What a length of one \p unit is in cm.
+double centimetresOf(E_MeasurementUnit unit)
+{
+    return MeasurementManager::getInstance()->fromLinearMeasurementUnit(unit, 1);
+}
+
+void printUnits()
+{
+    const MeasurementManager* manager = MeasurementManager::getInstance();
+    QList<QStringList> rows = {{QStringLiteral("UNIT"), QStringLiteral("IN CM"), QStringLiteral("DECIMALS"),
+                                QStringLiteral("AREA"), QStringLiteral("VOLUME")}};
+    for (const E_MeasurementUnit unit : MeasurementManager::getMeasurementUnits()) {
+        rows << QStringList{manager->getLinearMeasurementUnitAbbrevation(unit),
+                            QString::number(centimetresOf(unit)),
+                            QString::number(manager->getLinearMeasurementUnitPrecision(unit)),
+                            manager->getSquaredMeasurementUnitAbbrevation(unit),
+                            manager->getCubicMeasurementUnitAbbrevation(unit)};
+    }
+    printTable(rows);
+}
+
+QJsonArray arrayOfUnits()
+{
+    const MeasurementManager* manager = MeasurementManager::getInstance();
+    QJsonArray array;
+    for (const E_MeasurementUnit unit : MeasurementManager::getMeasurementUnits()) {
+        array << QJsonObject{
+            {QStringLiteral("unit"), manager->getLinearMeasurementUnitAbbrevation(unit)},
+            {QStringLiteral("centimetres"), centimetresOf(unit)},
+            {QStringLiteral("decimals"), static_cast<int>(manager->getLinearMeasurementUnitPrecision(unit))},
+            {QStringLiteral("area"), manager->getSquaredMeasurementUnitAbbrevation(unit)},
+            {QStringLiteral("volume"), manager->getCubicMeasurementUnitAbbrevation(unit)}};
+    }
+    return array;
+}
+
+int listUnits(const QCommandLineParser& line)
+{
+    if (line.isSet(QStringLiteral("json")))
+        printAnswer({{QStringLiteral("units"), arrayOfUnits()}});
+    else
+        printUnits();
+    return Done;
+}
+
 } // namespace
 
 int convertUnits(const QCommandLineParser& line)
 {
+    if (line.positionalArguments().isEmpty())
+        return listUnits(line);
     const auto from = E_MeasurementUnit(chosen(line, QStringLiteral("from"), units()));
     const auto to = E_MeasurementUnit(chosen(line, QStringLiteral("to"), units()));
     const auto in = E_MeasurementDimension(chosen(line, QStringLiteral("dimension"), dimensions()));

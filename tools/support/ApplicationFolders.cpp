@@ -8,6 +8,7 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -38,6 +39,21 @@ QString settingsFileOf(const QCommandLineParser& line)
         throw Failure(QStringLiteral("File %1 cannot be read: %2").arg(file.fileName(), file.errorString()));
     }
     return file.fileName();
+}
+
+QString logFolder()
+{
+    return describePaths()[E_PT_LOGS - 1].path;
+}
+
+QStringList logFiles()
+{
+    const QDir folder(logFolder());
+    QStringList paths;
+    for (const QString& name :
+         folder.entryList({QStringLiteral("*.log")}, QDir::Files | QDir::Readable, QDir::Name))
+        paths << folder.filePath(name);
+    return paths;
 }
 
 } // namespace globalsctl

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class QCommandLineParser;
 
@@ -14,5 +15,10 @@ void useFoldersOf(const QCommandLineParser& line);
 /// need not; creates nothing. Throws Failure for what is no regular file, and for a file that exists and
 /// cannot be read: the library would take it for one without settings.
 QString settingsFileOf(const QCommandLineParser& line);
+
+/// The folder of the application's logs, whether it exists or not, after useFoldersOf().
+QString logFolder();
+/// The paths of the log files in it, by name.
+QStringList logFiles();
 
 } // namespace globalsctl

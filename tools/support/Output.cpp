@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <limits>
+#include <utility>
 
 namespace globalsctl {
 
@@ -60,10 +61,14 @@ QString printableLines(const QString& text)
     return withEscapes(text, &isControlInLine, QStringLiteral("\\x%1"), 2);
 }
 
-QString textOf(const QJsonDocument& document)
+/// The version of what docs/json.md describes. A member more is no new version.
+constexpr int SCHEMA = 1;
+
+QString jsonOf(QJsonObject answer, QJsonDocument::JsonFormat format)
 {
+    answer.insert(QStringLiteral("schema"), SCHEMA);
     // Qt leaves the upper control characters of names as they are.
-    const QString text = QString::fromUtf8(document.toJson(QJsonDocument::Indented)).trimmed();
+    const QString text = QString::fromUtf8(QJsonDocument(answer).toJson(format)).trimmed();
     return withEscapes(text, &isUpperControl, QStringLiteral("\\u%1"), 4);
 }
 
@@ -83,9 +88,12 @@ void printResult(const QString& text)
 
 void printAnswer(QJsonObject answer)
 {
-    constexpr int SCHEMA = 1;
-    answer.insert(QStringLiteral("schema"), SCHEMA);
-    printResult(textOf(QJsonDocument(answer)));
+    printResult(jsonOf(std::move(answer), QJsonDocument::Indented));
+}
+
+void printAnswerInLine(QJsonObject answer)
+{
+    printResult(jsonOf(std::move(answer), QJsonDocument::Compact));
 }
 
 void printTable(const QList<QStringList>& rows)

@@ -15,6 +15,8 @@ namespace globalsctl {
 void printResult(const QString& text);
 /// Prints \p answer in JSON, with the version of its schema.
 void printAnswer(QJsonObject answer);
+/// The same in one line: one of many answers.
+void printAnswerInLine(QJsonObject answer);
 /// Prints \p rows in columns, which on a terminal fit its window.
 void printTable(const QList<QStringList>& rows);
 /// Prints \p bytes as they are.

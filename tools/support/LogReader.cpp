@@ -1,0 +1,86 @@
+#include "support/LogReader.h"
+
+#include "support/Failure.h"
+#include "support/FileIdentity.h"
+#include "support/Files.h"
+
+#include <QFileInfo>
+
+#include <limits>
+
+namespace globalsctl {
+
+LogReader::LogReader(const QString& path, OpenEnd openEnd)
+    : m_path(path)
+    , m_openEnd(openEnd)
+    , m_file(path)
+{
+    if (!isStandardInput(path))
+        requireReadable(path, std::numeric_limits<qint64>::max());
+    const bool isOpen =
+        isStandardInput(path) ? m_file.open(stdin, QIODevice::ReadOnly) : m_file.open(QIODevice::ReadOnly);
+    if (!isOpen)
+        throw Failure(QStringLiteral("File %1 cannot be read: %2").arg(path, m_file.errorString()));
+}
+
+QString LogReader::name() const
+{
+    return isStandardInput(m_path) ? m_path : QFileInfo(m_path).completeBaseName();
+}
+
+const LogRecord* LogReader::head()
+{
+    if (m_head)
+        return &*m_head;
+    m_head.swap(m_next);
+    while (!m_next) {
+        const QByteArray line = readLine();
+        if (line.isEmpty())
+            break;
+        addLine(line);
+    }
+    return m_head ? &*m_head : nullptr;
+}
+
+void LogReader::addLine(QByteArray line)
+{
+    while (line.endsWith('\n') || line.endsWith('\r'))
+        line.chop(1);
+    if (auto record = recordIn(line))
+        (m_head ? m_next : m_head) = record;
+    else if (m_head)
+        m_head->message += '\n' + line;
+}
+
+/// With its end; empty when there is none at present.
+QByteArray LogReader::readLine()
+{
+    constexpr qint64 LONGEST = 1 << 20; // a longer one is several, so that no file fills the memory
+    if (!m_file.isSequential() && m_file.size() < m_file.pos())
+        m_file.seek(0); // started afresh by its writer
+    const qint64 begin = m_file.pos();
+    const QByteArray line = m_file.readLine(LONGEST);
+    const bool isOpen = !line.isEmpty() && !line.endsWith('\n') && line.size() < LONGEST - 1;
+    if (!isOpen || m_openEnd == OpenEnd::Taken)
+        return line;
+    m_file.seek(begin);
+    return {};
+}
+
+bool LogReader::isAt(const QString& path) const
+{
+    return FileIdentity::of(m_file) == FileIdentity::of(path);
+}
+
+LogReader* readerOfOldest(const LogReaders& readers)
+{
+    LogReader* oldest = nullptr;
+    for (const auto& reader : readers) {
+        const LogRecord* record = reader->head();
+        if (record && (!oldest || record->time < oldest->head()->time))
+            oldest = reader.get();
+    }
+    return oldest;
+}
+
+} // namespace globalsctl

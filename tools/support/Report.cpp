@@ -1,0 +1,189 @@
+#include "support/Report.h"
+
+#include "support/ApplicationFolders.h"
+#include "support/Failure.h"
+#include "support/KnownSettings.h"
+#include "support/PathList.h"
+#include "support/PresetTable.h"
+#include "support/RunRecord.h"
+#include "support/SettingsFile.h"
+#include "support/Suggestion.h"
+#include "support/Table.h"
+
+#include "globals/Exception.h"
+#include "globals/PathRegistry.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSysInfo>
+
+#include <algorithm>
+
+namespace globalsctl {
+
+using namespace TEKLUVA;
+
+namespace {
+
+constexpr qint64 LARGEST_LOG = 1 << 20; ///< bytes, the last ones of a log
+constexpr int MOST_LOGS = 5;            ///< the newest ones
+
+QString stateOf(const QCommandLineParser& line)
+{
+    return aligned(rowsOfLastRun(settingsFileOf(line)));
+}
+
+QString lineOf(const QString& path, const QVariant& value)
+{
+    return lineOfSetting(path, isSecret(path) ? QVariant(QStringLiteral("***")) : value);
+}
+
+QString settingsOf(const QCommandLineParser& line)
+{
+    const QString file = settingsFileOf(line);
+    const Settings settings(file, QSettings::IniFormat, nullptr);
+    const QVariantMap values = settings.getSettingsBelow(QString());
+    QStringList lines = {QStringLiteral("# ") + file};
+    for (const int number : settings.damagedLines())
+        lines << QStringLiteral("# line %1 is damaged").arg(number);
+    for (auto value = values.begin(); value != values.end(); ++value) {
+        lines << lineOf(value.key(), *value);
+        const QString fault = faultOfSetting(value.key(), *value);
+        if (!fault.isEmpty())
+            lines << QStringLiteral("# %1 %2").arg(value.key(), fault);
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+QString pathsOf(const QCommandLineParser& line)
+{
+    return aligned(rowsOfPaths(line.value(QStringLiteral("program"))));
+}
+
+QString presetsOf(const QCommandLineParser& line)
+{
+    const QString program = line.value(QStringLiteral("program"));
+    const QString folder = program.isEmpty() ? describePaths()[E_PT_APPLICATION - 1].path : program;
+    const PresetFile file(QDir(folder).filePath(QStringLiteral("presets.dat")));
+    file.readAsApplication();
+    const auto changed = presetsAfter(file, PresetChoice::Changed);
+    return (file.remarks() << aligned(rowsOf(changed))).join(QLatin1Char('\n'));
+}
+
+QString versionsOf(const QCommandLineParser& /*line*/)
+{
+    return aligned(
+        {{QStringLiteral("globalsctl"), QStringLiteral(GLOBALSCTL_VERSION)},
+         {QStringLiteral("Qt"), QString::fromLatin1(qVersion())},
+         {QStringLiteral("system"), QSysInfo::prettyProductName()},
+         {QStringLiteral("kernel"), QSysInfo::kernelType() + QLatin1Char(' ') + QSysInfo::kernelVersion()},
+         {QStringLiteral("processor"), QSysInfo::currentCpuArchitecture()}});
+}
+
+struct PartRow
+{
+    const char* name;
+    QString (*text)(const QCommandLineParser& line);
+};
+
+/// Besides the logs.
+constexpr PartRow PARTS[] = {
+    {"state", &stateOf},     {"settings", &settingsOf}, {"paths", &pathsOf},
+    {"presets", &presetsOf}, {"versions", &versionsOf},
+};
+const auto LOGS = QStringLiteral("logs");
+
+/// The text of a part, or why there is none.
+QString textOf(const PartRow& part, const QCommandLineParser& line)
+{
+    try {
+        return part.text(line);
+    } catch (const Failure& e) {
+        return e.reason();
+    } catch (const Exception& e) {
+        return QString::fromUtf8(e.getDescription());
+    }
+}
+
+/// The end of the file, from the beginning of a line.
+QString endOfLog(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return file.errorString();
+    if (file.size() > LARGEST_LOG) {
+        file.seek(file.size() - LARGEST_LOG);
+        file.readLine(LARGEST_LOG);
+    }
+    return QString::fromUtf8(file.read(LARGEST_LOG));
+}
+
+QStringList newestLogs()
+{
+    QStringList paths = logFiles();
+    std::stable_sort(paths.begin(), paths.end(), [](const QString& a, const QString& b) {
+        return QFileInfo(a).lastModified() > QFileInfo(b).lastModified();
+    });
+    return paths.mid(0, MOST_LOGS);
+}
+
+void requireKnown(const QStringList& excluded)
+{
+    QStringList known = {LOGS};
+    for (const PartRow& part : PARTS)
+        known << QString::fromLatin1(part.name);
+    for (const QString& name : excluded) {
+        const QString first = name.section(QLatin1Char('/'), 0, 0);
+        if (!known.contains(first) && !known.contains(QFileInfo(first).completeBaseName()))
+            throw UsageError(QStringLiteral("--exclude is \"%1\", not one of %2%3")
+                                 .arg(name, known.join(QStringLiteral(", ")), suggestion(first, known)));
+    }
+}
+
+/// Whether \p part, "logs/a.log" or "state.txt", has one of these names or is in a folder that has.
+bool isExcluded(const QString& part, const QStringList& excluded)
+{
+    return std::any_of(excluded.begin(), excluded.end(), [&part](const QString& name) {
+        return part == name || part == name + QLatin1String(".txt")
+               || part.startsWith(name + QLatin1Char('/'));
+    });
+}
+
+} // namespace
+
+ReportParts reportParts(const QCommandLineParser& line)
+{
+    const QStringList excluded = line.values(QStringLiteral("exclude"));
+    requireKnown(excluded);
+    useFoldersOf(line);
+    ReportParts parts;
+    const auto add = [&parts](const QString& name, const QString& text) {
+        parts.insert(name, withoutSecrets(text).toUtf8());
+    };
+    for (const PartRow& part : PARTS) {
+        const QString name = QLatin1String(part.name) + QStringLiteral(".txt");
+        if (!isExcluded(name, excluded))
+            add(name, textOf(part, line) + QLatin1Char('\n'));
+    }
+    for (const QString& path : newestLogs()) {
+        const QString name = LOGS + QLatin1Char('/') + QFileInfo(path).fileName();
+        if (!isExcluded(name, excluded))
+            add(name, endOfLog(path));
+    }
+    return parts;
+}
+
+QString withoutSecrets(QString text)
+{
+    static const QRegularExpression NAMED(
+        QStringLiteral("(passwor[dt]|passwd|kennwort|pwd|secret|token|api_?key|credentials?)"
+                       "(\"?\\s*[=:]\\s*)(\"[^\"\\n]*\"|[^\\s\"]+)"),
+        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression IN_ADDRESS(QStringLiteral("(\\w+://[^/\\s:@]+):[^@/\\s]+@"));
+    text.replace(NAMED, QStringLiteral("\\1\\2***"));
+    return text.replace(IN_ADDRESS, QStringLiteral("\\1:***@"));
+}
+
+} // namespace globalsctl

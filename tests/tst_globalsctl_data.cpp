@@ -1,9 +1,10 @@
+#include "JsonSchema.h"
 #include "TestArchives.h"
 #include "ToolRun.h"
 
 #include "globals/PresetManager.h"
 
-#include <QRegularExpression>
+#include <QJsonDocument>
 
 #include <csignal>
 
@@ -58,6 +59,7 @@ private Q_SLOTS:
                         "ERROR    22.11.2026 05:50:02  two\nlines\r\n"
                         "WARNING  24.12.2026 18:30:00  \xc3\x9c\r\n"},
             {"b.log"_q, "DEBUG    22.11.2026 05:50:01  from b\r\nINFO     21.11.2026 00:00:00  set back\r\n"},
+            {"wrong"_q, "[Locale]\nconst_unit=mile\nno value\n"},
             {"words"_q, "ab\r\nsecond line\n"},
             {"long"_q, QByteArray(5000, 'x')},
             {"latin"_q, "\xfc"},
@@ -104,6 +106,31 @@ private Q_SLOTS:
             changes << QString::fromUtf8(file.key() + *file);
         QCOMPARE(changes.join("; "_q), TestData::field("changes"));
         QCOMPARE(result.exitCode, TestData::field<int>("exitCode"));
+    }
+
+    void answersInJsonAsDocumented()
+    {
+        QStringList documented;
+        const auto page = QString::fromUtf8(TestFiles::contentOf(QStringLiteral(JSON_PAGE)));
+        for (const JsonSchema::Section& section : JsonSchema::sectionsOf(page)) {
+            const TestHome::Turn turn(section.name);
+            documented << section.name;
+            QVERIFY(section.example.startsWith(section.name));
+            QByteArray answer = globalsctl(wordsOf(section.example)).output;
+            if (section.name == "logs"_q)
+                answer = answer.left(answer.indexOf('\n'));
+            const QJsonObject object = QJsonDocument::fromJson(answer).object();
+            QCOMPARE(object["schema"_q], QJsonValue(1));
+            QCOMPARE(JsonSchema::difference(section, object), QString());
+        }
+        for (const QString& form : globalsctl({"--help"_q}).text().split("\n  "_q)) {
+            static const QRegularExpression WORDS("^([a-z]+( [a-z]+)?)\\b"_q);
+            const QString words = WORDS.match(form).captured(1);
+            const bool hasJson =
+                !words.isEmpty()
+                && globalsctl(QStringList("help"_q) + wordsOf(words)).text().contains("--json"_q);
+            QVERIFY2(hasJson == documented.contains(words) || words.isEmpty(), qPrintable(words));
+        }
     }
 
     void writesWhatOthersRead()

@@ -21,7 +21,7 @@ constexpr Option DIMENSION = {"dimension",
                               "linear, squared (only m² and sq ft) or cubic (only m³ and cubic feet)",
                               "DIMENSION", "linear"};
 constexpr Option IMAGE = {"image", "Write an image of the colours from 1000 to 12000 kelvins", "FILE"};
-constexpr Option EXCLUDE = {"exclude", "Leave out what has this name in the report, or below it", "NAME"};
+constexpr Option EXCLUDE = {"exclude", "Leave out what has this name in the report, or below it", "PART"};
 constexpr Option LEVEL = {"level", "Only entries of this level (debug, info, warning, error) and above",
                           "LEVEL", "debug"};
 constexpr Option SINCE = {

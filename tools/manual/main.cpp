@@ -1,11 +1,14 @@
-// Writes the manual page or the completion of globalsctl: a template, with its placeholders replaced by texts
+// Writes a manual page or a completion of globalsctl: a template, with its placeholders replaced by texts
 // from the tool's table of commands.
 //
 //     globalsctl_manual TEMPLATE OUTPUT
 
+#include "manual/Completion.h"
+
 #include "commands/Command.h"
 #include "support/ExitCode.h"
 #include "support/Output.h"
+#include "support/PresetTable.h"
 
 #include <QFile>
 #include <QSaveFile>
@@ -40,12 +43,17 @@ QString roffOf(uint character)
 }
 
 /// \p text with the escapes that make roff print it as it is.
-QString roff(const char* text)
+QString roff(const QString& text)
 {
     QString escaped;
-    for (const uint character : QString::fromUtf8(text).toUcs4())
+    for (const uint character : text.toUcs4())
         escaped += roffOf(character);
     return escaped.startsWith(QLatin1Char('.')) ? QStringLiteral("\\&") + escaped : escaped;
+}
+
+QString roff(const char* text)
+{
+    return roff(QString::fromUtf8(text));
 }
 
 QString italic(const char* text)
@@ -93,31 +101,17 @@ QString commonOptionEntries()
     return optionEntries(globalsctl::commonOptions());
 }
 
-QString optionWords(const std::vector<Option>& options, bool withValueOnly = false)
+/// A paragraph for each preset, of the built-in values.
+QString presetEntries()
 {
-    QStringList words;
-    for (const Option& option : options) {
-        if (option.value || !withValueOnly)
-            words << QStringLiteral("--") + QString::fromUtf8(option.name);
+    const globalsctl::PresetFile builtIn;
+    QStringList entries;
+    for (const TEKLUVA::PresetDescription& preset : TEKLUVA::PresetManager::describePresets()) {
+        const QString value = globalsctl::valueInForce(preset);
+        entries << QStringLiteral(".TP\n\\fB%1\\fR=%2\n%3: %4.")
+                       .arg(roff(preset.key), roff(value), roff(preset.type), roff(preset.bounds));
     }
-    return words.join(QLatin1Char(' '));
-}
-
-QString commonOptionWords()
-{
-    return optionWords(globalsctl::commonOptions());
-}
-
-QString commandRows()
-{
-    QStringList rows;
-    for (const Command& command : globalsctl::commands()) {
-        const std::vector<Option> options = optionsOf(command);
-        rows << QStringLiteral("        '%1|%2|%3|%4'")
-                    .arg(QString::fromUtf8(command.words), QString::fromUtf8(command.arguments),
-                         optionWords(options), optionWords(options, true));
-    }
-    return rows.join(QLatin1Char('\n'));
+    return entries.join(QLatin1Char('\n'));
 }
 
 struct Placeholder
@@ -129,8 +123,11 @@ struct Placeholder
 constexpr Placeholder PLACEHOLDERS[] = {
     {"<COMMANDS>", &commandSections},
     {"<COMMON OPTIONS>", &commonOptionEntries},
-    {"<COMMAND ROWS>", &commandRows},
-    {"<COMMON OPTION WORDS>", &commonOptionWords},
+    {"<COMMAND ROWS>", &Completion::commandRows},
+    {"<COMMON OPTION WORDS>", &Completion::commonOptionWords},
+    {"<VALUE CASES>", &Completion::valueCases},
+    {"<FISH LINES>", &Completion::fishLines},
+    {"<PRESET ENTRIES>", &presetEntries},
 };
 
 int fail(const QFileDevice& file)

@@ -11,6 +11,15 @@
 
 namespace TEKLUVA {
 
+/// A row, outside of the anonymous namespace because the private class has them as a member.
+struct LogModelRow
+{
+    quint64 number;
+    qint64 time;
+    E_LogLevel level;
+    QString message;
+};
+
 namespace {
 
 constexpr int BATCH_MSECS = 50;
@@ -40,15 +49,7 @@ const LevelLook& lookOf(E_LogLevel level)
     return LEVEL_LOOKS[0];
 }
 
-struct Row
-{
-    quint64 number;
-    qint64 time;
-    E_LogLevel level;
-    QString message;
-};
-
-QVariant shown(const Row& row, int column)
+QVariant shown(const LogModelRow& row, int column)
 {
     if (column == LogModel::E_LC_LEVEL)
         return LogModel::tr(lookOf(row.level).name);
@@ -57,14 +58,14 @@ QVariant shown(const Row& row, int column)
     return QLocale().toString(QDateTime::fromMSecsSinceEpoch(row.time).time(), QStringLiteral("hh:mm:ss"));
 }
 
-QVariant toolTip(const Row& row, int column)
+QVariant toolTip(const LogModelRow& row, int column)
 {
     if (column != LogModel::E_LC_TIME)
         return column == LogModel::E_LC_MESSAGE ? row.message : QVariant();
     return QLocale().toString(QDateTime::fromMSecsSinceEpoch(row.time), QLocale::LongFormat);
 }
 
-QVariant icon(const Row& row, int column)
+QVariant icon(const LogModelRow& row, int column)
 {
     const LevelLook& look = lookOf(row.level);
     const bool hasIcon = column == LogModel::E_LC_LEVEL && look.icon != QStyle::SP_CustomBase;
@@ -78,21 +79,21 @@ class GLOBALS_WIDGETS_NO_EXPORT LogModel::Private
 public:
     bool isWanted(E_LogLevel level) const { return (lookOf(level).level & levels) != 0; }
     /// Moves on behind \p lines and returns those that are to be shown.
-    std::deque<Row> rowsOf(LogLines lines);
+    std::deque<LogModelRow> rowsOf(LogLines lines);
     /// How many rows are to go: those before \p oldest, and as many as \p added are too much then.
     int surplus(quint64 oldest, std::size_t added) const;
 
     QPointer<Log> log;
-    std::deque<Row> rows;
+    std::deque<LogModelRow> rows;
     quint64 next = 0; ///< the number of the first entry that was not read yet
     int levels = ALL_LEVELS;
     int maxRows = MAX_ROWS;
     QTimer batch;
 };
 
-std::deque<Row> LogModel::Private::rowsOf(LogLines lines)
+std::deque<LogModelRow> LogModel::Private::rowsOf(LogLines lines)
 {
-    std::deque<Row> wanted;
+    std::deque<LogModelRow> wanted;
     quint64 number = lines.first;
     for (LogLine& line : lines.lines) {
         if (isWanted(line.level))
@@ -187,7 +188,7 @@ void LogModel::refresh()
         return;
     LogLines lines = d->log->getLines(d->next);
     const quint64 oldest = lines.oldest;
-    std::deque<Row> added = d->rowsOf(std::move(lines));
+    std::deque<LogModelRow> added = d->rowsOf(std::move(lines));
     if (const int surplus = d->surplus(oldest, added.size()); surplus > 0) {
         beginRemoveRows({}, 0, surplus - 1);
         d->rows.erase(d->rows.begin(), d->rows.begin() + surplus);
@@ -222,7 +223,7 @@ QVariant LogModel::data(const QModelIndex& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    const Row& row = d->rows[static_cast<std::size_t>(index.row())];
+    const LogModelRow& row = d->rows[static_cast<std::size_t>(index.row())];
     switch (role) {
     case Qt::DisplayRole:
         return shown(row, index.column());

@@ -18,7 +18,7 @@ namespace globalsctl {
 
 namespace {
 
-constexpr int STEP = 500; ///< kelvins, in the list
+constexpr int LIST_STEP = 500; ///< kelvins, in the list
 
 bool mayPrintColours()
 {
@@ -108,7 +108,7 @@ void printList(bool inJson)
 {
     QJsonArray colours;
     QList<QStringList> rows = {{QStringLiteral("KELVIN"), QStringLiteral("HEX"), QStringLiteral("RGB")}};
-    for (int kelvin = COLDEST; kelvin <= HOTTEST; kelvin += STEP) {
+    for (int kelvin = COLDEST; kelvin <= HOTTEST; kelvin += LIST_STEP) {
         const Components rgb = colourOf(kelvin);
         colours << objectOf(kelvin);
         rows << QStringList{QString::number(kelvin), hexOf(clamped(rgb)), listOf(rgb)};

@@ -13,6 +13,8 @@
 
 #include "globals/globals_export.h"
 
+#include <QColor>
+
 #include <string>
 
 namespace TEKLUVA {
@@ -99,6 +101,10 @@ GLOBALS_EXPORT void spectrum_to_xyz(double (*spec_intens)(const double&), float&
 /// and at extremely high temperatures the sums leave the range of single precision, and the components are
 /// NaN. Stores \p kelvin in _bbTemp.
 GLOBALS_EXPORT void temperaturToColor(const double& kelvin, float& r, float& g, float& b);
+
+/// The same as a screen shows it: negative components are 0, and the transfer function of Rec709system is
+/// applied. Invalid where temperaturToColor() has no numbers. Reentrant: _bbTemp stays as it is.
+[[nodiscard]] GLOBALS_EXPORT QColor colourOf(double kelvin);
 
 /// \name The transfer function: from linear light to the signal of the colour system, for one component or
 /// three

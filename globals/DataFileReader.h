@@ -3,8 +3,10 @@
 #include "globals/globals_export.h"
 
 #include <QByteArray>
+#include <QMap>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
@@ -74,6 +76,12 @@ public:
     /// The content of the entry \p name (upper and lower case differ), decrypted. Failures are logged. An
     /// entry is read in one piece and must fit into a QByteArray.
     QByteArray getContentOfArchivedFile(const std::string& name) const;
+    QByteArray getContentOfArchivedFile(const char* name) const;
+    /// \p name in the encoding of file names, as DataFileCreator writes it.
+    QByteArray getContentOfArchivedFile(const QString& name) const;
+    /// The same for many names, with the archive opened once. Those that cannot be read are missing;
+    /// lastError() is about the last of them.
+    QMap<QString, QByteArray> getContentsOfArchivedFiles(const QStringList& names) const;
 
     /// Decrypts one protected data block. Empty, and logged, for a block that is cut, whose length is no
     /// multiple of the cipher's or whose pad count is none; empty without an entry for an empty block.

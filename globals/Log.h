@@ -60,6 +60,15 @@ public:
     void logWarningMessage(std::string message, std::string location, unsigned int line);
     void logErrorMessage(std::string message, std::string location, unsigned int line);
 
+    /// \name The same for Qt's texts
+    /// @{
+    void logMessage(E_LogLevel level, const QString& message);
+    void logDebugMessage(const QString& message);
+    void logStatusMessage(const QString& message);
+    void logWarningMessage(const QString& message);
+    void logErrorMessage(const QString& message);
+    /// @}
+
     /// Writes the line of \p entry unless it has been written before. A receiver of contentChanged() may call
     /// it, and so it does not lock.
     void writeEntry(LogEntry* entry);

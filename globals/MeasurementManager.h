@@ -8,6 +8,8 @@
 #include <QPair>
 #include <QString>
 
+#include <optional>
+
 class QComboBox;
 
 namespace TEKLUVA {
@@ -111,6 +113,14 @@ public:
     /// \p withUnit.
     QString createMeasurementString(E_MeasurementDimension dimension, E_MeasurementUnit unit, double value,
                                     bool withUnit) const;
+    /// What the user has typed, in cm, cm² or cm³: a number with comma or point, without separators between
+    /// its digits, and any unit of \p dimension by its abbreviation, in upper or lower case; \p unit is that
+    /// of a number alone. Feet are 5' or 5 ft, inches 6" or 6 in, both 5' 6". "m2" and "m3" are accepted,
+    /// too. Nothing for any other text. Reads what createMeasurementString() writes.
+    std::optional<double> parseMeasurement(E_MeasurementDimension dimension, E_MeasurementUnit unit,
+                                           const QString& text) const;
+    /// A length; a number alone is in centimetres.
+    std::optional<double> parseMeasurement(const QString& text) const;
     /// A length in feet and inches, 5' 6". The marks are always written; \p withUnit has no effect. Rounded
     /// inches are not carried (5' 12"), and both parts have the sign (-1' -6").
     QString createFeetMeasurementString(double value, bool withUnit) const;

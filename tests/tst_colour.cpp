@@ -94,6 +94,15 @@ private Q_SLOTS:
         }
     }
 
+    void showsTheColourOfLight()
+    {
+        _bbTemp = 5000;
+        QCOMPARE(colourOf(15000).rgb(), qRgb(0xac, 0xc2, 0xff));
+        QCOMPARE(colourOf(1000).rgb(), qRgb(0xff, 10, 0)); // without its negative blue
+        QVERIFY(!colourOf(100).isValid());
+        QCOMPARE(_bbTemp, 5000.0);
+    }
+
     void liftsColoursIntoTheGamut()
     {
         double c[] = {-0.2, 0.5, 1};

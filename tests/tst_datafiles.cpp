@@ -198,6 +198,19 @@ private Q_SLOTS:
         }
     }
 
+    void readsManyEntriesByTheirNames()
+    {
+        const QMap<QString, QByteArray> entries = {
+            {"Stühle"_q, "four legs"}, {"b"_q, "top"}, {"c"_q, "rest"}};
+        QVERIFY(DataFileCreator().createArchivFromData(entries, SUBJECT, PASSWORD));
+        const DataFileReader reader(SUBJECT, PASSWORD);
+        QCOMPARE(reader.getContentOfArchivedFile("Stühle"_q), entries["Stühle"_q]);
+        auto expected = entries;
+        expected.remove("c"_q);
+        QCOMPARE(reader.getContentsOfArchivedFiles({"b"_q, "none"_q, "Stühle"_q}), expected);
+        QCOMPARE(reader.lastError(), "Could not locate none in the archiv %1."_q.arg(SUBJECT));
+    }
+
     void readsArchives_data() { TestData::addRows("archives.txt", {"archive", "password", "entries"}); }
     void readsArchives()
     {

@@ -73,6 +73,20 @@ private Q_SLOTS:
         }
     }
 
+    void qtsTextsAreWrittenInUtf8()
+    {
+        Log log("texts", true);
+        log.logDebugMessage("Größe"_q);
+        log.logStatusMessage("Größe"_q);
+        log.logWarningMessage("Größe"_q);
+        log.logErrorMessage("Größe"_q);
+        QStringList labels;
+        for (const QByteArray& line : TestFiles::contentOf(pathOf(log)).split('\n'))
+            labels << QString::fromLatin1(line.left(9)).trimmed();
+        QCOMPARE(labels.join(QLatin1Char(' ')), "DEBUG INFO WARNING ERROR "_q);
+        QCOMPARE(messagesOf(log).join(QLatin1Char(' ')), "Größe Größe Größe Größe"_q);
+    }
+
     void theStampFollowsTheClock()
     {
         Log log("clock", true);

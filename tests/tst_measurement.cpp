@@ -207,6 +207,41 @@ private Q_SLOTS:
                  "TEKLUVA::MeasurementManager/Fuß"_q);
         QCOMPARE(units()->getMeasurementUnitName(E_MeasurementDimension(4), E_MU_FOOT), QString());
     }
+
+    void whatIsTypedIsRead_data()
+    {
+        TestData::addRows<int, int>("measurement-typed.txt", {"dimension", "unit", "text", "value"});
+    }
+    void whatIsTypedIsRead()
+    {
+        const auto value = units()->parseMeasurement(dimensionOfRow(), unitOfRow(), TestData::field("text"));
+        QCOMPARE(value.has_value(), !TestData::field("value").isEmpty());
+        if (value)
+            QCOMPARE(*value, TestData::field("value").toDouble());
+        if (dimensionOfRow() == E_MD_LINEAR && unitOfRow() == E_MU_CENTIMETER)
+            QCOMPARE(units()->parseMeasurement(TestData::field("text")), value);
+    }
+
+    void whatIsShownIsReadBack()
+    {
+        auto* random = QRandomGenerator::global();
+        for (int i = 0; i < 3000; ++i) {
+            const auto dimension = E_MeasurementDimension(1 + i % 3);
+            const auto unit = E_MeasurementUnit(random->bounded(7));
+            const double value = (random->generateDouble() - 0.5) * std::pow(10, random->bounded(7));
+            const QString shown = units()->createMeasurementString(dimension, unit, value, true);
+            const auto read = units()->parseMeasurement(dimension, E_MU_UNDEFINED, shown);
+            QVERIFY2(read, qPrintable(shown));
+            // Half of the last decimal: of the unit, or of an inch with two of them.
+            const bool isInFeet = dimension == E_MD_LINEAR && (unit == E_MU_INCH || unit == E_MU_FOOT);
+            const double last =
+                isInFeet ? units()->fromLinearMeasurementUnit(E_MU_INCH, 0.01)
+                         : units()->fromMeasurementUnit(
+                             dimension, unit,
+                             std::pow(10, -int(units()->getMeasurementUnitPrecision(dimension, unit))));
+            QVERIFY2(std::abs(*read - value) <= 0.501 * last, qPrintable(shown));
+        }
+    }
 };
 
 GLOBALS_TEST_MAIN(MeasurementTest, QApplication)

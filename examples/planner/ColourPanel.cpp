@@ -12,18 +12,6 @@ namespace {
 
 constexpr int COLDEST = 1000, HOTTEST = 15000, PAGE_STEP = 500, LAMP = 2700; ///< kelvin
 
-/// What a screen shows of the light of a black body.
-QColor colourOf(int kelvin)
-{
-    float light[3] = {};
-    temperaturToColor(kelvin, light[0], light[1], light[2]);
-    double rgb[3] = {};
-    std::transform(std::begin(light), std::end(light), rgb, [](float c) { return qBound(0.0F, c, 1.0F); });
-    gamma_correct_rgb(&Rec709system, rgb[0], rgb[1], rgb[2]);
-    const auto channel = [&rgb](int i) { return static_cast<float>(rgb[i]); };
-    return QColor::fromRgbF(channel(0), channel(1), channel(2));
-}
-
 } // namespace
 
 QWidget* makeColourPanel()

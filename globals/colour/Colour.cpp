@@ -218,6 +218,21 @@ void temperaturToColor(const double& kelvin, float& r, float& g, float& b)
     norm_rgb(r, g, b);
 }
 
+QColor colourOf(double kelvin)
+{
+    float light[3] = {};
+    toRgb(Rec709system, blackBodyChromaticity(kelvin), light[0], light[1], light[2]);
+    norm_rgb(light[0], light[1], light[2]);
+    for (float& component : light) {
+        if (std::isnan(component))
+            return {};
+        double signal = qBound(0.0F, component, 1.0F);
+        gamma_correct(&Rec709system, signal);
+        component = static_cast<float>(signal);
+    }
+    return QColor::fromRgbF(light[0], light[1], light[2]);
+}
+
 void gamma_correct(const colourSystem* cs, double& c)
 {
     if (cs->gamma != 0)

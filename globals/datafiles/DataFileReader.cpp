@@ -91,6 +91,8 @@ public:
     /// Unpacks \p entry, holds it against its checksum and decrypts it. Nothing, and logged, on failure.
     std::optional<QByteArray> readChecked(Archive& archive, const std::string& name,
                                           const ArchiveEntry& entry);
+    /// The decrypted content of the entry \p name. Nothing, and logged, when it cannot be read.
+    std::optional<QByteArray> contentOf(Archive& archive, const std::string& name);
     /// Empty, and logged, for a block that cannot be decrypted.
     QByteArray decrypt(const QByteArray& block, const QByteArray& with);
     /// \p content itself where there is no password.
@@ -164,6 +166,17 @@ std::optional<QByteArray> DataFileReader::Private::readChecked(Archive& archive,
     });
 }
 
+std::optional<QByteArray> DataFileReader::Private::contentOf(Archive& archive, const std::string& name)
+{
+    const auto entry = archive.find(name);
+    if (!entry) {
+        fail("Could not locate " + name + " in the archiv " + fileName.toStdString() + ".");
+        return std::nullopt;
+    }
+    const auto content = unpack(archive, name, *entry, Archive::Checksum::Ignored);
+    return content ? std::make_optional(decrypted(*content)) : std::nullopt;
+}
+
 QByteArray DataFileReader::Private::decrypt(const QByteArray& block, const QByteArray& with)
 {
     if (block.isEmpty())
@@ -228,13 +241,34 @@ QByteArray DataFileReader::getContentOfArchivedFile(const std::string& name) con
         Archive archive(d->fileName, d->known);
         if (!d->isOpen(archive))
             return {};
-        const auto entry = archive.find(name);
-        if (!entry) {
-            d->fail("Could not locate " + name + " in the archiv " + d->fileName.toStdString() + ".");
+        return d->contentOf(archive, name).value_or(QByteArray());
+    });
+}
+
+QByteArray DataFileReader::getContentOfArchivedFile(const char* name) const
+{
+    return getContentOfArchivedFile(std::string(name));
+}
+
+QByteArray DataFileReader::getContentOfArchivedFile(const QString& name) const
+{
+    return getContentOfArchivedFile(QFile::encodeName(name).toStdString());
+}
+
+QMap<QString, QByteArray> DataFileReader::getContentsOfArchivedFiles(const QStringList& names) const
+{
+    using Contents = QMap<QString, QByteArray>;
+    return d->run([this, &names]() -> Contents {
+        d->error.clear();
+        Archive archive(d->fileName, d->known);
+        if (!d->isOpen(archive))
             return {};
+        Contents contents;
+        for (const QString& name : names) {
+            if (const auto content = d->contentOf(archive, QFile::encodeName(name).toStdString()))
+                contents.insert(name, *content);
         }
-        const auto content = d->unpack(archive, name, *entry, Archive::Checksum::Ignored);
-        return content ? d->decrypted(*content) : QByteArray();
+        return contents;
     });
 }
 

@@ -207,6 +207,31 @@ void Log::logErrorMessage(std::string message, std::string location, unsigned in
     logMessage(E_LL_ERROR, std::move(message), std::move(location), line);
 }
 
+void Log::logMessage(E_LogLevel level, const QString& message)
+{
+    logMessage(level, message.toStdString(), {}, 0);
+}
+
+void Log::logDebugMessage(const QString& message)
+{
+    logMessage(E_LL_DEBUG, message);
+}
+
+void Log::logStatusMessage(const QString& message)
+{
+    logMessage(E_LL_INFO, message);
+}
+
+void Log::logWarningMessage(const QString& message)
+{
+    logMessage(E_LL_WARNING, message);
+}
+
+void Log::logErrorMessage(const QString& message)
+{
+    logMessage(E_LL_ERROR, message);
+}
+
 void Log::writeEntry(LogEntry* entry)
 {
     d->file.write(*entry->m_record);

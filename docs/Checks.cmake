@@ -20,7 +20,7 @@ if(GLOBALS_SANITIZE OR GLOBALS_COVERAGE OR NOT GLOBALS_PRESET_PASSWORD STREQUAL 
     return()
 endif()
 
-foreach(page data-files logs paths porting presets progress settings start-up translations two-processes units)
+foreach(page auto-save data-files logs paths porting presets progress settings start-up translations two-processes units)
     globals_docs_example(${page})
 endforeach()
 

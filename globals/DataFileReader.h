@@ -32,8 +32,13 @@ struct ArchivedFile
 /// such blocks. Without a password the content is taken as it is.
 ///
 ///     DataFileReader reader(path, password);
-///     const QByteArray content = reader.isArchiv() ? reader.getContentOfArchivedFile("a.txt")
-///                                                  : reader.getFileContent();
+///     reader.visitArchivedFiles([](const ArchivedFile& file) { // in one pass, one entry at a time in memory
+///         if (const auto content = file.content())
+///             use(file.name, *content);
+///         return true; // go on
+///     });
+///     const QByteArray one = reader.getContentOfArchivedFile("a.txt");
+///     const QByteArray single = DataFileReader(otherPath, password).getFileContent(); // of no archive
 ///
 /// An empty result is the only sign of failure; the reason is in lastError() and goes to the active log where
 /// the operation says so, and nothing is thrown. A wrong password cannot be told from damaged content: both

@@ -103,6 +103,25 @@ private Q_SLOTS:
         QVERIFY(!paths[1].exists);
     }
 
+    void anUnusualEnvironmentLeadsNowhereElse()
+    {
+        const auto settings = [] { return describePaths()[E_PT_SETTINGS - 1].path; };
+        const auto cache = [] { return describePaths()[E_PT_WEB_CACHE - 1].path; };
+        const QString usualSettings = settings();
+        const QString usualCache = cache();
+        qputenv("XDG_DATA_HOME", "relative");
+        qputenv("XDG_CACHE_HOME", "./relative");
+        QCOMPARE(settings(), usualSettings);
+        QCOMPARE(cache(), usualCache);
+        qputenv("XDG_DATA_HOME", "/elsewhere");
+        QCOMPARE(settings(), "/elsewhere/data/tekluva/tekluva 3D-Planner/"_q);
+        qunsetenv("XDG_DATA_HOME");
+        qunsetenv("XDG_CACHE_HOME");
+        qunsetenv("HOME");
+        for (const QString& path : {settings(), cache()})
+            QVERIFY2(!path.startsWith("/."_q) && !path.startsWith("//"_q), qPrintable(path));
+    }
+
     void aFolderThatCannotBeMadeIsReported_data() { TestData::addRows("path-errors.txt", {"messages"}); }
     void aFolderThatCannotBeMadeIsReported()
     {

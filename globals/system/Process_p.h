@@ -14,6 +14,9 @@ struct Process
     QString boot;     ///< differs from boot to boot and from machine to machine; empty if unknown
 };
 
+/// The home folder that the system has on record for the user of this process; empty if it has none.
+QString homeOfAccount();
+
 /// Asked anew each time, because a forked process is another one.
 Process thisProcess();
 

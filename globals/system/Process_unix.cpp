@@ -1,5 +1,6 @@
 #include "globals/system/Process_p.h"
 
+#include <QFile>
 #include <QSysInfo>
 
 #include <cerrno>
@@ -8,6 +9,7 @@
 #include <string>
 
 #include <csignal>
+#include <pwd.h>
 #include <unistd.h>
 
 namespace TEKLUVA::System {
@@ -54,6 +56,12 @@ QString thisBoot()
 }
 
 } // namespace
+
+QString homeOfAccount()
+{
+    const passwd* account = ::getpwuid(::getuid()); // NOLINT(concurrency-mt-unsafe): nobody else asks
+    return account ? QFile::decodeName(account->pw_dir) : QString();
+}
 
 Process thisProcess()
 {

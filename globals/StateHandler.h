@@ -157,6 +157,7 @@ private:
     StateHandler();
 
     void deleteSteps();
+    void forgetDeletedStep(QObject* step);
     unsigned int percentDone(const QVector<ProgressStepSnapshot>& steps) const;
 
     static StateHandler* __instance;

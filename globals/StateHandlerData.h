@@ -40,8 +40,10 @@ public:
     void addStep(const QString& name, ProgressStep* step);
     /// Forgets the step. With \p deleteStep it is deleted by the event loop of its own thread.
     void removeStep(const QString& name, bool deleteStep);
-    /// True from removeStep() with its \p deleteStep until the event loop has deleted \p step.
+    /// True from removeStep() with its \p deleteStep until endDeletion().
     bool isDeletionPending(const ProgressStep* step) const;
+    /// \p step, which does not exist any more, is not called any more either.
+    void endDeletion(const QObject* step);
     /// Forgets all steps without deleting them.
     void clearStepMap();
 

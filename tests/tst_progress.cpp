@@ -410,6 +410,12 @@ private Q_SLOTS:
         QCOMPARE(alive, 0);
     }
 
+    void ignoresWhatComesLateFromAnOldProcess_data()
+    {
+        QTest::addColumn<bool>("isDeletedFirst");
+        QTest::newRow("in order") << false;
+        QTest::newRow("after its deletion") << true;
+    }
     void ignoresWhatComesLateFromAnOldProcess()
     {
         addStep("old"_q);
@@ -417,6 +423,8 @@ private Q_SLOTS:
         states()->newProcess("P"_q, true, true);
         addStep("a"_q);
         states()->setProgressStepState("a"_q, ProgressStep::E_PS_RUNNING);
+        if (TestData::field<bool>("isDeletedFirst"))
+            deleteWhatIsToBeDeleted();
         QCoreApplication::processEvents(); // now the call of the old step arrives
         deleteWhatIsToBeDeleted();
         QCOMPARE(states()->getActiveStep(), step("a"_q));
@@ -517,7 +525,8 @@ private Q_SLOTS:
         addStep("late"_q);
         std::future<void> work = std::async(std::launch::async, [] {
             for (int i = 0; i < 30000; ++i)
-                states()->setCurrentProgressBarStep(i % 2 ? "early"_q : "late"_q, i / 500);
+                states()->setCurrentProgressBarStep(i % 2 ? "early"_q : "late"_q,
+                                                    static_cast<unsigned int>(i / 500));
         });
         QTRY_COMPARE(work.wait_for(std::chrono::milliseconds(1)), std::future_status::ready);
         QTRY_COMPARE(shown.last().steps[0].currentBarStep, 59U); // the last change is always told

@@ -93,12 +93,19 @@ void StateHandler::addProgressStep(const QString& name, ProgressStep::E_Progress
     step->moveToThread(thread());
     connect(step, &ProgressStep::changeProgressStateRequested, this,
             &StateHandler::handleChangeProgressStateRequest);
+    // Queued, and so after the last queued call that names the step, in whatever order events are handled.
+    connect(step, &QObject::destroyed, this, &StateHandler::forgetDeletedStep, Qt::QueuedConnection);
     d->data.addStep(name, step);
     d->addToOrder(name, prepend);
     if (d->isListenedTo)
         d->watch(step);
     Q_EMIT createNewProgressStepRequested(step, prepend);
     d->noteChange();
+}
+
+void StateHandler::forgetDeletedStep(QObject* step)
+{
+    d->data.endDeletion(step);
 }
 
 ProgressStep* StateHandler::getStepData(const QString& name) const
@@ -201,7 +208,9 @@ void StateHandler::clear()
 
 void StateHandler::handleChangeProgressStateRequest(ProgressStep* step)
 {
-    // A worker's last call may have been queued when its process ended. It must not disturb the new process.
+    // A worker's last call may have been queued when its process ended. It must not disturb the new process,
+    // and the step may be deleted already: QCoreApplication::sendPostedEvents() can be asked for deletions
+    // only.
     if (d->data.isDeletionPending(step))
         return;
     const auto isRunning = [step] { return step->getProgressStepState() == ProgressStep::E_PS_RUNNING; };

@@ -6,15 +6,13 @@
 #include <QTimer>
 #include <QVector>
 
-#include <algorithm>
-
 namespace TEKLUVA {
 
 class GLOBALS_NO_EXPORT StateHandlerData::Private : public LockedRecord
 {
 public:
     QMap<QString, ProgressStep*> steps;
-    QVector<QPointer<ProgressStep>> pendingDeletions;
+    QVector<const QObject*> pendingDeletions;
     QPointer<ProgressStep> activeStep;
     unsigned int stepCounter = 0;
     QString processName;
@@ -66,6 +64,7 @@ void StateHandlerData::addStep(const QString& name, ProgressStep* step)
 {
     const QMutexLocker lock(d->mutex());
     d->steps.insert(name, step);
+    d->pendingDeletions.removeAll(step); // in the place of an older one
 }
 
 void StateHandlerData::removeStep(const QString& name, bool deleteStep)
@@ -81,15 +80,19 @@ void StateHandlerData::removeStep(const QString& name, bool deleteStep)
 bool StateHandlerData::isDeletionPending(const ProgressStep* step) const
 {
     const QMutexLocker lock(d->mutex());
-    const auto& pending = d->pendingDeletions;
-    return std::find(pending.cbegin(), pending.cend(), step) != pending.cend();
+    return d->pendingDeletions.contains(step);
 }
 
 void StateHandlerData::clearStepMap()
 {
     const QMutexLocker lock(d->mutex());
     d->steps.clear();
-    d->pendingDeletions.removeAll(nullptr); // deleted meanwhile
+}
+
+void StateHandlerData::endDeletion(const QObject* step)
+{
+    const QMutexLocker lock(d->mutex());
+    d->pendingDeletions.removeAll(step);
 }
 
 unsigned int StateHandlerData::increaseStepCounter()

@@ -24,8 +24,8 @@ public:
     };
 
     void show(const ProgressSnapshot& snapshot);
-    void setSteps(const QVector<ProgressStepSnapshot>& steps);
-    void setTexts();
+    void setSteps(const QVector<ProgressStepSnapshot>& shown);
+    void setTexts() const;
 
     QFormLayout* rows = new QFormLayout; ///< the last one is the total
     QVector<Row> steps;
@@ -65,7 +65,7 @@ QString textOf(const ProgressStepSnapshot& step)
 
 } // namespace
 
-void ProgressDialog::Private::setTexts()
+void ProgressDialog::Private::setTexts() const
 {
     totalLabel->setText(ProgressDialog::tr("Gesamt"));
     abort->setText(ProgressDialog::tr("&Abbrechen"));

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "Catalogue.h"
+
+#include "globals/Worker.h"
+
+#include <QMainWindow>
+
+class QAction;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QStandardItemModel;
+
+/// Shows what is found in a catalogue, with measures in the unit that the user prefers. A log must be active.
+class ViewerWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    ViewerWindow(QString password, QWidget* parent = nullptr);
+    ~ViewerWindow() override;
+
+    void open(const QString& path);
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void makeMenus();
+    void search();
+    void showEnd(TEKLUVA::E_ProcessResult result);
+    void showArticles();
+    void setTexts();
+
+    QString m_path;
+    const QString m_password;
+    QVector<Article> m_articles;
+    std::future<TEKLUVA::E_ProcessResult> m_work;
+    QLineEdit* m_text;
+    QStandardItemModel* m_rows;
+    QMenu* m_fileMenu;
+    QAction* m_open;
+    QAction* m_settings;
+    QAction* m_quit;
+};

@@ -36,11 +36,12 @@ public:
     return bool(file.write(content.constData(), content.size()).flush());
 }
 
-/// The content of a file; nothing if it cannot be read.
+/// The content of a file; nothing if it cannot be read, or is larger than what Qt 5 can read.
 inline QByteArray contentOf(const Path& path)
 {
     QFile file(QFile::decodeName(path.c_str()));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const bool isReadable = file.open(QIODevice::ReadOnly) && file.size() < qint64{1} << 31;
+    return isReadable ? file.readAll() : QByteArray();
 }
 
 /// Makes a pipe, unless there is one.

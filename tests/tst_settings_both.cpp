@@ -73,17 +73,21 @@ private Q_SLOTS:
             QVariantMap values = SettingsValues::samples();
             for (int i = random.below(50); i > 0; --i)
                 values.insert(random.key(), random.variant());
-            const QByteArray content = afterWeWrite(values);
+            afterWeWrite(values);
             const Settings ours(FILE_NAME, QSettings::IniFormat, nullptr);
             QByteArray lines;
-            for (auto value = values.begin(); value != values.end(); ++value)
-                lines += described(value.key(), ours.getSetting(QString(), value.key()));
+            QVariantMap read;
+            for (auto value = values.begin(); value != values.end(); ++value) {
+                read.insert(value.key(), ours.getSetting(QString(), value.key()));
+                lines += described(value.key(), read[value.key()]);
+            }
             QCOMPARE(otherQt({"list"_q, FILE_NAME}), lines);
-            // Qt 6 itself writes another file, which Qt 5 cannot read.
+            // Qt 6 itself writes another file, which Qt 5 cannot read. What is read may be less than what was
+            // written: a time in a list loses its offset.
             if (OTHER_QT == 5) {
                 QFile::remove("copy.ini"_q);
                 QCOMPARE(otherQt({"copy"_q, FILE_NAME, "copy.ini"_q}), QByteArray());
-                QCOMPARE(TestFiles::contentOf("copy.ini"_q), content);
+                QCOMPARE(TestFiles::contentOf("copy.ini"_q), afterWeWrite(read));
             }
         }
     }

@@ -104,7 +104,7 @@ QString ConfigManager::getFileSuffix(const E_FileSuffixType& type) const
 
 QString ConfigManager::getOSVersion() const
 {
-    const auto system = QOperatingSystemVersion::current();
+    const QOperatingSystemVersion system = QOperatingSystemVersion::current();
     const bool named = system.type() == QOperatingSystemVersion::MacOS && system.majorVersion() == 10
                        && system.minorVersion() >= 3 && system.minorVersion() <= 9;
     return named ? QStringLiteral("Mac10_%1").arg(system.minorVersion()) : QStringLiteral("Mac");

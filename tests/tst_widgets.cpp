@@ -229,8 +229,8 @@ private Q_SLOTS:
         ProgressDialog dialog;
         dialog.setMinimumDuration(20);
         QCOMPARE(dialog.getMinimumDuration(), 20);
-        bool wasShown = false;
         for (const bool isShort : {true, false}) {
+            bool wasShown = false;
             QElapsedTimer clock;
             clock.start();
             states()->newProcess("P"_q, true, true);
@@ -238,7 +238,7 @@ private Q_SLOTS:
                 QCoreApplication::processEvents();
                 wasShown = dialog.isVisible();
             }
-            QVERIFY(clock.elapsed() >= 20 || !wasShown);
+            QVERIFY(clock.elapsed() >= 20 || !wasShown); // a busy machine makes a short process long
             states()->endProcess(E_PR_DONE);
         }
     }

@@ -5,6 +5,7 @@
 #include "globals/Log.h"
 #include "globals/LogManager.h"
 #include "globals/MeasurementManager.h"
+#include "globals/widgets/LogDock.h"
 #include "globals/widgets/ProgressDialog.h"
 
 #include <QtWidgets>
@@ -49,6 +50,7 @@ ViewerWindow::ViewerWindow(QString password, QWidget* parent)
     layout->addWidget(table);
     auto* status = new QLabel; // of its own: the state handler and not the status bar clears the message
     statusBar()->addWidget(status, 1);
+    addDockWidget(Qt::BottomDockWidgetArea, new LogDock(LogManager::getInstance()->getActiveLog()));
     makeMenus();
     setTexts();
     resize(700, 500);

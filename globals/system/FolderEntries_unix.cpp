@@ -32,7 +32,7 @@ EntryKind entryKindOf(mode_t mode)
 EntryKind entryKindOf(const dirent& entry, int folder)
 {
     if (entry.d_type != DT_UNKNOWN)
-        return entryKindOf(DTTOIF(entry.d_type));
+        return entryKindOf(static_cast<mode_t>(DTTOIF(entry.d_type)));
     struct stat status = {};
     const bool isKnown = ::fstatat(folder, &entry.d_name[0], &status, AT_SYMLINK_NOFOLLOW) == 0;
     return isKnown ? entryKindOf(status.st_mode) : EntryKind::Other;

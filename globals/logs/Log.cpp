@@ -14,6 +14,7 @@
 
 #include <atomic>
 #include <deque>
+#include <vector>
 
 namespace TEKLUVA {
 
@@ -49,15 +50,17 @@ public:
         std::unique_ptr<LogEntry> entry;
     };
     using KeptEntries = std::deque<KeptEntry>;
+    /// No deque, which takes memory even when it is empty.
+    using DroppedEntries = std::vector<KeptEntry>;
 
     bool isBelowThreshold(E_LogLevel level) const;
     /// Adds a record and sets \p index to its place.
     LogRecordPointer add(E_LogLevel level, std::string message, unsigned int& index);
     void setMaxEntryCount(unsigned int count);
     /// Takes out what is beyond the bound. Expects the record's lock.
-    KeptEntries takeExcess();
+    DroppedEntries takeExcess();
     /// Deletes \p dropped, but the entries that others may be looking at only in the event loop.
-    static void letGo(KeptEntries& dropped);
+    static void letGo(DroppedEntries& dropped);
     void rename(const std::string& newName, const std::string& newPath);
     /// The file of the log \p ofName, unless that would leave the folder.
     void setFile(const std::string& path, const std::string& ofName);
@@ -87,7 +90,7 @@ bool Log::Private::isBelowThreshold(E_LogLevel level) const
 LogRecordPointer Log::Private::add(E_LogLevel level, std::string message, unsigned int& index)
 {
     const LogRecordPointer record(new LogRecord(level, std::move(message)));
-    KeptEntries dropped; // after the record's lock is free
+    DroppedEntries dropped; // after the record's lock is free
     {
         const QMutexLocker locked(mutex());
         entries.push_back({record, nullptr});
@@ -100,7 +103,7 @@ LogRecordPointer Log::Private::add(E_LogLevel level, std::string message, unsign
 
 void Log::Private::setMaxEntryCount(unsigned int count)
 {
-    KeptEntries dropped;
+    DroppedEntries dropped;
     {
         const QMutexLocker locked(mutex());
         maxEntryCount = count;
@@ -109,7 +112,7 @@ void Log::Private::setMaxEntryCount(unsigned int count)
     letGo(dropped);
 }
 
-void Log::Private::letGo(KeptEntries& dropped)
+void Log::Private::letGo(DroppedEntries& dropped)
 {
     for (KeptEntry& kept : dropped) {
         if (LogEntry* entry = kept.entry.release())
@@ -117,9 +120,9 @@ void Log::Private::letGo(KeptEntries& dropped)
     }
 }
 
-Log::Private::KeptEntries Log::Private::takeExcess()
+Log::Private::DroppedEntries Log::Private::takeExcess()
 {
-    KeptEntries excess;
+    DroppedEntries excess;
     while (maxEntryCount > 0 && entries.size() > maxEntryCount) {
         excess.push_back(std::move(entries.front()));
         entries.pop_front();

@@ -194,6 +194,7 @@ private Q_SLOTS:
         environment.insert("HOME"_q, home.path());
         second.setProcessEnvironment(environment);
         second.start(QCoreApplication::applicationFilePath(), {"language"_q});
+        QVERIFY(second.waitForStarted()); // until then it has our files
         QTRY_VERIFY(hasOpen(second.processId(), base));
         QVERIFY(TestFiles::write(base + "/settings.ini"_q, "[Locale]\nLanguage=de\n"));
         ::close(turn);

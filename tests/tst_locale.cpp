@@ -58,8 +58,9 @@ QByteArray comparable(const TestFiles::Tree& tree)
     for (auto file = tree.begin(); file != tree.end(); ++file)
         text += file.key() + *file + '\n';
     QString masked = QString::fromLatin1(text.constData(), text.size());
-    for (const char* varying : {"(?<=3D_)[0-9]{14}", "[0-9]{2}\\.[0-9]{2}\\.20[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}",
-                                "last_life_time=[^\n]*", "run_[a-z]+=[^\n]*"})
+    for (const char* varying :
+         {"(?<=3D_)[0-9]{14}", "[0-9]{2}\\.[0-9]{2}\\.20[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}",
+          "last_life_time=[^\n]*", "run_[a-z]+=[^\n]*"})
         masked.replace(QRegularExpression(QString::fromLatin1(varying)), "#"_q);
     return masked.toLatin1();
 }

@@ -16,9 +16,9 @@ constexpr E_MeasurementUnit TYPED_UNITS[] = {E_MU_MILLIMETER, E_MU_CENTIMETER, E
 /// What stands for a unit beside its abbreviation.
 struct UnitSign
 {
-    E_MeasurementDimension dimension;
+    E_MeasurementDimension dimension = E_MD_LINEAR;
     QStringView text;
-    E_MeasurementUnit unit;
+    E_MeasurementUnit unit = E_MU_CENTIMETER;
 };
 
 constexpr UnitSign UNIT_SIGNS[] = {

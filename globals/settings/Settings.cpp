@@ -97,6 +97,7 @@ public:
     void reportPending();
     /// @}
 
+    void change(const QList<SettingsChange>& changes);
     /// Writes what is pending or gives it up.
     void letGo();
 
@@ -135,6 +136,16 @@ void Settings::Private::reportPending()
     }
     if (isPending != wasPending && observer)
         observer(isPending);
+}
+
+void Settings::Private::change(const QList<SettingsChange>& changes)
+{
+    const QString failure = ask([&changes](SettingsFile& file) {
+        const bool isWritten = file.change(changes);
+        return isWritten ? QString() : file.failureToWrite(QStringLiteral("kept in memory"));
+    });
+    if (!failure.isEmpty())
+        logError(failure);
 }
 
 void Settings::Private::letGo()
@@ -234,15 +245,7 @@ void Settings::changeSettings(const QList<SettingsChange>& changes)
 {
     if (!d->store)
         return;
-    d->run([&] {
-        const QList<SettingsChange> storable = storableOnes(changes);
-        const QString failure = d->ask([&](SettingsFile& file) {
-            const bool isWritten = file.change(storable);
-            return isWritten ? QString() : file.failureToWrite(QStringLiteral("kept in memory"));
-        });
-        if (!failure.isEmpty())
-            logError(failure);
-    });
+    d->run([&] { d->change(storableOnes(changes)); });
     d->reportPending();
 }
 

@@ -259,7 +259,7 @@ void Terminal::suspend()
 {
     tcsetattr(m_system->terminal.get(), TCSAFLUSH, &m_system->before);
     sigaction(SUSPENSION, &m_system->beforeSuspension, nullptr);
-    ::raise(SUSPENSION); // returns when the shell goes on with the program
+    static_cast<void>(::raise(SUSPENSION)); // returns when the shell goes on with the program
     m_system->beforeSuspension = catchSignal(SUSPENSION);
     m_interruption.m_system->signal = 0;
     silence();

@@ -519,7 +519,7 @@ private Q_SLOTS:
         const QObject display;
         connect(states(), &StateHandler::progressChanged, &display,
                 [&shown](const ProgressSnapshot& snapshot) {
-                    QCOMPARE(QThread::currentThread(), qApp->thread());
+                    QCOMPARE(QThread::currentThread(), QCoreApplication::instance()->thread());
                     shown << snapshot;
                 });
         addStep("late"_q);

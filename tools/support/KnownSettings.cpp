@@ -74,8 +74,8 @@ struct KnownRow
 {
     QLatin1String group;
     QLatin1String key;
-    bool (*accepts)(const QVariant& value);
-    const char* wanted;
+    bool (*accepts)(const QVariant& value) = nullptr;
+    const char* wanted = nullptr;
 };
 
 constexpr KnownRow KNOWN[] = {

@@ -59,7 +59,7 @@ QByteArray LogReader::readLine()
     if (!m_file.isSequential() && m_file.size() < m_file.pos())
         m_file.seek(0); // started afresh by its writer
     const qint64 begin = m_file.pos();
-    const QByteArray line = m_file.readLine(LONGEST);
+    QByteArray line = m_file.readLine(LONGEST);
     const bool isOpen = !line.isEmpty() && !line.endsWith('\n') && line.size() < LONGEST - 1;
     if (!isOpen || m_openEnd == OpenEnd::Taken)
         return line;

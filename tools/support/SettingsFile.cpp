@@ -19,7 +19,7 @@ namespace {
 QString nameFrom(const QCommandLineParser& line, int place, const char* name)
 {
     const QStringList arguments = line.positionalArguments();
-    const QString given = arguments.value(place);
+    QString given = arguments.value(place);
     if (arguments.size() > place && given.count(QLatin1Char('/')) == given.size())
         throw UsageError(QStringLiteral("%1 is empty").arg(QLatin1String(name)));
     return given;

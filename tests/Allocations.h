@@ -4,10 +4,10 @@
 /// Allocations.cpp stands between all libraries and the C library.
 class EndOfMemory
 {
+public:
     EndOfMemory(const EndOfMemory&) = delete;
     EndOfMemory& operator=(const EndOfMemory&) = delete;
 
-public:
     enum class Failing {
         One,     ///< only the one after \p allocations
         AllLater ///< and each after it

@@ -80,7 +80,7 @@ constexpr Job JOBS[] = {
          float red = 0;
          float green = 0;
          float blue = 0;
-         for (double kelvin = 1000; kelvin < 12000; kelvin += 100)
+         for (int kelvin = 1000; kelvin < 12000; kelvin += 100)
              temperaturToColor(kelvin, red, green, blue);
      }},
     {"progress-step",

@@ -39,8 +39,8 @@ private:
     std::future<TEKLUVA::E_ProcessResult> m_work;
     QLineEdit* m_text;
     QStandardItemModel* m_rows;
-    QMenu* m_fileMenu;
-    QAction* m_open;
-    QAction* m_settings;
-    QAction* m_quit;
+    QMenu* m_fileMenu = nullptr;
+    QAction* m_open = nullptr;
+    QAction* m_settings = nullptr;
+    QAction* m_quit = nullptr;
 };

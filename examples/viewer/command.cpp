@@ -16,7 +16,7 @@ int main(int argc, char** argv)
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 3) {
-        std::fputs("usage: catalogue CATALOGUE TEXT\n", stderr);
+        static_cast<void>(std::fputs("usage: catalogue CATALOGUE TEXT\n", stderr));
         return 2;
     }
     TEKLUVA::StateHandler::getInstance()->newProcess(QString(), false, false);
@@ -28,7 +28,7 @@ int main(int argc, char** argv)
                         article.width, article.depth, article.height);
         return articles.isEmpty() ? 1 : 0;
     } catch (const std::exception& e) {
-        std::fprintf(stderr, "catalogue: %s\n", e.what());
+        static_cast<void>(std::fprintf(stderr, "catalogue: %s\n", e.what()));
         return 1;
     }
 }

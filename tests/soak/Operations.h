@@ -10,10 +10,10 @@ namespace Operations {
 
 struct Operation
 {
-    const char* name;
-    bool (*succeeds)();
+    const char* name = nullptr;
+    bool (*succeeds)() = nullptr;
     /// Whether what it leaves is whole. An operation that \p claims success has made all of it new.
-    bool (*holds)(bool claims);
+    bool (*holds)(bool claims) = nullptr;
     /// Without memory for its objects.
     bool mayThrow = false;
 };

@@ -68,7 +68,7 @@ template <typename Operation>
 auto run(Operation&& operation)
 {
     return withoutExceptions(operation, [](const char* what) {
-        logError(std::string("Could not complete a file operation (") + what + ").");
+        logError(std::string("Could not complete a file operation (") + orUnknown(what) + ").");
     });
 }
 

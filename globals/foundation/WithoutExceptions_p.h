@@ -36,4 +36,10 @@ auto withoutExceptions(Operation&& operation) noexcept -> decltype(operation())
     return withoutExceptions(operation, [](const char*) {});
 }
 
+/// For a message about an exception.
+inline const char* orUnknown(const char* what)
+{
+    return what ? what : "unknown exception";
+}
+
 } // namespace TEKLUVA

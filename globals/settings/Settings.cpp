@@ -60,7 +60,8 @@ public:
     static auto run(Operation&& operation)
     {
         return withoutExceptions(operation, [](const char* what) {
-            logError(std::string("Could not complete an operation on the settings (") + what + ").");
+            logError(std::string("Could not complete an operation on the settings (") + orUnknown(what)
+                     + ").");
         });
     }
 

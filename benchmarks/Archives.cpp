@@ -22,6 +22,7 @@ using namespace TEKLUVA;
 namespace {
 
 constexpr int ENTRY_SIZE = 1024;
+constexpr int MOST_ENTRIES = 10000;
 constexpr std::size_t LONGEST_NAME = 256;
 
 struct Wanted
@@ -99,15 +100,19 @@ std::size_t listWithLibzip(const Wanted& wanted)
     return names.size();
 }
 
-QByteArray readWithLibzip(const Wanted& wanted)
+QByteArray contentWithLibzip(zip_t* archive, const std::string& name)
 {
-    const LibzipArchive archive = openWithLibzip(wanted);
     zip_stat_t info{};
-    zip_stat(archive.get(), wanted.name.c_str(), 0, &info);
-    const LibzipFile file(zip_fopen_index(archive.get(), info.index, 0));
+    zip_stat(archive, name.c_str(), 0, &info);
+    const LibzipFile file(zip_fopen_index(archive, info.index, 0));
     QByteArray content(static_cast<int>(info.size), Qt::Uninitialized);
     zip_fread(file.get(), content.data(), info.size);
     return content;
+}
+
+QByteArray readWithLibzip(const Wanted& wanted)
+{
+    return contentWithLibzip(openWithLibzip(wanted).get(), wanted.name);
 }
 
 /// Bound before the program's own symbols, so that QuaZip finds its own minizip and we find ours.
@@ -162,12 +167,40 @@ struct Size
     const char* name;
     int entries;
 };
-constexpr Size SIZES[] = {{"10 entries", 10}, {"1,000 entries", 1000}, {"10,000 entries", 10000}};
+constexpr Size SIZES[] = {{"10 entries", 10}, {"1,000 entries", 1000}, {"10,000 entries", MOST_ENTRIES}};
 
 /// The entry in the middle is what finding one by its name costs on the average.
 Wanted wantedOf(int count)
 {
     return {QString::fromStdString(Bench::archive(count)), Bench::entryName(count / 2)};
+}
+
+// All entries one after the other, by one reader or from one archive that stays open.
+
+std::size_t readAllWithUs(const std::string& path)
+{
+    DataFileReader reader(QString::fromStdString(path), QString());
+    std::size_t bytes = 0;
+    for (int entry = 0; entry < MOST_ENTRIES; ++entry)
+        bytes += static_cast<std::size_t>(reader.getContentOfArchivedFile(Bench::entryName(entry)).size());
+    return bytes;
+}
+
+std::size_t readAllWithLibzip(const std::string& path)
+{
+    const LibzipArchive archive(zip_open(path.c_str(), ZIP_RDONLY, nullptr));
+    std::size_t bytes = 0;
+    for (int entry = 0; entry < MOST_ENTRIES; ++entry)
+        bytes += static_cast<std::size_t>(contentWithLibzip(archive.get(), Bench::entryName(entry)).size());
+    return bytes;
+}
+
+void addAll(const char* side, std::size_t (*readAll)(const std::string& path))
+{
+    Bench::addSlow(
+        std::string("read all entries by name/10,000 entries/") + side, [] { Bench::archive(MOST_ENTRIES); },
+        [readAll] { return readAll(Bench::archive(MOST_ENTRIES)) == std::size_t{MOST_ENTRIES} * ENTRY_SIZE; })
+        ->Unit(benchmark::kMillisecond);
 }
 
 void addSide(const Size& size, const Side& side)
@@ -219,4 +252,6 @@ void Bench::addArchives()
         for (const Side& side : SIDES)
             addSide(size, side);
     }
+    addAll("ours", &readAllWithUs);
+    addAll("libzip", &readAllWithLibzip);
 }

@@ -340,6 +340,19 @@ private Q_SLOTS:
         QVERIFY(wrong.visitArchivedFiles([](const auto& file) { return !file.size || !file.content(); }));
     }
 
+    void readsOtherEntriesWhileItVisits()
+    {
+        QVERIFY(DataFileCreator().createArchivFromData({{"a"_q, "first"}, {"b"_q, "second"}}, SUBJECT,
+                                                       QString()));
+        const DataFileReader reader(SUBJECT, QString());
+        QByteArrayList seen = {reader.getContentOfArchivedFile("a")};
+        QVERIFY(reader.visitArchivedFiles([&seen, &reader](const ArchivedFile& file) {
+            seen << file.beginning(1) << reader.getContentOfArchivedFile("b") << *file.content();
+            return true;
+        }));
+        QCOMPARE(seen.join(' '), QByteArray("first f second first s second second"));
+    }
+
 private:
     int m_descriptors = 0;
 };

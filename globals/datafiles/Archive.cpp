@@ -45,12 +45,26 @@ std::optional<ArchiveEntry> currentEntry(void* zip, std::string& name)
 
 } // namespace
 
-void Archive::Close::operator()(void* archive) const
+struct MinizipArchive
 {
-    unzClose(archive);
+    explicit MinizipArchive(qint64 size)
+        : source(size)
+    {
+    }
+    Q_DISABLE_COPY(MinizipArchive)
+    ~MinizipArchive() { unzClose(zip); }
+
+    ReadAhead source;
+    void* zip = nullptr;
+};
+
+void CloseMinizip::operator()(MinizipArchive* archive) const
+{
+    delete archive;
 }
 
-Archive::Archive(const QByteArray& fileName, KnownDirectory& known)
+Archive::Archive(const QByteArray& fileName, KnownArchive& known)
+    : m_known(known)
 {
     std::error_code error;
     m_file = System::FileHandle::openForReading(fileName.constData(), error);
@@ -61,22 +75,31 @@ Archive::Archive(const QByteArray& fileName, KnownDirectory& known)
         return;
     if (known.directory && known.status == m_status) {
         m_directory = known.directory;
+        m_minizip = std::move(known.minizip); // from here: an operation in between opens its own
+        if (m_minizip)
+            m_minizip->source.setFile(m_file);
         return;
     }
     m_directory = ArchiveDirectory::read(m_file, m_status.size);
     const bool isKept = m_directory && m_directory->memory() <= LARGEST_KEPT_DIRECTORY;
-    known = isKept ? KnownDirectory{m_status, m_directory} : KnownDirectory();
+    known = isKept ? KnownArchive{m_status, m_directory, nullptr} : KnownArchive();
 }
 
-Archive::~Archive() = default;
+Archive::~Archive()
+{
+    if (m_directory && m_directory == m_known.directory)
+        m_known.minizip = std::move(m_minizip);
+}
 
 void* Archive::zip() const
 {
-    if (!m_zip && m_file.isOpen() && m_status.kind == System::FileKind::Regular) {
-        zlib_filefunc64_def functions = readAheadFunctions(m_file);
-        m_zip.reset(unzOpen2_64("", &functions));
+    if (!m_minizip && m_file.isOpen() && m_status.kind == System::FileKind::Regular) {
+        m_minizip.reset(new MinizipArchive(m_status.size));
+        m_minizip->source.setFile(m_file);
+        zlib_filefunc64_def functions = m_minizip->source.functions();
+        m_minizip->zip = unzOpen2_64("", &functions);
     }
-    return m_zip.get();
+    return m_minizip ? m_minizip->zip : nullptr;
 }
 
 bool Archive::isOpen() const

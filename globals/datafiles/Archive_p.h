@@ -11,11 +11,22 @@
 
 namespace TEKLUVA {
 
-/// The directory of the archive that was read last, to be used again as long as the file is the same.
-struct KnownDirectory
+/// An archive as minizip has opened it. It reads whatever file is set, which must be the same archive.
+struct MinizipArchive;
+
+struct CloseMinizip
+{
+    void operator()(MinizipArchive* archive) const;
+};
+using MinizipPointer = std::unique_ptr<MinizipArchive, CloseMinizip>;
+
+/// What was learned of the archive that was read last, to be used again as long as the file is the same. The
+/// file itself is closed between two operations.
+struct KnownArchive
 {
     System::FileStatus status;
     std::shared_ptr<ArchiveDirectory> directory;
+    MinizipPointer minizip;
 };
 
 /// A zip archive that is open for reading.
@@ -39,9 +50,9 @@ public:
         Damaged,
     };
 
-    /// Opens the file \p fileName, in the local encoding. A directory that \p known has of it is used, or
-    /// else read and kept there.
-    Archive(const QByteArray& fileName, KnownDirectory& known);
+    /// Opens the file \p fileName, in the local encoding. What \p known has of it is used, or else read and
+    /// kept there. It must outlive the archive.
+    Archive(const QByteArray& fileName, KnownArchive& known);
     ~Archive();
 
     /// False when the file is no zip archive, or none that can be read.
@@ -55,19 +66,15 @@ public:
     UnpackResult unpack(const ArchiveEntry& entry, QByteArray& content, Checksum checksum);
 
 private:
-    struct Close
-    {
-        void operator()(void* archive) const;
-    };
-
-    /// Opens the archive with minizip, once.
+    /// Opens the archive with minizip, once. Null when it cannot.
     void* zip() const;
     WalkResult walkWithMinizip(const std::function<bool(const ArchiveEntry&)>& visit);
 
+    KnownArchive& m_known;
     System::FileHandle m_file;
     System::FileStatus m_status;
     std::shared_ptr<ArchiveDirectory> m_directory; ///< null for an unusual one
-    mutable std::unique_ptr<void, Close> m_zip;    ///< after the file, which it reads
+    mutable MinizipPointer m_minizip;
 };
 
 } // namespace TEKLUVA

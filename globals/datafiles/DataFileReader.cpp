@@ -103,7 +103,7 @@ public:
 
     const QByteArray fileName; ///< in the local 8-bit encoding
     const QByteArray password; ///< UTF-8
-    KnownDirectory known;
+    KnownArchive known;
     QString error;
 };
 

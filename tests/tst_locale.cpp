@@ -24,7 +24,7 @@ int writeEverything()
     config->setRuntimeState(E_RS_STARTED);
     config->setCurrentServerTime(QDateTime::currentDateTime().addDays(-1)); // gives the log a new name
     config->setPrefferedLang("de"_q);
-    const QDateTime time(QDate(2026, 11, 22), QTime(13, 5, 9), Qt::UTC);
+    const QDateTime time = QDateTime(QDate(2026, 11, 22), QTime(13, 5, 9)).toUTC();
     Settings(config->getPath(E_PT_SETTINGS) + "settings.ini"_q, QSettings::IniFormat, nullptr)
         .setSettings("Values"_q, {{"double"_q, -1234567.25},
                                   {"float"_q, 0.1F},

@@ -176,7 +176,8 @@ bool isSettled(const FileStatus& status)
 std::error_code setModified(const Path& path, qint64 modified)
 {
     constexpr qint64 SECOND = 1'000'000'000;
-    const timespec times[] = {{0, UTIME_OMIT}, {modified / SECOND, modified % SECOND}};
+    const timespec times[] = {{0, UTIME_OMIT},
+                              {static_cast<time_t>(modified / SECOND), static_cast<long>(modified % SECOND)}};
     return errorOf(::utimensat(AT_FDCWD, path.c_str(), times,
                                0)); // NOLINT(cppcoreguidelines-pro-bounds-array-to-pointer-decay)
 }

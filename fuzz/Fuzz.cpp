@@ -26,7 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     static TestLog::ActiveLog active;
     // A copy that ends where the input does, so that reading on is seen.
     fuzz(QByteArray(reinterpret_cast<const char*>(bytes), static_cast<int>(size)));
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    TestHome::sendDeletions();
     active.log().resetLog(true);
     return 0;
 }

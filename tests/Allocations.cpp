@@ -52,26 +52,28 @@ bool EndOfMemory::hasCome()
 }
 
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): glibc names them so
+#pragma GCC visibility push(default)
 extern "C" {
 
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* memory, std::size_t size);
 
-__attribute__((visibility("default"))) void* malloc(std::size_t size) noexcept
+void* malloc(std::size_t size) noexcept
 {
     return fails(__builtin_return_address(0)) ? nullptr : __libc_malloc(size);
 }
 
-__attribute__((visibility("default"))) void* calloc(std::size_t count, std::size_t size) noexcept
+void* calloc(std::size_t count, std::size_t size) noexcept
 {
     return fails(__builtin_return_address(0)) ? nullptr : __libc_calloc(count, size);
 }
 
-__attribute__((visibility("default"))) void* realloc(void* memory, std::size_t size) noexcept
+void* realloc(void* memory, std::size_t size) noexcept
 {
     return fails(__builtin_return_address(0)) ? nullptr : __libc_realloc(memory, size);
 }
 
 } // extern "C"
+#pragma GCC visibility pop
 // NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)

@@ -117,9 +117,10 @@ QByteArrayList SystemCalls::inherited()
 }
 
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the system names them its own way
+#pragma GCC visibility push(default)
 extern "C" {
 
-__attribute__((visibility("default"))) int open64(const char* path, int flags, ...)
+int open64(const char* path, int flags, ...)
 {
     va_list more;
     va_start(more, flags);
@@ -131,69 +132,61 @@ __attribute__((visibility("default"))) int open64(const char* path, int flags, .
                : original<int(const char*, int, ...)>("open64")(path, flags, mode);
 }
 
-__attribute__((visibility("default"))) int open(const char* path, int flags, ...)
-{
-    va_list more;
-    va_start(more, flags);
-    const mode_t mode = (flags & O_CREAT) != 0 || isUnnamed(flags) ? va_arg(more, mode_t) : 0;
-    va_end(more);
-    return open64(path, flags, mode);
-}
+int open(const char* path, int flags, ...) __attribute__((alias("open64")));
 
-__attribute__((visibility("default"))) ssize_t pread64(int file, void* target, size_t size, off64_t position)
+ssize_t pread64(int file, void* target, size_t size, off64_t position)
 {
     return fails("read")
                ? -1
                : original<ssize_t(int, void*, size_t, off64_t)>("pread64")(file, target, size, position);
 }
 
-__attribute__((visibility("default"))) ssize_t pwrite64(int file, const void* bytes, size_t size,
-                                                        off64_t position)
+ssize_t pwrite64(int file, const void* bytes, size_t size, off64_t position)
 {
     return fails("write") ? -1
                           : original<ssize_t(int, const void*, size_t, off64_t)>("pwrite64")(file, bytes,
                                                                                              size, position);
 }
 
-__attribute__((visibility("default"))) int fdatasync(int file)
+int fdatasync(int file)
 {
     return fails("sync", "sync") ? -1 : original<int(int)>("fdatasync")(file);
 }
 
-__attribute__((visibility("default"))) int syncfs(int file) noexcept
+int syncfs(int file) noexcept
 {
     return fails("syncfs", "syncfs") ? -1 : original<int(int)>("syncfs")(file);
 }
 
-__attribute__((visibility("default"))) int linkat(int fromFolder, const char* from, int toFolder,
-                                                  const char* to, int flags) noexcept
+int linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) noexcept
 {
     return fails("link", QByteArray("link ") + to) ? -1
                                                    : original<int(int, const char*, int, const char*, int)>(
                                                        "linkat")(fromFolder, from, toFolder, to, flags);
 }
 
-__attribute__((visibility("default"))) int rename(const char* from, const char* to) noexcept
+int rename(const char* from, const char* to) noexcept
 {
     return fails("rename", QByteArray("rename ") + to)
                ? -1
                : original<int(const char*, const char*)>("rename")(from, to);
 }
 
-__attribute__((visibility("default"))) int unlink(const char* path) noexcept
+int unlink(const char* path) noexcept
 {
     return fails("unlink", QByteArray("unlink ") + path) ? -1 : original<int(const char*)>("unlink")(path);
 }
 
-__attribute__((visibility("default"))) dirent* readdir(DIR* folder)
+dirent* readdir(DIR* folder)
 {
     return fails("readdir") ? nullptr : original<dirent*(DIR*)>("readdir")(folder);
 }
 
-__attribute__((visibility("default"))) dirent64* readdir64(DIR* folder)
+dirent64* readdir64(DIR* folder)
 {
     return fails("readdir") ? nullptr : original<dirent64*(DIR*)>("readdir64")(folder);
 }
 
 } // extern "C"
+#pragma GCC visibility pop
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)

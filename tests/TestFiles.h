@@ -44,6 +44,20 @@ inline QByteArray contentOf(const Path& path)
     return isReadable ? file.readAll() : QByteArray();
 }
 
+/// All names in a folder, in their order.
+inline QStringList names(const QString& folder = QStringLiteral("."))
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                                  QDir::Name);
+}
+
+/// Leaves nothing in the working folder.
+inline void removeAll()
+{
+    for (const auto& entry : std::filesystem::directory_iterator("."))
+        std::filesystem::remove_all(entry);
+}
+
 /// Makes a pipe, unless there is one.
 [[nodiscard]] inline bool makePipe(const Path& path)
 {

@@ -38,6 +38,12 @@ private:
     QTemporaryDir m_folder;
 };
 
+/// Deletes what was left to the event loop.
+inline void sendDeletions()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
 inline void nameApplication()
 {
     QCoreApplication::setOrganizationName("tekluva"_q);

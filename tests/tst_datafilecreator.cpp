@@ -2,6 +2,7 @@
 #include "OtherPrograms.h"
 #include "TestArchives.h"
 #include "TestLog.h"
+#include "TestTree.h"
 
 #include "globals/DataFileCreator.h"
 #include "globals/DataFileReader.h"
@@ -97,10 +98,8 @@ private Q_SLOTS:
 
     void keepsTheOlderArchiveOnFailure()
     {
-        QVERIFY(TestFiles::write("in/good"_q, "content"));
+        TestTree::make("in/good=content pipe~ subject=old"_q);
         QVERIFY(TestFiles::write("in/large"_q, TestData::content("large.dat")));
-        QVERIFY(TestFiles::makePipe("pipe"));
-        QVERIFY(TestFiles::write(SUBJECT, "old"));
         const auto before = TestFiles::treeBelow();
         const DataFileCreator creator;
         const auto packs = [&creator](const QStringList& files, const QString& target = SUBJECT) {

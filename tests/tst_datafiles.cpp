@@ -18,28 +18,6 @@ const QString PASSWORD = "house-planner!"_q;
 /// In the working folder, for files made by a test.
 const QString SUBJECT = "subject"_q;
 
-// Places in the headers of a zip archive.
-constexpr int CENTRAL_METHOD = 10;
-constexpr int CENTRAL_SIZE = 24;
-constexpr int CENTRAL_NAME_SIZE = 28;
-constexpr int LOCAL_METHOD = 8;
-constexpr int LOCAL_SIZE = 22;
-
-/// Messages about the subject and its entry "first.txt".
-const QString NOTHING;
-const QString NO_ARCHIVE = "The archiv subject could not be opened. Please check whether the file exists."_q;
-const QString NO_FIRST = "The archiv subject seems to be empty. Could not go to first file."_q;
-const QString NO_INFO =
-    "Could not get the info of the current file in the archiv subject. Proberbly the archiv is "
-    "currupted."_q;
-const QString NOT_LOCATED = "Could not locate first.txt in the archiv subject."_q;
-const QString NOT_ALLOCATED =
-    "Could not allocate enough memory to read the file first.txt from archiv subject. The "
-    "file needs to be read piece by piece."_q;
-const QString NOT_OPENED =
-    "The file first.txt from archiv subject couldn't be opened. Maybe the password is wrong."_q;
-const QString NOT_READ = "The first.txt from archiv subject couldn't be read correct."_q;
-
 bool makeSubject(const QByteArray& content)
 {
     return TestFiles::write(SUBJECT, content);
@@ -50,11 +28,20 @@ QByteArray patched(QByteArray bytes, QByteArray::size_type at, const QByteArray&
     return bytes.replace(at, patch.size(), patch);
 }
 
-/// \p archive with the same bytes in both headers of its first entry.
-QByteArray claiming(const QByteArray& archive, int local, int central, const QByteArray& claim)
+/// An archive of tests/data with the changes that the current row has.
+QByteArray damagedArchive()
 {
-    return patched(patched(archive, local, claim), centralHeader(archive) + central,
-                   claim); // NOLINT(readability-suspicious-call-argument)
+    QByteArray archive = TestData::content(TestData::field("archive").toLatin1().constData());
+    const auto first = centralHeader(archive);
+    const QMap<QString, QByteArray::size_type> places = {
+        {"start"_q, 0}, {"first"_q, first}, {"second"_q, centralHeader(archive, first + 1)}};
+    for (const QString& change : TestData::field("changes").split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        const QStringList parts = change.split(QRegularExpression("[+=]"_q));
+        archive = parts.size() == 3 ? patched(archive, places[parts[0]] + parts[1].toInt(),
+                                              QByteArray::fromHex(parts[2].toLatin1()))
+                                    : parts[0].toLatin1() + archive;
+    }
+    return archive;
 }
 
 /// Decrypts from memory that ends where the block does, so that reading on is seen.
@@ -227,42 +214,11 @@ private Q_SLOTS:
 
     void reportsWhyAnArchiveCannotBeRead_data()
     {
-        QTest::addColumn<QByteArray>("archive");
-        QTest::addColumn<QString>("listing");
-        QTest::addColumn<QString>("reading");
-        const auto row = [](const char* name, const QByteArray& archive, const QString& listing,
-                            const QString& reading) { QTest::newRow(name) << archive << listing << reading; };
-        const QByteArray small = TestData::content("small.zip");
-        const QByteArray wide = TestData::content("zip64.zip");
-        const QByteArray empty = TestData::content("empty.zip");
-        const auto first = centralHeader(small);
-        const auto second = centralHeader(small, first + 1);
-        const auto wideSize = wide.indexOf(QByteArray("\x11\0\0\0\0\0\0\0", 8), centralHeader(wide));
-
-        row("missing file", QByteArray(), NO_ARCHIVE, NO_ARCHIVE);
-        row("no archive", "just some text", NO_ARCHIVE, NO_ARCHIVE);
-        row("no entries and nothing else", empty, NO_FIRST, NOT_LOCATED);
-        row("no entries after other bytes", "stub" + empty, NO_FIRST, NOT_LOCATED);
-        row("no such entry", TestData::content("protected.zip"), NOTHING, NOT_LOCATED);
-        row("entry in another case", QByteArray(small).replace("first", "First"), NOTHING, NOT_LOCATED);
-        row("first header of the directory damaged", patched(small, first, "PX"), NO_FIRST, NOT_LOCATED);
-        row("name of the first entry longer than the archive",
-            patched(small, first + CENTRAL_NAME_SIZE, "\x60\xea"), NO_INFO, NOT_LOCATED);
-        row("second header of the directory damaged", patched(small, second, "PX"), NO_INFO, NOTHING);
-        row("header of the entry damaged", patched(small, 0, "PX"), NOTHING, NOT_OPENED);
-        row("unknown method", claiming(small, LOCAL_METHOD, CENTRAL_METHOD, "\x63"), NOTHING, NOT_OPENED);
-        row("a byte less declared", claiming(small, LOCAL_SIZE, CENTRAL_SIZE, "\x0d"), NOTHING, NOTHING);
-        row("a byte more declared", claiming(small, LOCAL_SIZE, CENTRAL_SIZE, "\x0f"), NOTHING, NOT_READ);
-        row("a byte more declared in one place", patched(small, LOCAL_SIZE, "\x0f"), NOTHING, NOT_OPENED);
-        row("nearly 4 GiB declared", claiming(small, LOCAL_SIZE, CENTRAL_SIZE, "\xfe\xff\xff\xff"), NOTHING,
-            NOT_ALLOCATED);
-        row("4 GiB declared in 64 bits", patched(wide, wideSize, QByteArray("\0\0\0\0\1\0\0\0", 8)), NOTHING,
-            NOT_ALLOCATED);
+        TestData::addRows("archives-damaged.txt", {"archive", "changes", "listing", "reading"});
     }
     void reportsWhyAnArchiveCannotBeRead()
     {
-        QFETCH(QByteArray, archive);
-        QVERIFY(archive.isEmpty() || makeSubject(archive));
+        QVERIFY(TestData::field("archive").isEmpty() || makeSubject(damagedArchive()));
         const DataFileReader reader(SUBJECT, QString());
         const auto messages = [](TestLog::ActiveLog& log) {
             return log.entries().join(QLatin1Char('\n')).remove("8192 "_q);
@@ -277,20 +233,15 @@ private Q_SLOTS:
         QCOMPARE(isRead, messages(whileReading).isEmpty());
     }
 
-    void listsAsManyEntriesAsThereAre_data()
-    {
-        QTest::addColumn<int>("count");
-        QTest::newRow("as many as the count can hold") << 0xffff;
-        QTest::newRow("more") << 0x10001;
-    }
     void listsAsManyEntriesAsThereAre()
     {
-        QFETCH(int, count);
-        const QByteArray archive = archiveOf(count);
-        // Bytes before the archive are not plain: minizip lists them.
-        for (const QByteArray& before : {QByteArray(), QByteArray("stub")}) {
-            QVERIFY(makeSubject(before + archive));
-            QCOMPARE(int(DataFileReader(SUBJECT, QString()).getListOfArchivedFiles().size()), count);
+        for (const int count : {0xffff, 0x10001}) { // as many as the count can hold, and more
+            // Bytes before the archive are not plain: minizip lists them.
+            for (const QByteArray before : {"", "stub"}) {
+                const TestHome::Turn turn(qMakePair(count, before));
+                QVERIFY(makeSubject(before + archiveOf(count)));
+                QCOMPARE(int(DataFileReader(SUBJECT, QString()).getListOfArchivedFiles().size()), count);
+            }
         }
     }
 

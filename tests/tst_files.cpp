@@ -2,6 +2,7 @@
 #include "TestCalls.h"
 #include "TestHome.h"
 #include "TestLog.h"
+#include "TestTree.h"
 
 #include "globals/ConfigManager.h"
 
@@ -10,19 +11,15 @@
 #include <QPushButton>
 #include <QThread>
 
-#include <algorithm>
 #include <future>
 
 using namespace TEKLUVA;
 using namespace TestCalls;
 namespace fs = std::filesystem;
 
-// The tables write what lies on the disk in one notation, with blanks between the entries:
-// "folder/file=content", "empty-folder/", "link@text-of-the-link", "pipe~", "file-of-zeros*size". In names,
-// contents and arguments "+" is a blank, %E4 a byte and HERE the folder that all is in; "-" alone is an empty
-// argument. After a call's arguments come options: a copy is "recursive", a "move" or of files with a suffix
-// ".png"; the user says "yes" or "no" to a question, the disk is "full" beyond 8 bytes a file, the call comes
-// from another "thread".
+// After a call's arguments come options: a copy is "recursive", a "move" or of files with a suffix ".png";
+// the user says "yes" or "no" to a question, the disk is "full" beyond 8 bytes a file, the call comes from
+// another "thread".
 
 namespace {
 
@@ -35,59 +32,12 @@ const auto config = &ConfigManager::getInstance;
 /// Makes a manager that starts under the names and with the settings file of this moment.
 const auto freshConfig = [] { return delete config(), config(); };
 
-QByteArrayList wordsIn(const QString& text)
-{
-    QByteArrayList words;
-    const QString there = QString(text).replace("HERE"_q, QDir::currentPath());
-    for (const QString& word : there.split(QLatin1Char(' '), Qt::SkipEmptyParts))
-        words << QByteArray::fromPercentEncoding(word == "-"_q ? "" : word.toUtf8().replace('+', ' '));
-    return words;
-}
-
 QStringList textsIn(const QString& text)
 {
     QStringList texts;
-    for (const QByteArray& word : wordsIn(text))
+    for (const QByteArray& word : TestTree::wordsIn(text))
         texts << QString::fromUtf8(word);
     return texts;
-}
-
-QByteArray sorted(QByteArrayList words)
-{
-    std::sort(words.begin(), words.end());
-    return words.join(' ');
-}
-
-void makeTree(const QString& tree)
-{
-    for (const QByteArray& word : wordsIn(tree)) {
-        const std::string entry = word.toStdString();
-        const std::size_t end = entry.find_first_of("=@~*");
-        const char kind = end == std::string::npos ? '/' : entry[end];
-        const fs::path path = fs::absolute(entry.substr(0, end));
-        fs::create_directories(path.parent_path());
-        if (kind == '=')
-            QVERIFY(TestFiles::write(path, word.mid(int(end) + 1)));
-        else if (kind == '@')
-            fs::create_symlink(entry.substr(end + 1), path);
-        else if (kind == '*')
-            std::ofstream(path).seekp(std::stoll(entry.substr(end + 1)) - 1).put(0);
-        else if (kind == '~')
-            QVERIFY(TestFiles::makePipe(path));
-    }
-}
-
-/// What lies in the working directory; folders only where they are empty.
-QByteArray tree()
-{
-    QByteArrayList words;
-    const TestFiles::Tree entries = TestFiles::treeBelow();
-    for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
-        const bool isFolder = entry.key().endsWith('/');
-        if (!isFolder || std::next(entry) == entries.end() || !std::next(entry).key().startsWith(entry.key()))
-            words << entry.key() + *entry;
-    }
-    return sorted(words);
 }
 
 QVariant copy(QStringList& words)
@@ -207,7 +157,7 @@ private:
     {
         TestLog::ActiveLog active;
         enterNewHome();
-        makeTree(TestData::field("before"));
+        TestTree::make(TestData::field("before"));
         m_words = textsIn(TestData::field("call"));
         const auto act = [&] {
             const FullDisk disk(m_words.contains("full"_q) ? 8 : RLIM_INFINITY);
@@ -224,7 +174,7 @@ private:
 
         const QString here = QDir::currentPath() + QLatin1Char('/');
         const char* after = TestData::field("after") == "same"_q ? "before" : "after";
-        QCOMPARE(tree(), sorted(wordsIn(TestData::field(after))));
+        QCOMPARE(TestTree::tree(), TestTree::sorted(TestTree::wordsIn(TestData::field(after))));
         QCOMPARE(result.remove(here), textsIn(TestData::field("result")).join(QLatin1Char(' ')));
         QCOMPARE(active.entries().join("; "_q).remove(here), TestData::field("said"));
     }

@@ -29,6 +29,7 @@
 #include "tests/TestFiles.h"
 #include "tests/TestHome.h"
 #include "tests/TestLog.h"
+#include "tests/TestThreads.h"
 
 #include "globals/ConfigManager.h"
 #include "globals/DataFileCreator.h"
@@ -62,7 +63,7 @@ bool survives(Fault&& fault)
     fault([&claims] {
         for (const Operation& operation : all())
             claims.push_back(operation.succeeds());
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        TestHome::sendDeletions();
     });
     int tried = 0;
     int failing = 0;
@@ -125,7 +126,7 @@ bool cycles()
             Settings(nowhere, QSettings::IniFormat, nullptr).setSetting("G"_q, "k"_q, 1);
             Log("no/where", true).logStatusMessage("lost", "", 0);
         }
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        TestHome::sendDeletions();
         QCoreApplication::sendPostedEvents(); // only now Qt 6 forgets them
     }
     const auto after = used();
@@ -139,23 +140,18 @@ bool threads()
     TestLog::ActiveLog active;
     StateHandler& states = *StateHandler::getInstance();
     states.newProcess("soak"_q, true, true);
-    std::vector<std::thread> workers;
-    for (int worker = 0; worker < 8; ++worker) {
-        workers.emplace_back([&, worker] {
-            const QString name = QString::number(worker);
-            states.addProgressStep(name, ProgressStep::E_PRT_TRANSFER, name, name, false,
-                                   ProgressStep::E_PS_RUNNING);
-            for (unsigned int i = 1; i <= 50; ++i) {
-                settings.setSetting(name, "i"_q, i);
-                active.log().logStatusMessage(name.toStdString(), "", 0);
-                states.setCurrentProgressBarStep(name, i);
-                states.setAbort();
-                static_cast<void>(states.wasAborted() && settings.getAllGroups().isEmpty());
-            }
-        });
-    }
-    for (std::thread& worker : workers)
-        worker.join();
+    TestThreads::run(8, [&](int worker) {
+        const QString name = QString::number(worker);
+        states.addProgressStep(name, ProgressStep::E_PRT_TRANSFER, name, name, false,
+                               ProgressStep::E_PS_RUNNING);
+        for (unsigned int i = 1; i <= 50; ++i) {
+            settings.setSetting(name, "i"_q, i);
+            active.log().logStatusMessage(name.toStdString(), "", 0);
+            states.setCurrentProgressBarStep(name, i);
+            states.setAbort();
+            static_cast<void>(states.wasAborted() && settings.getAllGroups().isEmpty());
+        }
+    });
     return active.log().getEntryCount() == 400 && settings.getAllGroups().count() == 8;
 }
 
@@ -181,25 +177,22 @@ bool logs()
     LogManager* registry = LogManager::getInstance();
     reportFailure(); // the configuration manager is made in the main thread
     std::atomic<bool> isOver{false};
-    std::vector<std::thread> workers;
-    for (int worker = 0; worker < 4; ++worker) {
-        workers.emplace_back([&isOver] {
-            while (!isOver)
-                reportFailure();
-        });
-    }
+    const auto report = [&isOver](int) {
+        while (!isOver)
+            reportFailure();
+    };
     unsigned entries = 0;
-    for (int i = 0; i < 300; ++i) {
-        const auto log = std::make_unique<Log>("soak" + std::to_string(i % 3), true);
-        registry->setActiveLog(log.get());
-        std::this_thread::sleep_for(std::chrono::microseconds(100 * (i % 5)));
-        if (i % 2 == 0) // the others are deleted while they are active
-            registry->restorePreviousLog();
-        entries += log->getEntryCount();
+    {
+        const TestThreads workers(4, report, [&isOver] { isOver = true; });
+        for (int i = 0; i < 300; ++i) {
+            const auto log = std::make_unique<Log>("soak" + std::to_string(i % 3), true);
+            registry->setActiveLog(log.get());
+            std::this_thread::sleep_for(std::chrono::microseconds(100 * (i % 5)));
+            if (i % 2 == 0) // the others are deleted while they are active
+                registry->restorePreviousLog();
+            entries += log->getEntryCount();
+        }
     }
-    isOver = true;
-    for (std::thread& worker : workers)
-        worker.join();
     registry->setActiveLog(new Log("late", true)); // nobody deletes it
     return entries > 0 && registry->getAllLogs().size() == 1;
 }

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "TestFiles.h"
 #include "TestHome.h"
+
+#include "globals/Settings.h"
 
 #include <QBitArray>
 #include <QColor>
@@ -218,6 +221,16 @@ inline QVariantMap samples()
         {"other/object"_q, QJsonObject{{"a"_q, 1}}},
         {"other/none"_q, QVariant()},
     };
+}
+
+/// The file after all \p values were set in it with one change.
+inline QByteArray writtenTo(const QString& file, const QVariantMap& values)
+{
+    QList<TEKLUVA::SettingsChange> changes;
+    for (auto value = values.begin(); value != values.end(); ++value)
+        changes << TEKLUVA::SettingsChange{QString(), value.key(), *value};
+    TEKLUVA::Settings(file, QSettings::IniFormat, nullptr).changeSettings(changes);
+    return TestFiles::contentOf(file);
 }
 
 } // namespace SettingsValues

@@ -1,47 +1,21 @@
-#include "FullDisk.h"
-#include "TestData.h"
-#include "TestHome.h"
-#include "TestLog.h"
+#include "TestSettings.h"
 
-#include "globals/Settings.h"
-
-#include <QElapsedTimer>
-#include <QLockFile>
 #include <QTimeZone>
 
-#include <memory>
-#include <thread>
-
 using namespace TEKLUVA;
-
-namespace {
-
-const QString FILE_NAME = "settings.ini"_q;
-const QString LOCK_NAME = FILE_NAME + ".lock"_q;
-
-QByteArray content()
-{
-    return TestFiles::contentOf(FILE_NAME);
-}
-
-void processDeletions()
-{
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-} // namespace
+using namespace TestSettings;
 
 class SettingsTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_settings = std::make_unique<Settings>(FILE_NAME, QSettings::IniFormat, nullptr); }
+    void init() { m_settings = open(); }
     void cleanup()
     {
         m_settings.reset();
-        processDeletions();
-        QFile::remove(FILE_NAME);
+        TestHome::sendDeletions();
+        TestFiles::removeAll();
     }
 
     void aWriteIsInTheFileWhenItReturns_data()
@@ -54,8 +28,7 @@ private Q_SLOTS:
         QVERIFY(TestTypes::convert(value, TestTypes::numberOf(TestData::field("type").toLatin1())));
         m_settings->setSetting("Group"_q, "key"_q, value);
         QCOMPARE(content(), "[Group]\n" + TestData::field("line").toLatin1() + "\n");
-        const Settings again(FILE_NAME, QSettings::IniFormat, nullptr);
-        QCOMPARE(again.getSetting("Group"_q, "key"_q).toString(), value.toString());
+        QCOMPARE(open()->getSetting("Group"_q, "key"_q).toString(), value.toString());
     }
 
     void withoutAStoreNothingHappens()
@@ -78,7 +51,7 @@ private Q_SLOTS:
 
     void groupsAndKeys()
     {
-        QVERIFY(TestFiles::write(FILE_NAME, "[X]\na=1\nb=2\nsub\\c=3\n\n[OnlySub]\nsub\\d=4\n\n[Y]\ne=5\n"));
+        replace("[X]\na=1\nb=2\nsub\\c=3\n\n[OnlySub]\nsub\\d=4\n\n[Y]\ne=5\n");
         init();
         QVERIFY(m_settings->hasSettingGroup("X"_q) && !m_settings->hasSettingGroup("OnlySub"_q));
         QCOMPARE(m_settings->getAllGroups(), QStringList({"OnlySub"_q, "X"_q, "Y"_q}));
@@ -96,10 +69,10 @@ private Q_SLOTS:
     void changesOfAnotherProcessAreSeenAndKept()
     {
         m_settings->setSetting("G"_q, "mine"_q, 1);
-        QVERIFY(TestFiles::write(FILE_NAME, "[G]\nmine=1\ntheirs=22\n"));
+        replace("[G]\nmine=1\ntheirs=22\n");
         QVERIFY(!m_settings->hasSetting("G"_q, "theirs"_q));
         QCOMPARE(m_settings->getSetting("G"_q, "theirs"_q).toInt(), 22);
-        QVERIFY(TestFiles::write(FILE_NAME, "[G]\nmine=1\ntheirs=333\n"));
+        replace("[G]\nmine=1\ntheirs=333\n");
         m_settings->setSetting("G"_q, "mine"_q, 2);
         QCOMPARE(content(), QByteArray("[G]\nmine=2\ntheirs=333\n"));
     }
@@ -110,7 +83,7 @@ private Q_SLOTS:
         copy->setSetting("G"_q, "k"_q, 1);
         QVERIFY(m_settings->hasSetting("G"_q, "k"_q));
         copy.reset();
-        processDeletions();
+        TestHome::sendDeletions();
         m_settings->setSetting("G"_q, "k"_q, 2);
         QCOMPARE(content(), QByteArray("[G]\nk=1\n"));
     }
@@ -140,15 +113,15 @@ private Q_SLOTS:
     void aStoreThatEndsOnAFullDiskKeepsTheFileWhole()
     {
         for (const bool byParent : {false, true}) {
-            QVERIFY(TestFiles::write(FILE_NAME, "[G]\nk=1\n"));
+            replace("[G]\nk=1\n");
             const FullDisk full(4096);
             auto parent = std::make_unique<QObject>();
-            auto settings = std::make_unique<Settings>(FILE_NAME, QSettings::IniFormat, parent.get());
+            auto settings = open(parent.get());
             settings->setSetting("G"_q, "k"_q, QString(5000, QLatin1Char('x')));
             if (byParent)
                 parent.reset();
             settings.reset();
-            processDeletions();
+            TestHome::sendDeletions();
             QCOMPARE(content(), QByteArray("[G]\nk=1\n"));
         }
     }
@@ -170,7 +143,7 @@ private Q_SLOTS:
         QVERIFY(QFile::remove(FILE_NAME) && failToWrite(1));
         m_settings->openSettingsFile(FILE_NAME, QSettings::IniFormat, nullptr);
         m_settings->setSetting("G"_q, "k"_q, 2);
-        processDeletions();
+        TestHome::sendDeletions();
         QCOMPARE(content(), QByteArray("[G]\nk=2\n"));
     }
 
@@ -193,7 +166,7 @@ private Q_SLOTS:
         const auto text = [](const char* column) {
             return TestData::field(column).replace("~"_q, "\n"_q).toLatin1() + '\n';
         };
-        QVERIFY(TestFiles::write(FILE_NAME, text("lines")));
+        replace(text("lines"));
         init();
         QVERIFY(!m_settings->getSetting("G"_q, "d"_q).isValid());
         QVERIFY(!m_settings->getSettings("G"_q).value("d"_q).isValid());
@@ -212,14 +185,14 @@ private Q_SLOTS:
             init();
         }
         m_settings->setSetting("G"_q, "k"_q, 2);
-        processDeletions();
+        TestHome::sendDeletions();
         QCOMPARE(content(), QByteArray("[G]\nk=2\n"));
     }
 
     void aFileThatCannotBeReadForAMomentLosesNothing()
     {
         m_settings->setSetting("G"_q, "old"_q, 1);
-        QVERIFY(TestFiles::write(FILE_NAME, "[G]\nold=1\nnew=2\n"));
+        replace("[G]\nold=1\nnew=2\n");
         {
             const Limit noFiles(RLIMIT_NOFILE, 3);
             QCOMPARE(m_settings->getSetting("G"_q, "old"_q).toInt(), 1);
@@ -244,48 +217,6 @@ private Q_SLOTS:
             QCOMPARE(active.log().getEntryCount(), 2U);
             QCOMPARE(content(), QByteArray("[G]\nother=1\n"));
         }
-    }
-
-    void anAbandonedLockFileHoldsNobodyUp()
-    {
-        const QByteArray host = QSysInfo::machineHostName().toLocal8Bit();
-        for (const QByteArray& lock :
-             {QByteArray(), QByteArray("123"), "999999999\nplanner\n" + host + "\n"}) {
-            QVERIFY(TestFiles::write(LOCK_NAME, lock));
-            QElapsedTimer timer;
-            timer.start();
-            m_settings->setSetting("G"_q, "k"_q, lock.size());
-            QVERIFY2(timer.elapsed() < 1000, QByteArray::number(timer.elapsed()));
-            QCOMPARE(content(), "[G]\nk=" + QByteArray::number(lock.size()) + "\n");
-        }
-    }
-
-    void aLockThatIsHeldIsRespected()
-    {
-        QLockFile lock(LOCK_NAME);
-        QVERIFY(lock.lock());
-        std::thread writer([this] { m_settings->setSetting("G"_q, "k"_q, 1); });
-        QTest::qWait(300);
-        QVERIFY(content().isEmpty());
-        lock.unlock();
-        writer.join();
-        QCOMPARE(content(), QByteArray("[G]\nk=1\n"));
-    }
-
-    void threadsDoNotMixTheirGroups()
-    {
-        std::vector<std::thread> threads;
-        for (int t = 0; t < 4; ++t) {
-            threads.emplace_back([this, t] {
-                for (int i = 0; i < 10; ++i)
-                    m_settings->setSetting(QString::number(t), QString::number(i), t);
-            });
-        }
-        for (std::thread& thread : threads)
-            thread.join();
-        for (int t = 0; t < 4; ++t)
-            QCOMPARE(m_settings->getAllGroupMembers(QString::number(t)).count(), 10);
-        QCOMPARE(m_settings->getAllGroups().count(), 4);
     }
 
 private:

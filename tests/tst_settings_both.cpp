@@ -13,16 +13,6 @@ namespace {
 
 const QString FILE_NAME = QStringLiteral("both.ini");
 
-QByteArray afterWeWrite(const QVariantMap& values)
-{
-    QFile::remove(FILE_NAME);
-    QList<SettingsChange> changes;
-    for (auto value = values.begin(); value != values.end(); ++value)
-        changes << SettingsChange{QString(), value.key(), *value};
-    Settings(FILE_NAME, QSettings::IniFormat, nullptr).changeSettings(changes);
-    return TestFiles::contentOf(FILE_NAME);
-}
-
 /// What another process prints that reads, and writes, settings files with QSettings of the other Qt.
 QByteArray otherQt(const QStringList& arguments)
 {
@@ -43,7 +33,8 @@ class SettingsBothTest : public QObject
 private Q_SLOTS:
     void writesTheSameFileWithEitherQt()
     {
-        QCOMPARE(afterWeWrite(SettingsValues::samples()), TestData::content("settings-samples.ini"));
+        QCOMPARE(SettingsValues::writtenTo(FILE_NAME, SettingsValues::samples()),
+                 TestData::content("settings-samples.ini"));
     }
 
     void readsTheSameFileWithEitherQt()
@@ -73,7 +64,8 @@ private Q_SLOTS:
             QVariantMap values = SettingsValues::samples();
             for (int i = random.below(50); i > 0; --i)
                 values.insert(random.key(), random.variant());
-            afterWeWrite(values);
+            QFile::remove(FILE_NAME);
+            SettingsValues::writtenTo(FILE_NAME, values);
             const Settings ours(FILE_NAME, QSettings::IniFormat, nullptr);
             QByteArray lines;
             QVariantMap read;
@@ -86,8 +78,9 @@ private Q_SLOTS:
             // written: a time in a list loses its offset.
             if (OTHER_QT == 5) {
                 QFile::remove("copy.ini"_q);
+                QFile::remove("again.ini"_q);
                 QCOMPARE(otherQt({"copy"_q, FILE_NAME, "copy.ini"_q}), QByteArray());
-                QCOMPARE(TestFiles::contentOf("copy.ini"_q), afterWeWrite(read));
+                QCOMPARE(TestFiles::contentOf("copy.ini"_q), SettingsValues::writtenTo("again.ini"_q, read));
             }
         }
     }

@@ -1,49 +1,25 @@
-#include "FullDisk.h"
-#include "TestData.h"
-#include "TestHome.h"
-#include "TestLog.h"
+#include "TestSettings.h"
+#include "TestTree.h"
 
-#include "globals/Settings.h"
-
-#include <QElapsedTimer>
 #include <QFileInfo>
-#include <QLockFile>
 
 #include <array>
-#include <filesystem>
-#include <functional>
 #include <limits>
-#include <memory>
-#include <thread>
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/inotify.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace TEKLUVA;
+using namespace TestSettings;
+using TestFiles::names;
 namespace fs = std::filesystem;
 
-using Make = std::function<int()>;
-Q_DECLARE_METATYPE(Make)
 using End = std::function<void(std::unique_ptr<QObject>&, std::unique_ptr<Settings>&)>;
 Q_DECLARE_METATYPE(End)
 
 namespace {
-
-const QString FILE_NAME = "settings.ini"_q;
-const char* const LOCK_NAME = "settings.ini.lock";
-
-QByteArray content(const QString& name = FILE_NAME)
-{
-    return TestFiles::contentOf(name);
-}
-
-QStringList names()
-{
-    return QDir().entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-}
 
 /// Counts how often the settings file is replaced or made.
 class Writes
@@ -74,19 +50,18 @@ class SettingsFileTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_settings = std::make_unique<Settings>(FILE_NAME, QSettings::IniFormat, nullptr); }
+    void init() { m_settings = open(); }
     void cleanup()
     {
         m_settings.reset();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        for (const QString& name : names())
-            fs::remove_all(name.toStdString());
+        TestHome::sendDeletions();
+        TestFiles::removeAll();
     }
 
     void whatIsWrittenInTheSameTickIsSeen()
     {
-        QVERIFY(TestFiles::write(FILE_NAME, "k=1000\n"));
-        const int file = open("settings.ini", O_WRONLY | O_CLOEXEC);
+        replace("k=1000\n");
+        const int file = ::open("settings.ini", O_WRONLY | O_CLOEXEC);
         for (int i = 1001; i < 1500; ++i) { // the same inode, size and often time
             QCOMPARE(pwrite(file, QByteArray::number(i).constData(), 4, 2), ssize_t(4));
             QCOMPARE(m_settings->getSetting(QString(), "k"_q).toInt(), i);
@@ -96,20 +71,21 @@ private Q_SLOTS:
 
     void writersLoseNothing()
     {
-        std::vector<std::thread> writers;
-        for (int writer = 0; writer < 4; ++writer) {
-            writers.emplace_back([writer] {
-                Settings settings(FILE_NAME, QSettings::IniFormat, nullptr);
+        for (const bool share : {true, false}) {
+            const TestHome::Turn turn(share);
+            TestThreads::run(4, [this, share](int writer) {
+                const auto own = open();
                 for (int i = 0; i < 50; ++i)
-                    settings.setSetting(QString::number(writer), QString::number(i), i);
+                    (share ? m_settings : own)
+                        ->setSetting(QString::number(writer), QString::number(i) + (share ? "s"_q : "o"_q),
+                                     i);
             });
+            m_settings->getSetting("0"_q, "0"_q);
+            QCOMPARE(m_settings->getAllGroups().count(), 4);
+            for (int writer = 0; writer < 4; ++writer)
+                QCOMPARE(m_settings->getAllGroupMembers(QString::number(writer)).count(), share ? 50 : 100);
+            QCOMPARE(names(), QStringList(FILE_NAME));
         }
-        for (std::thread& writer : writers)
-            writer.join();
-        m_settings->getSetting("0"_q, "0"_q);
-        for (int writer = 0; writer < 4; ++writer)
-            QCOMPARE(m_settings->getAllGroupMembers(QString::number(writer)).count(), 50);
-        QCOMPARE(names(), QStringList(FILE_NAME));
     }
 
     void aRemovalOfNothingWritesNothing()
@@ -138,13 +114,12 @@ private Q_SLOTS:
 
     void aPendingChangeHoldsUpNoOtherKey()
     {
-        QVERIFY(TestFiles::write(FILE_NAME, "[G]\na=1\nb=1\n"));
+        replace("[G]\na=1\nb=1\n");
         const FullDisk full(0);
         m_settings->setSetting("G"_q, "a"_q, 2);
         {
             const Limit room(RLIMIT_FSIZE, RLIM_INFINITY);
-            QVERIFY(TestFiles::write("other"_q, "[G]\na=3\nb=3\n") && QFile::remove(FILE_NAME));
-            QVERIFY(QFile::rename("other"_q, FILE_NAME));
+            replace("[G]\na=3\nb=3\n");
         }
         QCOMPARE(m_settings->getSetting("G"_q, "b"_q).toInt(), 3);
         QCOMPARE(m_settings->getSetting("G"_q, "a"_q).toInt(), 2);
@@ -183,7 +158,7 @@ private Q_SLOTS:
     {
         TestLog::ActiveLog active;
         auto parent = std::make_unique<QObject>();
-        auto settings = std::make_unique<Settings>(FILE_NAME, QSettings::IniFormat, parent.get());
+        auto settings = open(parent.get());
         const FullDisk full(0);
         settings->setSetting("G"_q, "k"_q, 1);
         QFETCH(End, end);
@@ -194,21 +169,12 @@ private Q_SLOTS:
 
     void whatIsNoFileIsAnErrorAndNotWaitedFor_data()
     {
-        QTest::addColumn<Make>("make");
-        QTest::addColumn<QString>("reason");
-        QTest::newRow("pipe") << Make([] { return mkfifo("settings.ini", 0600); })
-                              << "Operation not supported"_q;
-        QTest::newRow("folder") << Make([] { return mkdir("settings.ini", 0700); }) << "Is a directory"_q;
-        QTest::newRow("device") << Make([] { return symlink("/dev/zero", "settings.ini"); })
-                                << "Operation not supported"_q;
-        QTest::newRow("link to itself") << Make([] { return symlink("settings.ini", "settings.ini"); })
-                                        << "Too many levels of symbolic links"_q;
+        TestData::addRows("settings-not-files.txt", {"tree", "reason"});
     }
     void whatIsNoFileIsAnErrorAndNotWaitedFor()
     {
-        QFETCH(Make, make);
         QFETCH(QString, reason);
-        QCOMPARE(make(), 0);
+        TestTree::make(TestData::field("tree"));
         TestLog::ActiveLog active;
         init();
         for (int i = 0; i < 3; ++i)
@@ -227,36 +193,27 @@ private Q_SLOTS:
 
     void linksAreFollowed()
     {
-        for (const char* target : {"there.ini", "folder/missing.ini"}) {
-            QVERIFY(QDir().mkpath("folder"_q));
+        TestTree::make("folder/"_q);
+        for (const QString& target : {"there.ini"_q, "folder/missing.ini"_q}) {
             QFile::remove(FILE_NAME);
-            QCOMPARE(symlink(target, "settings.ini"), 0);
+            QVERIFY(QFile::link(target, FILE_NAME));
             init();
             m_settings->setSetting("G"_q, "k"_q, 1);
             QVERIFY(QFileInfo(FILE_NAME).isSymLink());
-            QCOMPARE(content(QString::fromLatin1(target)), QByteArray("[G]\nk=1\n"));
+            QCOMPARE(content(target), QByteArray("[G]\nk=1\n"));
         }
     }
 
-    void whatIsNoLineIsKeptAside_data()
-    {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QList<int>>("lines");
-        const auto utf16 = QByteArray("\xff\xfe[\0G\0]\0\n\0k\0=\0001\0\n\0", 18);
-        QTest::newRow("a line without a key") << QByteArray("[G]\r\nk=1\r\n\r\nnote\r\n") << QList<int>{4};
-        QTest::newRow("after lines that go on")
-            << QByteArray("[G]\nk=\"1\n2\"\nl=3\\\n4\nnote\n") << QList<int>{6};
-        QTest::newRow("an open section") << QByteArray("; [\n[G\nk=1\n") << QList<int>{2};
-        QTest::newRow("UTF-16") << utf16 << QList<int>{1, 2, 3};
-        QTest::newRow("binary") << QByteArray("a=\0\1\2\n\0", 7) << QList<int>{1, 2};
-    }
+    void whatIsNoLineIsKeptAside_data() { TestData::addRows("settings-lines.txt", {"before", "lines"}); }
     void whatIsNoLineIsKeptAside()
     {
-        QFETCH(QByteArray, before);
-        QFETCH(QList<int>, lines);
-        QVERIFY(TestFiles::write(FILE_NAME, before));
+        const auto before = QByteArray::fromPercentEncoding(TestData::field("before").toUtf8());
+        replace(before);
         init();
-        QCOMPARE(m_settings->damagedLines(), lines);
+        QStringList lines;
+        for (const int line : m_settings->damagedLines())
+            lines << QString::number(line);
+        QCOMPARE(lines.join(QLatin1Char(' ')), TestData::field("lines"));
         m_settings->setSetting("N"_q, "n"_q, 1);
         QCOMPARE(content("settings.ini.damaged"_q), before);
         QVERIFY(m_settings->damagedLines().isEmpty());
@@ -270,13 +227,13 @@ private Q_SLOTS:
         const QByteArray nested = "@Variant(" + QByteArray(R"(\0\0\0\t\0\0\0\x1)").repeated(100'000) + ')';
         const QByteArray before =
             "[G]\na=1\nd=" + nested + "\ne=@Variant(\\0\\0\\0\\x42\\xf)\ni=@Invalid()\n";
-        QVERIFY(TestFiles::write(FILE_NAME, before));
+        replace(before);
         init();
         QVERIFY(!m_settings->getSetting("G"_q, "d"_q).isValid());
         QCOMPARE(m_settings->damagedLines(), QList<int>({3, 4}));
-        QVERIFY(TestFiles::write(FILE_NAME, "\n" + before));
+        replace("\n" + before);
         QCOMPARE(m_settings->damagedLines(), QList<int>({4, 5})); // of the file as it is now
-        QVERIFY(TestFiles::write(FILE_NAME, before));
+        replace(before);
         m_settings->setSetting("G"_q, "a"_q, 2);
         QCOMPARE(m_settings->damagedLines(), QList<int>({3, 4})); // in what was written
         QCOMPARE(content(), QByteArray(before).replace("a=1", "a=2"));
@@ -306,31 +263,19 @@ private Q_SLOTS:
 
     void aLockThatWasLeftBehindHoldsNobodyUp_data()
     {
-        QTest::addColumn<Make>("leave");
-        const auto addText = [](const char* name, const QByteArray& text, int age = 0) {
-            QTest::newRow(name) << Make([=] {
-                const timespec times[] = {{time(nullptr) - age, 0}, {time(nullptr) - age, 0}};
-                return TestFiles::write(LOCK_NAME, text) ? utimensat(AT_FDCWD, LOCK_NAME, times, 0) : -1;
-            });
-        };
-        const QByteArray host =
-            QSysInfo::machineHostName().toLocal8Bit() + '\n' + QSysInfo::machineUniqueId() + '\n';
-        addText("empty", {});
-        addText("half written", "123");
-        addText("of a process that is gone", "999999999\nplanner\n" + host);
-        addText("of another process with our number", QByteArray::number(QCoreApplication::applicationPid())
-                                                          + "\ntst_settings_file\n" + host
-                                                          + QSysInfo::bootUniqueId());
-        addText("of another host, old", "1\nplanner\nelsewhere\nid\nboot\n", 31);
-        addText("of another host, in the future", "1\nplanner\nelsewhere\nid\nboot\n", -3600);
-        QTest::newRow("folder") << Make([] { return mkdir(LOCK_NAME, 0700); });
-        QTest::newRow("pipe") << Make([] { return mkfifo(LOCK_NAME, 0600); });
-        QTest::newRow("link") << Make([] { return symlink("/dev/null", LOCK_NAME); });
+        TestData::addRows<QString, int>("settings-locks.txt", {"tree", "age"});
     }
     void aLockThatWasLeftBehindHoldsNobodyUp()
     {
-        QFETCH(Make, leave);
-        QCOMPARE(leave(), 0);
+        const QString name = QSysInfo::machineHostName() + "%0A"_q;
+        const QString host = name + QString::fromLatin1(QSysInfo::machineUniqueId()) + "%0A"_q;
+        TestTree::make(TestData::field("tree")
+                           .replace("HOST"_q, host)
+                           .replace("NAME%0A"_q, name)
+                           .replace("BOOT"_q, QString::fromLatin1(QSysInfo::bootUniqueId()))
+                           .replace("PID"_q, QString::number(QCoreApplication::applicationPid())));
+        if (const std::chrono::seconds age(TestData::field<int>("age")); age.count() != 0)
+            fs::last_write_time("settings.ini.lock", fs::file_time_type::clock::now() - age);
         QElapsedTimer timer;
         timer.start();
         m_settings->setSetting("G"_q, "k"_q, 1);
@@ -343,7 +288,7 @@ private Q_SLOTS:
     /// Made, then locked, then unlocked, then removed, and held up before each step.
     void aSlowHolderKeepsItsLock()
     {
-        const int lock = open(LOCK_NAME, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        const int lock = ::open("settings.ini.lock", O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         QByteArray meanwhile;
         qint64 longestHoldUp = 0;
         std::thread holder([&] {
@@ -359,7 +304,7 @@ private Q_SLOTS:
             close(lock);
             wait(200);
             meanwhile = content();
-            unlink(LOCK_NAME);
+            unlink("settings.ini.lock");
         });
         m_settings->setSetting("G"_q, "k"_q, 1);
         holder.join();
@@ -374,10 +319,12 @@ private Q_SLOTS:
     {
         qint64 shortest = std::numeric_limits<qint64>::max();
         for (int i = 0; i < 10 && shortest >= 90; ++i) {
-            QLockFile lock{QLatin1String(LOCK_NAME)};
+            QLockFile lock(LOCK_NAME);
             QVERIFY(lock.lock());
-            std::thread holder([&lock] {
+            QByteArray meanwhile;
+            std::thread holder([&lock, &meanwhile] {
                 std::this_thread::sleep_for(std::chrono::milliseconds(50));
+                meanwhile = content();
                 lock.unlock();
             });
             QElapsedTimer timer;
@@ -385,6 +332,7 @@ private Q_SLOTS:
             m_settings->setSetting("G"_q, "k"_q, i);
             shortest = qMin(shortest, timer.elapsed());
             holder.join();
+            QVERIFY(meanwhile != content());
         }
         QVERIFY2(shortest < 90, QByteArray::number(shortest));
     }

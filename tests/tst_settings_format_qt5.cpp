@@ -9,6 +9,7 @@
 using namespace TEKLUVA;
 using SettingsValues::Random;
 using SettingsValues::times;
+using SettingsValues::writtenTo;
 
 namespace {
 
@@ -29,15 +30,6 @@ QByteArray afterQtWrites(const QString& file, const QVariantMap& values)
     for (auto value = values.begin(); value != values.end(); ++value)
         settings.setValue(value.key(), *value);
     settings.sync();
-    return TestFiles::contentOf(file);
-}
-
-QByteArray afterWeWrite(const QString& file, const QVariantMap& values)
-{
-    QList<SettingsChange> changes;
-    for (auto value = values.begin(); value != values.end(); ++value)
-        changes << SettingsChange{QString(), value.key(), *value};
-    Settings(file, QSettings::IniFormat, nullptr).changeSettings(changes);
     return TestFiles::contentOf(file);
 }
 
@@ -64,7 +56,7 @@ private Q_SLOTS:
                 values.insert(random.key(), random.variant());
             const QString file = newFile();
             const QByteArray expected = afterQtWrites(newFile(), values);
-            QCOMPARE(afterWeWrite(file, values), expected);
+            QCOMPARE(writtenTo(file, values), expected);
             const QSettings qt(newFile(expected), QSettings::IniFormat);
             const Settings ours(file, QSettings::IniFormat, nullptr);
             for (const QString& key : qt.allKeys())
@@ -91,9 +83,8 @@ private Q_SLOTS:
                 continue;
             const QVariantMap more = {{"N/n"_q, 1}};
             const QByteArray expected = afterQtWrites(newFile(content), more);
-            if (afterWeWrite(newFile(content), more) != expected)
-                QCOMPARE(content + " -> " + afterWeWrite(newFile(content), more),
-                         content + " -> " + expected);
+            if (writtenTo(newFile(content), more) != expected)
+                QCOMPARE(content + " -> " + writtenTo(newFile(content), more), content + " -> " + expected);
         }
     }
 };

@@ -65,24 +65,12 @@ private Q_SLOTS:
         QCOMPARE(::told(Exception(given, std::string(), false)), told + "||stay|0"_q);
     }
 
+    void aDescriptionIsAlwaysText_data() { TestData::addRows("descriptions.txt", {"given", "text"}); }
     void aDescriptionIsAlwaysText()
     {
-        const QList<std::pair<std::string, QByteArray>> texts = {
-            {"Gr\xC3\xB6\xC3\x9F"
-             "e",
-             "Gr\xC3\xB6\xC3\x9F"
-             "e"},
-            {"Gr\xF6\xDF"
-             "e",
-             "Gr\xEF\xBF\xBD\xEF\xBF\xBD"
-             "e"},
-            {"cut \xC3", "cut \xEF\xBF\xBD"},
-            {"\xEF\xBB\xBFmarked", "\xEF\xBB\xBFmarked"},
-        };
-        for (const auto& [given, text] : texts) {
-            const TestHome::Turn turn(text);
-            QCOMPARE(QByteArray(Exception(E_ET_FATAL, given, true).getDescription()), text);
-        }
+        const auto given = QByteArray::fromPercentEncoding(TestData::field("given").toUtf8()).toStdString();
+        QCOMPARE(QByteArray(Exception(E_ET_FATAL, given, true).getDescription()).toPercentEncoding(),
+                 TestData::field("text").toLatin1());
     }
 
     void comparesTexts()

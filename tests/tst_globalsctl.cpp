@@ -1,4 +1,5 @@
 #include "TestPassword.h"
+#include "TestTree.h"
 #include "ToolRun.h"
 
 #include "globals/PathRegistry.h"
@@ -171,10 +172,8 @@ private Q_SLOTS:
         const QString file = folder + "/tekluva 3D-Planner/settings.ini"_q;
         // Beside it, an application whose settings are no file, and one whose folder cannot be made.
         QVERIFY(QDir(folder).removeRecursively());
-        QVERIFY(QDir().mkpath(folder + "/directory/settings.ini"_q));
-        QVERIFY(QDir().mkpath(folder + "/pipe"_q));
-        QVERIFY(TestFiles::makePipe(folder + "/pipe/settings.ini"_q));
-        QVERIFY(TestFiles::write(folder + "/blocked"_q, {}));
+        TestTree::make("FOLDER/directory/settings.ini/ FOLDER/pipe/settings.ini~ FOLDER/blocked="_q.replace(
+            "FOLDER"_q, folder));
         if (const QString content = linesOf("content", "@"_q); !content.isEmpty())
             QVERIFY(TestFiles::write(file, content.toLatin1().replace("@BOOT@", QSysInfo::bootUniqueId())));
         const auto before = treeAtHome();

@@ -1,5 +1,6 @@
 #include "JsonSchema.h"
 #include "TestArchives.h"
+#include "TestTree.h"
 #include "ToolRun.h"
 
 #include "globals/PresetManager.h"
@@ -41,31 +42,14 @@ private Q_SLOTS:
 
     void init()
     {
-        const QString work = QDir::homePath() + "/work"_q;
-        QVERIFY(QDir(work).removeRecursively());
-        QVERIFY(QDir().mkpath(work + "/folder.md"_q));
-        QVERIFY(QDir::setCurrent(work));
+        TestFiles::removeAll();
         const QByteArray small = TestData::content("small.zip");
         const QByteArray block = blockFor("password ab");
+        TestTree::make(QString::fromUtf8(TestData::content("globalsctl-tree.txt")).simplified());
         const QMap<QString, QByteArray> files = {
-            {"old"_q, "before"},
-            {"file"_q, "before"},
-            {"read-only"_q, "before"},
-            {"dir/first.txt"_q, "before"},
-            {"presets"_q, "room_height=260"},
-            {"room"_q, "room_height=900\nmax_room_height=600"},
-            {"mailed"_q, "[Application]\nlast_runtime_state=closing\n[S]\npassword=geheim"},
-            {"a.log"_q, "no entry\r\nINFO     22.11.2026 05:50:00  Started.\r\n"
-                        "ERROR    22.11.2026 05:50:02  two\nlines\r\n"
-                        "WARNING  24.12.2026 18:30:00  \xc3\x9c\r\n"},
-            {"b.log"_q, "DEBUG    22.11.2026 05:50:01  from b\r\nINFO     21.11.2026 00:00:00  set back\r\n"},
-            {"wrong"_q, "[Locale]\nconst_unit=mile\nno value\n"},
-            {"words"_q, "ab\r\nsecond line\n"},
             {"long"_q, QByteArray(5000, 'x')},
-            {"latin"_q, "\xfc"},
             {"block"_q, block},
             {"cut"_q, block.chopped(1)},
-            {"full-block"_q, QByteArray(17, '\0')},
             {"cut.zip"_q, small.left(small.indexOf("PK\1\2"))},
             {"empty.zip"_q, TestData::content("empty.zip")},
             {"ü-block"_q, blockFor("password halved inside a character")},
@@ -78,14 +62,10 @@ private Q_SLOTS:
         QVERIFY(QFile::setPermissions("read-only"_q, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
         for (const QString& password : {"words"_q, "long"_q, "latin"_q})
             QVERIFY(QFile::setPermissions(password, QFile::ReadOwner | QFile::WriteOwner));
-        QVERIFY(QFile::link(".."_q, "links"_q));
-        QVERIFY(QFile::link("../outside"_q, "flink.txt"_q));
-        QVERIFY(TestFiles::makePipe("fifo.pipe"));
     }
     void cleanup()
     {
-        const auto everything = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
-        QCOMPARE(QDir(QDir::homePath()).entryList(everything), QStringList("work"_q)); // nothing outside
+        QCOMPARE(TestFiles::names(QDir::homePath()), QStringList("work"_q)); // nothing outside
     }
 
     void doesWhatItIsAskedFor_data()

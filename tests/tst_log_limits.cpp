@@ -130,7 +130,7 @@ private Q_SLOTS:
         write(log, 10, 1);
         QVERIFY(shown); // whoever looks at it may go on until the event loop runs
         QCOMPARE(shown->getMessage(), std::string("6"));
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        TestHome::sendDeletions();
         QVERIFY(!shown);
 
         const auto lines = [&log](quint64 from, unsigned int atMost) {

@@ -2,6 +2,7 @@
 #include "TestData.h"
 #include "TestHome.h"
 #include "TestLog.h"
+#include "TestThreads.h"
 
 #include "globals/ConfigManager.h"
 
@@ -11,8 +12,6 @@
 
 #include <atomic>
 #include <memory>
-#include <sys/stat.h>
-#include <thread>
 
 using namespace TEKLUVA;
 using TestLog::messagesIn;
@@ -29,15 +28,10 @@ LogManager* registry()
 /// Writes numbered lines from \p threads threads at once.
 void writeFrom(int threads, Log& log, int lines)
 {
-    std::vector<std::thread> writers;
-    for (int t = 0; t < threads; ++t) {
-        writers.emplace_back([&log, t, lines] {
-            for (int i = 0; i < lines; ++i)
-                log.logStatusMessage(std::to_string(1000 * t + i) + std::string(60, '.'), "", 0);
-        });
-    }
-    for (std::thread& writer : writers)
-        writer.join();
+    TestThreads::run(threads, [&log, lines](int thread) {
+        for (int i = 0; i < lines; ++i)
+            log.logStatusMessage(std::to_string(1000 * thread + i) + std::string(60, '.'), "", 0);
+    });
 }
 
 } // namespace
@@ -180,10 +174,9 @@ private Q_SLOTS:
         registry()->setActiveLog(&log);
         QDir folder = QFileInfo(pathOf(log)).dir();
         QVERIFY(folder.removeRecursively());
-        QFile obstacle(folder.absolutePath());
-        QVERIFY(obstacle.open(QIODevice::WriteOnly));
+        QVERIFY(TestFiles::write(folder.absolutePath(), "in the way"));
         log.setLogName("renamed", false);
-        QVERIFY(obstacle.remove());
+        QVERIFY(QFile::remove(folder.absolutePath()));
         QCOMPARE(log.getEntryCount(), 2U);
         QCOMPARE(log.getEntry(1)->getMessage(), std::string("Could not browse into logs directory"));
     }
@@ -239,22 +232,19 @@ private Q_SLOTS:
     void theActiveLogIsDeletedWhileOthersUseIt()
     {
         std::atomic<bool> isEnding = false;
-        std::vector<std::thread> writers;
-        for (int i = 0; i < 3; ++i) {
-            writers.emplace_back([&isEnding] {
-                while (!isEnding)
-                    registry()->withActiveLog([](Log& log) { log.logStatusMessage("x", "", 0); });
-            });
+        const auto write = [&isEnding](int) {
+            while (!isEnding)
+                registry()->withActiveLog([](Log& log) { log.logStatusMessage("x", "", 0); });
+        };
+        {
+            const TestThreads writers(3, write, [&isEnding] { isEnding = true; });
+            for (int i = 0; i < 200; ++i) {
+                Log log("short-lived", true);
+                registry()->setActiveLog(&log);
+                while (log.getEntryCount() == 0)
+                    std::this_thread::yield();
+            }
         }
-        for (int i = 0; i < 200; ++i) {
-            Log log("short-lived", true);
-            registry()->setActiveLog(&log);
-            while (log.getEntryCount() == 0)
-                std::this_thread::yield();
-        }
-        isEnding = true;
-        for (std::thread& writer : writers)
-            writer.join();
         delete registry();
     }
 
@@ -295,7 +285,7 @@ private Q_SLOTS:
     void aPipeTakesNoLines()
     {
         Log log("pipe", true);
-        QCOMPARE(mkfifo(QFile::encodeName(pathOf(log)).constData(), 0600), 0);
+        QVERIFY(TestFiles::makePipe(pathOf(log)));
         log.logStatusMessage("x", "", 0);
         QVERIFY(!log.getEntry(0)->isWritten());
         QFile::remove(pathOf(log));

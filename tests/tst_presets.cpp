@@ -188,29 +188,29 @@ private Q_SLOTS:
                  TestData::field("stored").toLatin1().constData());
     }
 
+    void checksAspectRatios_data()
+    {
+        TestData::addRows<QString, bool, bool>("preset-ratios.txt", {"ratio", "preview", "screenshot"});
+    }
     void checksAspectRatios()
     {
-        const QString good = "4:3"_q;
-        const auto check = [&good](E_PresetValue key, const QString& ratio, bool isGood,
-                                   const QString& warning) {
-            PresetManager& presets = freshPresets();
+        const QString ratio =
+            QString::fromUtf8(QByteArray::fromPercentEncoding(TestData::field("ratio").toUtf8()));
+        const QString form = " has the wrong format. Please use <max 3 digit number>:<max 3 digit number>"_q;
+        const QMap<QString, QString> forms = {
+            {"preview"_q, "preview_image_aspect_ratio"_q + form},
+            {"screenshot"_q,
+             "screenshot_aspect_ratio"_q + form
+                 + " to specify a aspect ratio or 0 to take the current screen aspect ratio"_q}};
+        for (const QString& which : forms.keys()) {
+            const TestHome::Turn turn(which);
+            const QString key = forms[which].section(QLatin1Char(' '), 0, 0);
+            const bool isGood = TestData::field<bool>(which.toLatin1().constData());
             TestLog::ActiveLog log;
-            presets.setPreset(key, ratio);
-            QCOMPARE(PresetManager::getPreset(key).toString(), isGood ? ratio : good);
-            QCOMPARE(log.entries(), isGood ? QStringList() : QStringList(warning.arg(ratio)));
-        };
-        for (const char* ratio :
-             {"16:9", "0:0", "999:100", "0", "", "00", "0\n", "1920:9", "16:1080", "16:9\n", " 16:9", "16:9 ",
-              "16:", ":9", "16/9", "16\uff1a9", "ä:9", "16:9:1"}) {
-            const bool isGood = QByteArray("16:9 0:0 999:100").split(' ').contains(ratio);
-            const QString warning = "4096 Preset value: %1 for Preset: "_q;
-            const QString form =
-                " has the wrong format. Please use <max 3 digit number>:<max 3 digit number>"_q;
-            check(E_PV_PREVIEW_IMAGE_ASPECT_RATIO, QString::fromUtf8(ratio), isGood,
-                  warning + "preview_image_aspect_ratio"_q + form);
-            check(E_PV_SCREENSHOT_ASPECT_RATIO, QString::fromUtf8(ratio), isGood || qstrcmp(ratio, "0") == 0,
-                  warning + "screenshot_aspect_ratio"_q + form
-                      + " to specify a aspect ratio or 0 to take the current screen aspect ratio"_q);
+            freshPresets().setPreset(keyOf(key), ratio);
+            QCOMPARE(preset(key).toString(), isGood ? ratio : "4:3"_q);
+            const auto warning = "4096 Preset value: %1 for Preset: %2"_q.arg(ratio, forms[which]);
+            QCOMPARE(log.entries(), isGood ? QStringList() : QStringList(warning));
         }
     }
 

@@ -1,5 +1,6 @@
 #include "TestCalls.h"
 #include "TestHome.h"
+#include "TestThreads.h"
 
 #include "globals/StateHandler.h"
 #include "globals/Translations.h"
@@ -44,39 +45,65 @@ QString join(const QStringList& words)
 class Recorder : public QObject
 {
 public:
-    Recorder()
+    /// What is noted of a signal: what it tells, or what a receiver finds while it is delivered.
+    enum class Noting { Arguments, State };
+
+    explicit Recorder(Noting noting = Noting::Arguments)
+        : m_noting(noting)
     {
         using S = StateHandler;
         const auto on = [this](auto signal, auto slot) { connect(states(), signal, this, slot); };
         on(&S::statusMessage, [this](const QString& message, E_StateType type, int time) {
-            note("status %1 %2 %3"_q.arg(message).arg(type).arg(time));
+            note("status"_q, "%1 %2 %3"_q.arg(message).arg(type).arg(time));
         });
         on(&S::createNewProcessRequested, [this](const QString& name, bool total, bool button) {
-            note("new %1 %2 %3"_q.arg(name).arg(total).arg(button));
+            note("new"_q, "%1 %2 %3"_q.arg(name).arg(total).arg(button));
         });
-        on(&S::createNewProgressStepRequested, [this](ProgressStep* step, bool prepend) {
-            note("add %1 %2 %3"_q.arg(step->getProgressStepName())
-                     .arg(step->getProgressStepId())
-                     .arg(prepend));
-            watch(step);
+        on(&S::createNewProgressStepRequested, [this](ProgressStep* added, bool prepend) {
+            QVERIFY(step(added->getProgressStepName()) == added);
+            note("add"_q,
+                 "%1 %2 %3"_q.arg(added->getProgressStepName()).arg(added->getProgressStepId()).arg(prepend));
+            watch(added);
         });
         on(&S::abortProcess, [this] { note("abort"_q); });
-        on(&S::renameProcessTitleRequested, [this](const QString& title) { note("title "_q + title); });
-        on(&S::processFinished, [this](E_ProcessResult result) { note("end %1"_q.arg(result)); });
+        on(&S::renameProcessTitleRequested, [this](const QString& title) { note("title"_q, title); });
+        on(&S::processFinished, [this](E_ProcessResult result) { note("end"_q, QString::number(result)); });
     }
 
     void watch(const ProgressStep* step)
     {
         connect(step, &ProgressStep::updateProgressStepRequested, this,
-                [this](ProgressStep* sender) { note("update "_q + sender->getProgressStepName()); });
+                [this](ProgressStep* sender) { note("update"_q, sender->getProgressStepName()); });
         connect(step, &ProgressStep::changeProgressStateRequested, this, [this](ProgressStep* sender) {
-            note("change %1 %2"_q.arg(sender->getProgressStepName()).arg(sender->getProgressStepState()));
+            note("change"_q,
+                 "%1 %2"_q.arg(sender->getProgressStepName()).arg(sender->getProgressStepState()));
         });
     }
-    void note(const QString& event) { m_events << event.simplified(); }
+    void note(const QString& event, const QString& arguments = {})
+    {
+        const QString details = m_noting == Noting::Arguments ? arguments : state();
+        m_events << (event + QLatin1Char(' ') + details).simplified();
+    }
     QString events() const { return m_events.join("; "_q); }
 
 private:
+    static QString state()
+    {
+        const QString total = states()->showTotalProgress() ? "+"_q : QString();
+        QStringList words = {states()->getProcessName() + total, states()->getCurrentMessage(),
+                             states()->wasAborted() ? "aborted"_q : QString()};
+        for (const ProgressStep* s : states()->getAllSteps()) {
+            const QString mark = s == states()->getActiveStep() ? "*"_q : QString();
+            words << "%1%2=%3/%4"_q.arg(s->getProgressStepName(), mark)
+                         .arg(s->getCurrentProgressBarStep())
+                         .arg(s->getProgressBarSteps())
+                  << "[%1]"_q.arg(s->getProgressStepState()) << s->getProgressStepDisplayText()
+                  << s->getProgressStepDescription();
+        }
+        return join(words);
+    }
+
+    const Noting m_noting;
     QStringList m_events;
 };
 
@@ -124,6 +151,7 @@ const Calls CALLS = {
     {"status"_q, call(states, &StateHandler::newStatusMessage)},
     {"more"_q, call(states, &StateHandler::addStatusMessage)},
     {"clear"_q, call(states, &StateHandler::clear)},
+    {"events"_q, call([] { QCoreApplication::processEvents(); })},
 };
 
 const Calls VALUES = {
@@ -185,112 +213,22 @@ QStringList entriesOf(const char* column)
     return TestData::field(column).split(QLatin1Char(';'), Qt::SkipEmptyParts);
 }
 
-void deleteWhatIsToBeDeleted()
+/// Does with a step that has changed what the row says.
+void react(ProgressStep* changed)
 {
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    for (QString entry : entriesOf("reaction")) {
+        const bool isLater = entry.contains("later "_q);
+        entry.remove("later "_q).replace("@"_q, changed->getProgressStepName());
+        const auto now = [entry] { make(CALLS, STEP_CALLS, entry); };
+        if (isLater)
+            QMetaObject::invokeMethod(states(), now, Qt::QueuedConnection);
+        else
+            now();
+    }
 }
 
 } // namespace
 
-/// What a receiver sees while a signal is delivered to it.
-class Witness : public QObject
-{
-public:
-    Witness()
-    {
-        using S = StateHandler;
-        const auto on = [this](auto signal, const char* name) {
-            connect(states(), signal, this, [this, name] { look(QString::fromUtf8(name)); });
-        };
-        on(&S::createNewProcessRequested, "new");
-        on(&S::abortProcess, "abort");
-        on(&S::processFinished, "end");
-        on(&S::renameProcessTitleRequested, "title");
-        on(&S::statusMessage, "status");
-        connect(states(), &S::createNewProgressStepRequested, this, [this](ProgressStep* added) {
-            look("add"_q);
-            QVERIFY(step(added->getProgressStepName()) == added);
-            connect(added, &ProgressStep::changeProgressStateRequested, this, [this] { look("change"_q); });
-            connect(added, &ProgressStep::updateProgressStepRequested, this, [this] { look("update"_q); });
-        });
-    }
-    QString seen() const { return m_seen.join("; "_q); }
-
-private:
-    void look(const QString& signal)
-    {
-        QStringList words = {signal};
-        const QString title =
-            states()->getProcessName() + (states()->showTotalProgress() ? "+"_q : QString());
-        for (const QString& text : {title, states()->getCurrentMessage()}) {
-            if (!text.isEmpty())
-                words << text;
-        }
-        if (states()->wasAborted())
-            words << "aborted"_q;
-        for (const ProgressStep* s : states()->getAllSteps()) {
-            const QString mark = s == states()->getActiveStep() ? "*"_q : QString();
-            words << "%1%2=%3/%4"_q.arg(s->getProgressStepName(), mark)
-                         .arg(s->getCurrentProgressBarStep())
-                         .arg(s->getProgressBarSteps())
-                  << "[%1]"_q.arg(s->getProgressStepState()) << s->getProgressStepDisplayText()
-                  << s->getProgressStepDescription();
-        }
-        m_seen << join(words).simplified();
-    }
-
-    QStringList m_seen;
-};
-
-/// Ends the program, so that the test fails, when the scope lasts too long: it waits for a lock for ever.
-class Watchdog
-{
-    Q_DISABLE_COPY(Watchdog)
-
-public:
-    Watchdog() = default;
-    ~Watchdog()
-    {
-        m_end.set_value();
-        m_dog.join();
-    }
-
-private:
-    void watch()
-    {
-        if (m_end.get_future().wait_for(std::chrono::seconds(30)) == std::future_status::timeout)
-            qFatal("A call does not return.");
-    }
-
-    std::promise<void> m_end;
-    std::thread m_dog = std::thread(&Watchdog::watch, this);
-};
-
-/// Threads that end, and are waited for, whatever fails meanwhile: the program would be aborted otherwise.
-class Workers
-{
-    Q_DISABLE_COPY(Workers)
-
-public:
-    Workers(int count, const std::function<void(int)>& work)
-    {
-        for (int worker = 0; worker < count; ++worker)
-            m_threads.emplace_back(work, worker);
-    }
-    ~Workers()
-    {
-        states()->setAbort();
-        for (std::thread& thread : m_threads)
-            thread.join();
-    }
-
-private:
-    std::vector<std::thread> m_threads;
-};
-
-/// What a receiver of a step's signals may do.
-using Reaction = void (*)(ProgressStep* step);
-Q_DECLARE_METATYPE(Reaction)
 Q_DECLARE_METATYPE(std::function<E_ProcessResult()>)
 
 /// Lives in another thread and is connected by the names of the signals, as old code does it.
@@ -323,7 +261,7 @@ private Q_SLOTS:
     void cleanup()
     {
         delete states();
-        deleteWhatIsToBeDeleted();
+        TestHome::sendDeletions();
         for (const QPointer<ProgressStep>& step : qExchange(m_steps, {}))
             delete step;
     }
@@ -402,11 +340,11 @@ private Q_SLOTS:
             for (int i = 0; i < 10; ++i)
                 addStep(QString::number(i));
             states()->setProgressStepState("3"_q, ProgressStep::E_PS_RUNNING);
-            deleteWhatIsToBeDeleted();
+            TestHome::sendDeletions();
             QCOMPARE(alive, 10);
         }
         states()->endProcess(E_PR_DONE);
-        deleteWhatIsToBeDeleted();
+        TestHome::sendDeletions();
         QCOMPARE(alive, 0);
     }
 
@@ -424,9 +362,9 @@ private Q_SLOTS:
         addStep("a"_q);
         states()->setProgressStepState("a"_q, ProgressStep::E_PS_RUNNING);
         if (TestData::field<bool>("isDeletedFirst"))
-            deleteWhatIsToBeDeleted();
+            TestHome::sendDeletions();
         QCoreApplication::processEvents(); // now the call of the old step arrives
-        deleteWhatIsToBeDeleted();
+        TestHome::sendDeletions();
         QCOMPARE(states()->getActiveStep(), step("a"_q));
         QCOMPARE(step("a"_q)->getProgressStepState(), ProgressStep::E_PS_RUNNING);
     }
@@ -445,67 +383,25 @@ private Q_SLOTS:
     void showsReceiversWhatTheyAreToldOf_data() { TestData::addRows("progress-seen.txt", {"calls", "seen"}); }
     void showsReceiversWhatTheyAreToldOf()
     {
-        const Witness witness;
+        const Recorder recorder(Recorder::Noting::State);
         for (const QString& entry : entriesOf("calls"))
             make(CALLS, STEP_CALLS, entry);
-        QCOMPARE(witness.seen(), TestData::field("seen"));
+        QCOMPARE(recorder.events(), TestData::field("seen"));
     }
 
-    void aReceiverMayCallBack_data()
-    {
-        QTest::addColumn<Reaction>("reaction");
-        QTest::addColumn<QString>("events");
-        const auto row = [](const char* name, Reaction reaction, const char* events) {
-            QTest::newRow(name) << reaction << QString::fromUtf8(events);
-        };
-        const char* twice =
-            "update a; change a 2; update a; change a 3; update a; update b; change b 2; update b";
-        row(
-            "changes its step", [](ProgressStep* s) { s->setProgressStepText("x"_q); }, twice);
-        row(
-            "hides its step", [](ProgressStep* s) { s->setVisible(false); }, twice);
-        row(
-            "blocks its step", [](ProgressStep* s) { s->setProgressStepBlocked(true); },
-            "change a 2; update a; change b 2; update b");
-        row(
-            "finishes its step",
-            [](ProgressStep* s) { s->setProgressStepState(ProgressStep::E_PS_FINISHED); },
-            "change a 3; update a; change a 3; update a; change b 3; update b; change b 3; update b");
-        row(
-            "starts another step",
-            [](ProgressStep*) { states()->setProgressStepState("b"_q, ProgressStep::E_PS_RUNNING); },
-            "change a 3; update a; change b 2; update b; change a 3; update a");
-        row(
-            "runs an event loop",
-            [](ProgressStep* s) {
-                QMetaObject::invokeMethod(
-                    states(), [s] { s->setProgressStepText("x"_q); }, Qt::QueuedConnection);
-                QCoreApplication::processEvents();
-            },
-            twice);
-        row(
-            "asks for an abort",
-            [](ProgressStep* s) {
-                QMetaObject::invokeMethod(
-                    states(), [s] { s->setProgressStepText("x"_q); }, Qt::QueuedConnection);
-                states()->wasAborted();
-            },
-            twice);
-    }
+    void aReceiverMayCallBack_data() { TestData::addRows("progress-reactions.txt", {"reaction", "events"}); }
     void aReceiverMayCallBack()
     {
-        const Watchdog watchdog;
         states()->newProcess("P"_q, true, true);
-        addStep("a"_q);
-        addStep("b"_q);
-        const auto reaction = TestData::field<Reaction>("reaction");
-        for (const char* name : {"a", "b"})
-            connect(step(QLatin1String(name)), &ProgressStep::changeProgressStateRequested, this, reaction);
+        for (const QString& name : {"a"_q, "b"_q}) {
+            addStep(name);
+            connect(step(name), &ProgressStep::changeProgressStateRequested, this, react);
+        }
         Recorder recorder;
-        for (const char* name : {"a", "b"})
-            recorder.watch(step(QLatin1String(name)));
-        for (const char* name : {"a", "b"})
-            states()->setProgressStepState(QLatin1String(name), ProgressStep::E_PS_RUNNING);
+        for (const QString& name : {"a"_q, "b"_q})
+            recorder.watch(step(name));
+        for (const QString& name : {"a"_q, "b"_q})
+            states()->setProgressStepState(name, ProgressStep::E_PS_RUNNING);
         QCOMPARE(recorder.events(), TestData::field("events"));
     }
 
@@ -633,7 +529,7 @@ private Q_SLOTS:
                             });
                 });
         {
-            const Workers workers(3, [](int worker) {
+            const auto work = [](int worker) {
                 const QString name = QString::number(worker);
                 addStep(name, ProgressStep::E_PRT_TRANSFER, ProgressStep::E_PS_RUNNING);
                 for (int i = 0; !states()->wasAborted(); ++i) {
@@ -641,7 +537,8 @@ private Q_SLOTS:
                     step(name)->handleProgressState(i, i + i);
                     states()->setProgressStepDescription(QString::number(i % 3), name);
                 }
-            });
+            };
+            const TestThreads workers(3, work, [] { states()->setAbort(); });
             QTRY_VERIFY_WITH_TIMEOUT(states()->wasAborted(), 60000);
         }
         QCOMPARE(QStringList(states()->getAllSteps().keys()), QStringList({"0"_q, "1"_q, "2"_q}));

@@ -258,7 +258,7 @@ LogLines Log::getLines(quint64 from, unsigned int atMost) const
     result.oldest = d->oldestNumber;
     result.first = qBound(d->oldestNumber, from, d->oldestNumber + d->entries.size());
     const auto begin = static_cast<std::size_t>(result.first - result.oldest);
-    const std::size_t end = std::min(d->entries.size(), begin + atMost);
+    const std::size_t end = begin + std::min<std::size_t>(d->entries.size() - begin, atMost);
     for (std::size_t i = begin; i < end; ++i) {
         const LogRecord& record = *d->entries[i].record;
         result.lines.push_back({record.time, record.level, record.message});

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFontDatabase>
+#include <QStringList>
 
 /// What Qt itself knows of the machine's fonts.
 namespace TestFontDatabase {

@@ -102,7 +102,7 @@ public:
     void setProgressBarSteps(const QString& name, unsigned int steps);
     void setAutoPercent(const QString& name, bool follows);
     /// How much the step counts in totalProgress(), 1 by default, for example the number of its files; 0
-    /// or less for a step that does not count. Holds until the process ends.
+    /// or less, or no number, for a step that does not count. Holds until the process ends.
     void setProgressStepWeight(const QString& name, double weight);
     /// @}
 

@@ -6,6 +6,13 @@
 
 namespace TEKLUVA {
 
+namespace {
+
+/// Far from where sums of weights end.
+constexpr double LARGEST_WEIGHT = 1e100;
+
+} // namespace
+
 void StateHandler::Private::forgetSteps()
 {
     const QMutexLocker lock(mutex());
@@ -67,7 +74,7 @@ void StateHandler::setProgressStepWeight(const QString& name, double weight)
         return;
     {
         const QMutexLocker lock(d->mutex());
-        d->weights[name] = std::max(weight, 0.0);
+        d->weights[name] = std::min(std::max(0.0, weight), LARGEST_WEIGHT); // 0 for what is no number
     }
     d->noteChange();
 }

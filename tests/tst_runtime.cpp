@@ -147,7 +147,7 @@ private Q_SLOTS:
         QCOMPARE(verdictInWords(), "crashed while it was started"_q);
         config()->setSetting(APPLICATION, "run_start"_q, start);
         ::kill(pid_t(other.processId()), SIGKILL); // nobody has asked yet how it ended
-        QVERIFY(QTest::qWaitFor([] { return !config()->isOtherRunning(); }));
+        QTRY_VERIFY(!config()->isOtherRunning());
         other.waitForFinished();
         QCOMPARE(config()->getLastRunVerdict(), E_RV_CRASHED);
         QCOMPARE(verdictInWords(), "crashed while it was started"_q);
@@ -195,7 +195,7 @@ private Q_SLOTS:
         second.setProcessEnvironment(environment);
         second.start(QCoreApplication::applicationFilePath(), {"language"_q});
         QVERIFY(second.waitForStarted()); // until then it has our files
-        QVERIFY(QTest::qWaitFor([&second, &base] { return hasOpen(second.processId(), base); }));
+        QTRY_VERIFY(hasOpen(second.processId(), base));
         QVERIFY(TestFiles::write(base + "/settings.ini"_q, "[Locale]\nLanguage=de\n"));
         ::close(turn);
         QVERIFY(second.waitForFinished());

@@ -45,8 +45,8 @@ struct ArchivedFile
 /// give bytes of the right length without meaning.
 ///
 /// Every operation opens and closes the file itself. A reader remembers the directory of a plain archive, up
-/// to 32 MiB of it, as long as the file is the same: reading many entries by their names then costs no walk
-/// each.
+/// to 32 MiB of it, and 64 KiB for what unpacks it, as long as the file is the same: reading many entries by
+/// their names then costs no walk each.
 ///
 /// Reentrant: distinct readers may be used in different threads.
 class GLOBALS_EXPORT DataFileReader : public QObject

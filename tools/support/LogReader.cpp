@@ -30,20 +30,36 @@ QString LogReader::name() const
 
 const LogRecord* LogReader::head()
 {
-    if (m_head)
+    if (!m_head)
+        m_head.swap(m_next);
+    if (m_head && m_isRead)
         return &*m_head;
-    m_head.swap(m_next);
     while (!m_next) {
         const QByteArray line = readLine();
         if (line.isEmpty())
             break;
         addLine(line);
     }
-    return m_head ? &*m_head : nullptr;
+    m_isRead = m_head && isHeadWhole();
+    return m_isRead ? &*m_head : nullptr;
+}
+
+void LogReader::pop()
+{
+    m_head.reset();
+    m_isRead = false;
+}
+
+bool LogReader::isHeadWhole() const
+{
+    constexpr qint64 LONGEST_PAUSE = 2000; // milliseconds; some other program may end lines in its own way
+    return m_openEnd == OpenEnd::Taken || m_next || m_isEnded || m_sinceLatest.hasExpired(LONGEST_PAUSE);
 }
 
 void LogReader::addLine(QByteArray line)
 {
+    m_isEnded = line.endsWith("\r\n");
+    m_sinceLatest.start();
     while (line.endsWith('\n') || line.endsWith('\r'))
         line.chop(1);
     if (auto record = recordIn(line))

@@ -2,6 +2,7 @@
 
 #include "support/LogRecord.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 
 #include <memory>
@@ -28,9 +29,10 @@ public:
     /// The name of the log.
     QString name() const;
 
-    /// The next entry, null at the present end of the file; the next call may find more there.
+    /// The next entry, null at the present end of the file; the next call may find more there. An entry that
+    /// is still being written is waited for some seconds.
     const LogRecord* head();
-    void pop() { m_head.reset(); }
+    void pop();
 
     /// Whether \p path is the file that is read, which may have had another name when it was opened.
     bool isAt(const QString& path) const;
@@ -38,11 +40,15 @@ public:
 private:
     QByteArray readLine();
     void addLine(QByteArray line);
+    bool isHeadWhole() const;
 
     const QString m_path;
     const OpenEnd m_openEnd;
     QFile m_file;
     std::optional<LogRecord> m_head;
+    bool m_isRead = false;       ///< whether nothing more belongs to that entry
+    bool m_isEnded = false;      ///< whether the last line of that entry ends as the library ends an entry
+    QElapsedTimer m_sinceLatest; ///< since that line was read
     std::optional<LogRecord> m_next; ///< the one whose first line ended the last
 };
 

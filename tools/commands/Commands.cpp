@@ -1,5 +1,9 @@
 #include "commands/Command.h"
 
+#include "support/LogRecord.h"
+
+#include <QByteArray>
+
 namespace globalsctl {
 
 namespace {
@@ -22,8 +26,10 @@ constexpr Option DIMENSION = {"dimension",
                               "DIMENSION", "linear"};
 constexpr Option IMAGE = {"image", "Write an image of the colours from 1000 to 12000 kelvins", "FILE"};
 constexpr Option EXCLUDE = {"exclude", "Leave out what has this name in the report, or below it", "PART"};
-constexpr Option LEVEL = {"level", "Only entries of this level (debug, info, warning, error) and above",
-                          "LEVEL", "debug"};
+const QByteArray LEVEL_SUMMARY = QStringLiteral("Only entries of this level (%1) and above")
+                                     .arg(levelNames().join(QLatin1String(", ")))
+                                     .toUtf8();
+const Option LEVEL = {"level", LEVEL_SUMMARY.constData(), "LEVEL", "debug"};
 constexpr Option SINCE = {
     "since", "Only entries from this time on: \"2026-12-24 18:30\", 2026-12-24, or 2h before now", "TIME"};
 constexpr Option UNTIL = {"until", "Only entries up to this time, or to the end of this day", "TIME"};

@@ -92,8 +92,8 @@ constexpr KnownRow KNOWN[] = {
     {SettingsKeys::LOCALE, SettingsKeys::ARRANGEMENT_UNIT, &isUnit, "the abbreviation of a unit"},
 };
 
-constexpr const char* SECRETS[] = {"password", "passwd", "passwort", "kennwort", "pwd",
-                                   "secret",   "token",  "apikey",   "api_key",  "credential"};
+constexpr const char* SECRETS[] = {"password", "passwd", "passwort", "kennwort",   "pwd",        "secret",
+                                   "token",    "apikey", "api_key",  "credential", "credentials"};
 
 QStringList pathKeys()
 {
@@ -148,9 +148,17 @@ QString faultOfSetting(const QString& path, const QVariant& value)
 bool isSecret(const QString& path)
 {
     const QString key = path.section(QLatin1Char('/'), -1);
-    return std::any_of(std::begin(SECRETS), std::end(SECRETS), [&key](const char* word) {
-        return key.contains(QLatin1String(word), Qt::CaseInsensitive);
-    });
+    const QStringList words = wordsForSecrets();
+    return std::any_of(words.begin(), words.end(),
+                       [&key](const QString& word) { return key.contains(word, Qt::CaseInsensitive); });
+}
+
+QStringList wordsForSecrets()
+{
+    QStringList words;
+    for (const char* word : SECRETS)
+        words << QString::fromLatin1(word);
+    return words;
 }
 
 } // namespace globalsctl

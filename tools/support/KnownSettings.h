@@ -14,5 +14,7 @@ QString faultOfSetting(const QString& path, const QVariant& value);
 
 /// Whether the value of \p path may be a secret that nobody else should see.
 bool isSecret(const QString& path);
+/// What stands in the names of such settings, in whatever case.
+QStringList wordsForSecrets();
 
 } // namespace globalsctl

@@ -177,10 +177,9 @@ ReportParts reportParts(const QCommandLineParser& line)
 
 QString withoutSecrets(QString text)
 {
-    static const QRegularExpression NAMED(
-        QStringLiteral("(passwor[dt]|passwd|kennwort|pwd|secret|token|api_?key|credentials?)"
-                       "(\"?\\s*[=:]\\s*)(\"[^\"\\n]*\"|[^\\s\"]+)"),
-        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression NAMED(QStringLiteral("(%1)(\"?\\s*[=:]\\s*)(\"[^\"\\n]*\"|[^\\s\"]+)")
+                                              .arg(wordsForSecrets().join(QLatin1Char('|'))),
+                                          QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression IN_ADDRESS(QStringLiteral("(\\w+://[^/\\s:@]+):[^@/\\s]+@"));
     text.replace(NAMED, QStringLiteral("\\1\\2***"));
     return text.replace(IN_ADDRESS, QStringLiteral("\\1:***@"));

@@ -50,7 +50,8 @@ choice of a unit, the table of presets.")
 set(CPACK_DEBIAN_WIDGETS_DEVELOPMENT_PACKAGE_NAME libglobals-widgets${qt_suffix}-dev)
 set(CPACK_DEBIAN_WIDGETS_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_COMPONENT_WIDGETS_DEVELOPMENT_DEPENDS widgets development)
-set(CPACK_DEBIAN_WIDGETS_DEVELOPMENT_DESCRIPTION "ready-made widgets of a desktop 3D room planner (development files, ${qt})
+set(CPACK_DEBIAN_WIDGETS_DEVELOPMENT_DESCRIPTION
+    "ready-made widgets of a desktop 3D room planner (development files, ${qt})
 Headers of the widgets, and what CMake and pkg-config need to find them:
 programs link them as globals::widgets. The guide is in libglobals-doc.")
 

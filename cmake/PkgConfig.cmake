@@ -1,5 +1,5 @@
-# Installs the .pc file NAME, with the suffix of its Qt, as a part of COMPONENT. The file finds its prefix from where it lies, so that an installed
-# tree can be moved, unless the libraries' folder was given as an absolute path.
+# Installs the .pc file NAME, with the suffix of its Qt, as a part of COMPONENT. The file finds its prefix from where it
+# lies, so that an installed tree can be moved, unless the libraries' folder was given as an absolute path.
 function(globals_install_pc name component)
     if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
         set(pc_prefix ${CMAKE_INSTALL_PREFIX})

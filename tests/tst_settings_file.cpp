@@ -263,26 +263,32 @@ private Q_SLOTS:
 
     void aLockThatWasLeftBehindHoldsNobodyUp_data()
     {
-        TestData::addRows<QString, int>("settings-locks.txt", {"tree", "age"});
+        TestData::addRows<QString, int, int>("settings-locks.txt", {"tree", "age", "limit"});
     }
     void aLockThatWasLeftBehindHoldsNobodyUp()
     {
         const QString name = QSysInfo::machineHostName() + "%0A"_q;
         const QString host = name + QString::fromLatin1(QSysInfo::machineUniqueId()) + "%0A"_q;
-        TestTree::make(TestData::field("tree")
-                           .replace("HOST"_q, host)
-                           .replace("NAME%0A"_q, name)
-                           .replace("BOOT"_q, QString::fromLatin1(QSysInfo::bootUniqueId()))
-                           .replace("PID"_q, QString::number(QCoreApplication::applicationPid())));
-        if (const std::chrono::seconds age(TestData::field<int>("age")); age.count() != 0)
-            fs::last_write_time("settings.ini.lock", fs::file_time_type::clock::now() - age);
-        QElapsedTimer timer;
-        timer.start();
-        m_settings->setSetting("G"_q, "k"_q, 1);
-        QVERIFY2(timer.elapsed() < 3000,
-                 QByteArray::number(timer.elapsed())); // half a second, on a machine at rest
-        QCOMPARE(content(), QByteArray("[G]\nk=1\n"));
-        QCOMPARE(names(), QStringList(FILE_NAME));
+        const QString tree = TestData::field("tree")
+                                 .replace("HOST"_q, host)
+                                 .replace("NAME%0A"_q, name)
+                                 .replace("BOOT"_q, QString::fromLatin1(QSysInfo::bootUniqueId()))
+                                 .replace("PID"_q, QString::number(QCoreApplication::applicationPid()));
+        const std::chrono::seconds age(TestData::field<int>("age"));
+        QFETCH(int, limit);
+        qint64 shortest = limit;
+        for (int i = 0; i < 10 && shortest >= limit; ++i) { // one try of several shows it on a busy machine
+            TestTree::make(tree);
+            if (age.count() != 0)
+                fs::last_write_time("settings.ini.lock", fs::file_time_type::clock::now() - age);
+            QElapsedTimer timer;
+            timer.start();
+            m_settings->setSetting("G"_q, "k"_q, i);
+            shortest = qMin(shortest, timer.elapsed());
+            QCOMPARE(content(), "[G]\nk=" + QByteArray::number(i) + "\n");
+            QCOMPARE(names(), QStringList(FILE_NAME));
+        }
+        QVERIFY2(shortest < limit, "each write takes as long as that, or longer");
     }
 
     /// Made, then locked, then unlocked, then removed, and held up before each step.

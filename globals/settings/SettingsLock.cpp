@@ -1,5 +1,7 @@
 #include "globals/settings/SettingsLock_p.h"
 
+#include "globals/system/Process_p.h"
+
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QSysInfo>
@@ -20,9 +22,10 @@ using System::FileStatus;
 
 namespace {
 
-/// How long a lock file may be there without being locked: from its making to its locking, and from its
-/// unlocking to its removal.
-constexpr milliseconds UNLOCKED_TIME{400};
+/// How long a lock file may be there without being locked when the process that it names has ended. One in
+/// another container has a number that means nothing here, and needs a moment between its unlocking and its
+/// removal, too.
+constexpr milliseconds ENDED_TIME{20};
 /// After which QLockFile takes over the lock of another host, too.
 constexpr qint64 STALE_MILLISECONDS = 30'000;
 /// A holder that is killed changes nothing that could be waited for.
@@ -37,15 +40,21 @@ QByteArray hostName()
     return NAME;
 }
 
-/// What QLockFile writes into a lock file, and looks for there: process, program, host name, host and boot.
-QByteArray textOfOurs()
+/// The end of what QLockFile writes into a lock file: host name, host and boot.
+QByteArray textOfHost()
 {
     static const QByteArray HOST = QSysInfo::machineUniqueId() + '\n' + QSysInfo::bootUniqueId() + '\n';
+    return hostName() + '\n' + HOST;
+}
+
+/// What it writes, and looks for there: process, program and the host.
+QByteArray textOfOurs()
+{
     // Asked anew each time, because a forked process is another one.
     std::error_code unknown;
     const fs::path program = fs::read_symlink("/proc/self/exe", unknown);
     return QByteArray::number(QCoreApplication::applicationPid()) + '\n'
-           + QByteArray::fromStdString(program.filename().string()) + '\n' + hostName() + '\n' + HOST;
+           + QByteArray::fromStdString(program.filename().string()) + '\n' + textOfHost();
 }
 
 QByteArray textIn(const FileHandle& file, std::error_code& error)
@@ -62,6 +71,14 @@ bool isOfOtherHost(const QByteArray& text, const FileStatus& status)
     const qint64 age = QDateTime::currentMSecsSinceEpoch() - status.modified / NANOSECONDS;
     const QByteArray host = text.split('\n').value(2);
     return !host.isEmpty() && host != hostName() && std::abs(age) <= STALE_MILLISECONDS;
+}
+
+/// Whether a process of this boot has written it that exists no more.
+bool isOfEndedProcess(const QByteArray& text)
+{
+    const System::Process writer = {text.left(text.indexOf('\n')).toLongLong(), 0,
+                                    QString::fromLatin1(QSysInfo::bootUniqueId())};
+    return !writer.boot.isEmpty() && text.endsWith('\n' + textOfHost()) && !System::isRunning(writer);
 }
 
 } // namespace
@@ -95,7 +112,7 @@ std::error_code SettingsLock::acquire(milliseconds patience)
         if (isBusy(error))
             error = takeOver();
         if (error == HELD)
-            watch.wait(LONGEST_WAIT);
+            watch.wait(std::min(LONGEST_WAIT, m_unlockedTime));
     }
     return isBusy(error) ? std::make_error_code(HELD) : error;
 }
@@ -114,11 +131,11 @@ std::error_code SettingsLock::takeOver()
     const FileStatus status = System::linkStatusOf(m_path, error);
     if (error)
         return std::make_error_code(std::errc::file_exists); // no longer: another try, at once
-    if (!status.isSameFile(m_found)) {
-        // Not tried on the first look: its maker may be about to lock it.
+    const bool isFirstLook = !status.isSameFile(m_found);
+    if (isFirstLook) {
         m_found = status;
         m_unlockedSince.reset();
-        return std::make_error_code(HELD);
+        m_unlockedTime = UNLOCKED_TIME;
     }
     if (status.kind != FileKind::Regular)
         return isUnlockedForLong() ? removeForeign() : std::make_error_code(HELD);
@@ -126,18 +143,23 @@ std::error_code SettingsLock::takeOver()
     const QByteArray text = error ? QByteArray() : textIn(file, error);
     if (error)
         return std::make_error_code(HELD);
-    if (file.tryLock() == std::errc::operation_would_block || isOfOtherHost(text, status))
+    const bool isEnded = isOfEndedProcess(text);
+    if (isFirstLook && !isEnded) // its maker may be about to lock it
+        return std::make_error_code(HELD);
+    const std::error_code result = file.tryLock();
+    const bool isLocked = result == std::errc::operation_would_block || isOfOtherHost(text, status);
+    // Where the system cannot lock, nothing but the time tells.
+    m_unlockedTime = isEnded && !result ? ENDED_TIME : UNLOCKED_TIME;
+    if (isLocked)
         m_unlockedSince.reset();
-    else if (isUnlockedForLong())
-        return claim(std::move(file), text);
-    return std::make_error_code(HELD);
+    return !isLocked && isUnlockedForLong() ? claim(std::move(file), text) : std::make_error_code(HELD);
 }
 
 bool SettingsLock::isUnlockedForLong()
 {
     const auto now = Clock::now();
     m_unlockedSince = m_unlockedSince.value_or(now);
-    return now - *m_unlockedSince >= UNLOCKED_TIME;
+    return now - *m_unlockedSince >= m_unlockedTime;
 }
 
 /// What is no file; a folder only when it is empty.

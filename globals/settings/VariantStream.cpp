@@ -188,10 +188,14 @@ QVariant read(const QByteArray& bytes, QDataStream::Version version)
 
 QVariant readTime(const QByteArray& bytes)
 {
+    constexpr int SPEC = 4 + 1 + 8 + 4; // behind type, null, day and millisecond
+    constexpr int ZONE = SPEC + 1;
+    // Of an unknown spec some versions of Qt make a time in no zone, others a local one.
+    const bool hasSpec = bytes.size() > SPEC && static_cast<signed char>(bytes[SPEC]) >= 0;
     // Qt opens the file of the zone that is named, and the name might lead anywhere.
-    constexpr int ZONE = 4 + 1 + 8 + 4 + 1; // behind type, null, day, millisecond and time spec
     const QByteArray folderAbove("\0.\0.", 4);
-    const bool isTime = bytes.startsWith(QByteArray("\0\0\0\x10", 4)) && bytes.indexOf(folderAbove, ZONE) < 0;
+    const bool isTime =
+        bytes.startsWith(QByteArray("\0\0\0\x10", 4)) && hasSpec && bytes.indexOf(folderAbove, ZONE) < 0;
     return isTime ? read(bytes, TIME_VERSION) : QVariant();
 }
 

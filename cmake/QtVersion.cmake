@@ -17,6 +17,11 @@ set(qt Qt${GLOBALS_QT})
 if(GLOBALS_QT EQUAL 5)
     set(qt_minimum 5.15)
     set(qt_public Core Gui XmlPatterns) # of which our headers include some
+    set(xml_messages 5) # whose interface of them the library has
+    if(WIN32) # where many builds of Qt have no XmlPatterns
+        list(REMOVE_ITEM qt_public XmlPatterns)
+        set(xml_messages 6)
+    endif()
     set(qt_packages "qtbase5-dev (>= 5.15)" "libqt5xmlpatterns5-dev (>= 5.15)")
     set(qt_suffix "") # of libraries, packages and .pc files
     set(qt_soname_separator "")
@@ -24,6 +29,7 @@ if(GLOBALS_QT EQUAL 5)
 elseif(GLOBALS_QT EQUAL 6)
     set(qt_minimum 6.4)
     set(qt_public Core Gui)
+    set(xml_messages 6)
     set(qt_packages "qt6-base-dev (>= 6.4)")
     set(qt_suffix -qt6)
     set(qt_soname_separator -) # before the number, as Debian calls packages of libraries whose names end in one

@@ -134,7 +134,7 @@ Q_SIGNALS:
 private:
     /// A text that may be read while another thread sets it. Its lock is held for the copy only: a receiver
     /// of a signal can read the step.
-    class SharedText
+    class GLOBALS_EXPORT SharedText
     {
     public:
         explicit SharedText(QString text = QString());

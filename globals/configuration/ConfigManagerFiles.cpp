@@ -5,6 +5,7 @@
 #include "globals/foundation/WithoutExceptions_p.h"
 #include "globals/logs/ActiveLog_p.h"
 #include "globals/system/FileTree_p.h"
+#include "globals/system/System_p.h"
 
 #include <QDir>
 #include <QFile>
@@ -38,7 +39,7 @@ bool isUsableTarget(const QString& filename)
 {
     const QFileInfo info(filename);
     std::error_code error;
-    const bool isPipe = fs::is_fifo(QFile::encodeName(filename).toStdString(), error);
+    const bool isPipe = fs::is_fifo(System::nativePath(filename), error);
     return !info.exists() || (info.isWritable() && !isPipe);
 }
 

@@ -63,11 +63,11 @@ void CloseMinizip::operator()(MinizipArchive* archive) const
     delete archive;
 }
 
-Archive::Archive(const QByteArray& fileName, KnownArchive& known)
+Archive::Archive(const System::Path& place, KnownArchive& known)
     : m_known(known)
 {
     std::error_code error;
-    m_file = System::FileHandle::openForReading(fileName.constData(), error);
+    m_file = System::FileHandle::openForReading(place, error);
     if (error)
         return;
     m_status = m_file.status(error);

@@ -50,9 +50,9 @@ public:
         Damaged,
     };
 
-    /// Opens the file \p fileName, in the local encoding. What \p known has of it is used, or else read and
-    /// kept there. It must outlive the archive.
-    Archive(const QByteArray& fileName, KnownArchive& known);
+    /// Opens the file at \p place. What \p known has of it is used, or else read and kept there. It must
+    /// outlive the archive.
+    Archive(const System::Path& place, KnownArchive& known);
     ~Archive();
 
     /// False when the file is no zip archive, or none that can be read.

@@ -9,8 +9,6 @@
 
 #include <cryptopp/aes.h>
 
-#include <QFile>
-
 #include <algorithm>
 #include <array>
 #include <memory>
@@ -63,7 +61,8 @@ class GLOBALS_NO_EXPORT DataFileReader::Private
 {
 public:
     Private(const QString& path, const QString& passwordText)
-        : fileName(QFile::encodeName(path))
+        : place(System::nativePath(path))
+        , fileName(System::encodedName(path))
         , password(passwordText.toUtf8())
     {
     }
@@ -101,7 +100,8 @@ public:
         return password.isEmpty() ? content : decrypt(content, password);
     }
 
-    const QByteArray fileName; ///< in the local 8-bit encoding
+    const System::Path place;
+    const QByteArray fileName; ///< in the local 8-bit encoding, or UTF-8 on Windows
     const QByteArray password; ///< UTF-8
     KnownArchive known;
     QString error;
@@ -193,12 +193,12 @@ DataFileReader::~DataFileReader() = default;
 
 QString DataFileReader::getFilename() const
 {
-    return QFile::decodeName(d->fileName);
+    return System::decodedName(d->fileName);
 }
 
 bool DataFileReader::isArchiv() const
 {
-    return d->run([this] { return Archive(d->fileName, d->known).isOpen(); });
+    return d->run([this] { return Archive(d->place, d->known).isOpen(); });
 }
 
 QByteArray DataFileReader::getFileContent() const
@@ -222,7 +222,7 @@ std::vector<std::string> DataFileReader::getListOfArchivedFiles() const
 {
     return d->run([this]() -> std::vector<std::string> {
         d->error.clear();
-        Archive archive(d->fileName, d->known);
+        Archive archive(d->place, d->known);
         if (!d->isOpen(archive))
             return {};
         std::vector<std::string> names;
@@ -238,7 +238,7 @@ QByteArray DataFileReader::getContentOfArchivedFile(const std::string& name) con
 {
     return d->run([this, &name]() -> QByteArray {
         d->error.clear();
-        Archive archive(d->fileName, d->known);
+        Archive archive(d->place, d->known);
         if (!d->isOpen(archive))
             return {};
         return d->contentOf(archive, name).value_or(QByteArray());
@@ -252,7 +252,7 @@ QByteArray DataFileReader::getContentOfArchivedFile(const char* name) const
 
 QByteArray DataFileReader::getContentOfArchivedFile(const QString& name) const
 {
-    return getContentOfArchivedFile(QFile::encodeName(name).toStdString());
+    return getContentOfArchivedFile(System::encodedName(name).toStdString());
 }
 
 QMap<QString, QByteArray> DataFileReader::getContentsOfArchivedFiles(const QStringList& names) const
@@ -260,12 +260,12 @@ QMap<QString, QByteArray> DataFileReader::getContentsOfArchivedFiles(const QStri
     using Contents = QMap<QString, QByteArray>;
     return d->run([this, &names]() -> Contents {
         d->error.clear();
-        Archive archive(d->fileName, d->known);
+        Archive archive(d->place, d->known);
         if (!d->isOpen(archive))
             return {};
         Contents contents;
         for (const QString& name : names) {
-            if (const auto content = d->contentOf(archive, QFile::encodeName(name).toStdString()))
+            if (const auto content = d->contentOf(archive, System::encodedName(name).toStdString()))
                 contents.insert(name, *content);
         }
         return contents;
@@ -275,7 +275,7 @@ QMap<QString, QByteArray> DataFileReader::getContentsOfArchivedFiles(const QStri
 bool DataFileReader::visitArchivedFiles(const std::function<bool(const ArchivedFile&)>& visit) const
 {
     d->error.clear();
-    Archive archive(d->fileName, d->known);
+    Archive archive(d->place, d->known);
     if (!d->isOpen(archive))
         return false;
     return d->forEachEntry(archive, [this, &archive, &visit](const ArchiveEntry& entry) {

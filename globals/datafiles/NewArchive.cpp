@@ -6,8 +6,6 @@
 
 #include <zip.h>
 
-#include <QFile>
-
 #include <algorithm>
 
 namespace TEKLUVA {
@@ -124,7 +122,7 @@ bool packEntry(void* zipFile, const QString& name, const QByteArray& data)
     constexpr int LONGEST_NAME = 0xffff;
     constexpr qint64 LARGEST_PLAIN_SIZE = 0xfffffffe;
     constexpr qint64 PIECE = qint64{1} << 30;
-    const QByteArray entry = QFile::encodeName(name);
+    const QByteArray entry = System::encodedName(name);
     if (entry.size() > LONGEST_NAME || !allocate(MORE_THAN_A_HEADER))
         return false;
     const zip_fileinfo nothing{};

@@ -10,7 +10,9 @@ namespace {
 
 fs::path oldFile(const fs::path& path, int number)
 {
-    return path.string() + '.' + std::to_string(number);
+    fs::path old = path;
+    old += '.' + std::to_string(number);
+    return old;
 }
 
 bool isThere(const fs::path& path)

@@ -1,6 +1,7 @@
 #include "globals/settings/IniCodec_p.h"
 
 #include "globals/settings/IniText_p.h"
+#include "globals/system/System_p.h"
 
 #include <algorithm>
 #include <iterator>
@@ -137,7 +138,7 @@ QByteArray headOf(const QString& section)
     QByteArray name = section.isEmpty() ? QByteArray(GENERAL) : escapedKey(section);
     if (!section.isEmpty() && name.compare(GENERAL, Qt::CaseInsensitive) == 0)
         name.prepend('%');
-    return '[' + name + "]\n";
+    return '[' + name + ']' + System::LINE_END;
 }
 
 void appendEntry(QByteArray& content, const QString& key, const IniValue& value)
@@ -149,7 +150,7 @@ void appendEntry(QByteArray& content, const QString& key, const IniValue& value)
         IniText::appendEscaped(content, text);
         separator = ", ";
     }
-    content += '\n';
+    content += System::LINE_END;
 }
 
 } // namespace
@@ -181,7 +182,7 @@ QByteArray write(const IniValues& values)
     }
     QByteArray content;
     for (auto section = sections.begin(); section != sections.end(); ++section) {
-        content += (content.isEmpty() ? "" : "\n") + headOf(section.key());
+        content += (content.isEmpty() ? "" : System::LINE_END) + headOf(section.key());
         for (auto value = section->begin(); value != section->end(); ++value)
             appendEntry(content, value.key(), **value);
     }

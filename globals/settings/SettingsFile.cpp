@@ -29,7 +29,7 @@ constexpr qint64 LARGEST_FILE = qint64{64} << 20;
 
 bool isIni(QSettings::Format format)
 {
-    return format == QSettings::IniFormat || format == QSettings::NativeFormat;
+    return format == QSettings::IniFormat || (format == QSettings::NativeFormat && !System::HAS_REGISTRY);
 }
 
 /// As QSettings spells it: without separators at the ends and without double ones.
@@ -109,7 +109,7 @@ std::optional<FileStatus> statusOf(const System::Path& path)
 SettingsFile::SettingsFile(const QString& path, QSettings::Format format, QObject* parent)
     : QSettings(isIni(format) ? QString() : path, format, parent)
     , m_isIni(isIni(format))
-    , m_path(QFileInfo(path).absoluteFilePath())
+    , m_path(m_isIni ? QFileInfo(path).absoluteFilePath() : fileName())
     , m_place(System::nativePath(m_path))
 {
     static_cast<void>(reload());

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QFile>
 #include <QSysInfo>
 
 #include <algorithm>
@@ -51,10 +52,8 @@ QByteArray textOfHost()
 QByteArray textOfOurs()
 {
     // Asked anew each time, because a forked process is another one.
-    std::error_code unknown;
-    const fs::path program = fs::read_symlink("/proc/self/exe", unknown);
     return QByteArray::number(QCoreApplication::applicationPid()) + '\n'
-           + QByteArray::fromStdString(program.filename().string()) + '\n' + textOfHost();
+           + QFile::encodeName(System::programName()) + '\n' + textOfHost();
 }
 
 QByteArray textIn(const FileHandle& file, std::error_code& error)

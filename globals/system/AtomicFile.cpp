@@ -43,7 +43,7 @@ void removeRemains(const fs::path& folder)
     const auto now = fs::file_time_type::clock::now();
     std::error_code error;
     for (const System::FolderEntry& entry : System::entriesOf(folder, error)) {
-        if (!isHiddenName(entry.name.string()))
+        if (!isHiddenName(System::textOf(entry.name).toStdString()))
             continue;
         std::error_code unknown;
         const auto age = now - fs::last_write_time(folder / entry.name, unknown);
@@ -232,7 +232,7 @@ std::error_code AtomicFile::Private::place()
     result = file.close();
     if (result)
         return result;
-    fs::rename(m_hidden, m_target, result);
+    result = System::replace(m_hidden, m_target);
     if (!result)
         m_hidden.clear();
     return result;

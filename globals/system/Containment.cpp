@@ -11,10 +11,10 @@ namespace fs = std::filesystem;
 bool isWithin(const fs::path& path, const fs::path& folder)
 {
     std::error_code error;
-    const fs::path inner = fs::weakly_canonical(path, error);
+    const fs::path inner = System::weaklyCanonical(path, error);
     if (error)
         return false;
-    const fs::path outer = fs::canonical(folder, error);
+    const fs::path outer = System::canonical(folder, error);
     if (error)
         return false;
     // By whole names: "/data/old2" does not lie in "/data/old".

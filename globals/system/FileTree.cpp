@@ -55,11 +55,11 @@ public:
     bool hasSources() const { return !m_copied.isEmpty(); }
 
 private:
-    bool copyEntry(const QFileInfo& entry, const QString& target);
+    bool copyEntry(const QFileInfo& entry, System::EntryKind kind, const QString& target);
     bool copyChosenFile(const QString& source, const QString& target);
     bool copyFile(const QString& source, const QString& target);
     bool copyLink(const QString& source, const QString& target);
-    bool copyFolder(const QFileInfo& entry, const QString& target);
+    bool copyFolder(const QFileInfo& entry, bool isLink, const QString& target);
     /// By its suffix.
     bool isChosen(const QString& source) const;
     bool isUsableFolder(const QString& target) const;
@@ -82,7 +82,7 @@ bool TreeCopy::copyEntries(const QString& source, const QString& target)
         const QString name = QLatin1Char('/') + System::textOf(found.name);
         const bool isCopied = found.kind == System::EntryKind::File
                                   ? copyChosenFile(source + name, target + name)
-                                  : copyEntry(QFileInfo(source + name), target + name);
+                                  : copyEntry(QFileInfo(source + name), found.kind, target + name);
         isWhole = isCopied && isWhole;
     }
     return isWhole;
@@ -93,11 +93,13 @@ bool TreeCopy::isChosen(const QString& source) const
     return m_rules.suffixes.isEmpty() || m_rules.suffixes.contains(QFileInfo(source).suffix());
 }
 
-bool TreeCopy::copyEntry(const QFileInfo& entry, const QString& target)
+bool TreeCopy::copyEntry(const QFileInfo& entry, System::EntryKind kind, const QString& target)
 {
+    // Not QFileInfo::isSymLink(), which is true of shortcuts on Windows and not of all its links.
+    const bool isLink = kind == System::EntryKind::Link;
     if (entry.isDir())
-        return copyFolder(entry, target);
-    if (entry.isSymLink() && !entry.exists())
+        return copyFolder(entry, isLink, target);
+    if (isLink && !entry.exists())
         return !isChosen(entry.filePath()) || copyLink(entry.filePath(), target);
     // A pipe or a device has no content to copy, and opening it might never end.
     if (!entry.isFile())
@@ -113,6 +115,8 @@ bool TreeCopy::copyChosenFile(const QString& source, const QString& target)
 bool TreeCopy::copyFile(const QString& source, const QString& target)
 {
     auto durability = AtomicFile::Durability::Later;
+    if (!System::CAN_SYNC_FILE_SYSTEMS)
+        durability = AtomicFile::Durability::OnDisk;
     if (exists(target)) {
         const Overwrite overwrite = m_rules.onExisting(source, target);
         if (overwrite != Overwrite::Replace)
@@ -134,11 +138,11 @@ bool TreeCopy::copyLink(const QString& source, const QString& target)
     return true;
 }
 
-bool TreeCopy::copyFolder(const QFileInfo& entry, const QString& target)
+bool TreeCopy::copyFolder(const QFileInfo& entry, bool isLink, const QString& target)
 {
     if (!m_rules.recursive)
         return true;
-    if (entry.isSymLink())
+    if (isLink)
         return copyLink(entry.filePath(), target);
     return isUsableFolder(target) && copyEntries(entry.filePath(), target);
 }
@@ -253,10 +257,9 @@ bool remove(const QString& path)
 {
     if (path.isEmpty())
         return false; // would be the working directory
-    const QString folder = QDir(path).absolutePath();
-    if (QFileInfo(folder).isSymLink())
-        return QFile::remove(folder);
-    return removeFolder(nativePath(folder));
+    const fs::path folder = nativePath(QDir(path).absolutePath());
+    std::error_code error;
+    return System::isLink(folder) ? fs::remove(folder, error) : removeFolder(folder);
 }
 
 qint64 size(const QString& path)

@@ -14,8 +14,8 @@ struct Process
     QString boot;     ///< differs from boot to boot and from machine to machine; empty if unknown
 };
 
-/// The home folder that the system has on record for the user of this process; empty if it has none.
-QString homeOfAccount();
+/// The name of the executable as QLockFile has it; empty if unknown.
+QString programName();
 
 /// Asked anew each time, because a forked process is another one.
 Process thisProcess();

@@ -4,12 +4,12 @@
 #include <QSysInfo>
 
 #include <cerrno>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
 
 #include <csignal>
-#include <pwd.h>
 #include <unistd.h>
 
 namespace TEKLUVA::System {
@@ -57,10 +57,11 @@ QString thisBoot()
 
 } // namespace
 
-QString homeOfAccount()
+QString programName()
 {
-    const passwd* account = ::getpwuid(::getuid()); // NOLINT(concurrency-mt-unsafe): nobody else asks
-    return account ? QFile::decodeName(account->pw_dir) : QString();
+    std::error_code unknown;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", unknown);
+    return QFile::decodeName(program.filename().c_str());
 }
 
 Process thisProcess()

@@ -9,8 +9,8 @@
 #include <system_error>
 #include <vector>
 
-/// What the library asks of the operating system beyond Qt and std::filesystem. Each system has one source
-/// file for all of it: System_unix.cpp is the only one with Unix headers.
+/// What the library asks of the operating system beyond Qt and std::filesystem. System_unix.cpp and
+/// System_windows.cpp do it; what is the same on all systems is in System.cpp.
 ///
 /// All functions are reentrant. A call that a signal has interrupted is made again.
 namespace TEKLUVA::System {
@@ -22,7 +22,19 @@ using Path = std::filesystem::path;
 /// @{
 Path nativePath(const QString& path);
 QString textOf(const Path& path);
+
+/// The bytes of a name in files that go from system to system: those of the file system, or UTF-8 where that
+/// has none.
+QByteArray encodedName(const QString& name);
+QString decodedName(const QByteArray& name);
 /// @}
+
+/// The line end of text files, as Qt writes it into INI files, too.
+extern const char* const LINE_END;
+/// Whether the native format of QSettings is no file.
+extern const bool HAS_REGISTRY;
+/// Whether FileHandle::syncFileSystem() waits for anything. Otherwise each file is to be waited for.
+extern const bool CAN_SYNC_FILE_SYSTEMS;
 
 enum class FileKind {
     Regular,
@@ -30,7 +42,7 @@ enum class FileKind {
     Other, ///< a pipe, a socket or a device, which might never end
 };
 
-/// What the system knows of a file beside its content.
+/// What the system knows of a file beside its content. Windows has no permissions, owner and group.
 struct FileStatus
 {
     FileKind kind = FileKind::Other;
@@ -77,6 +89,20 @@ struct FolderEntry
 /// std::filesystem's iterator ends the process where it finds no memory, and Qt's takes a failure for the
 /// end.
 std::vector<FolderEntry> entriesOf(const Path& folder, std::error_code& error);
+
+/// Whether \p path is a link itself, whatever it leads to; on Windows also another volume in that place.
+bool isLink(const Path& path);
+
+/// Gives the file \p from the name \p to, also where that is another file's. Not across file systems.
+std::error_code replace(const Path& from, const Path& to);
+
+/// \name Places
+/// Where links and other spellings of a name lead: equal for the same file. With weaklyCanonical() the last
+/// parts of the path need not exist.
+/// @{
+Path canonical(const Path& path, std::error_code& error);
+Path weaklyCanonical(const Path& path, std::error_code& error);
+/// @}
 
 /// Whether \p path leads to a file that can be read to its end.
 bool isRegularFile(const Path& path);
@@ -145,6 +171,9 @@ private:
         : m_descriptor(descriptor)
     {
     }
+
+    /// Copies what \p source has from \p position on.
+    std::error_code copyPieces(const FileHandle& source, qint64 position) const;
 
     int m_descriptor = -1;
 };

@@ -4,11 +4,9 @@
 #include <QFile>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdint>
 #include <string>
-#include <tuple>
 #include <utility>
 
 #include <ctime>
@@ -26,6 +24,10 @@
 static_assert(sizeof(off_t) == sizeof(qint64), "files of more than 2 GiB need _FILE_OFFSET_BITS=64");
 
 namespace TEKLUVA::System {
+
+const char* const LINE_END = "\n";
+const bool HAS_REGISTRY = false;
+const bool CAN_SYNC_FILE_SYSTEMS = true;
 
 namespace {
 
@@ -103,21 +105,6 @@ std::string nameOfDescriptor(int descriptor)
 }
 #endif
 
-std::error_code copyPieces(const FileHandle& source, const FileHandle& target, qint64 position)
-{
-    std::array<char, std::size_t{64} * 1024> piece; // NOLINT(cppcoreguidelines-pro-type-member-init)
-    std::error_code error;
-    for (;;) {
-        const qint64 count = source.readAt(piece.data(), qint64(piece.size()), position, error);
-        if (error || count == 0)
-            return error;
-        error = target.writeAt(piece.data(), count, position);
-        if (error)
-            return error;
-        position += count;
-    }
-}
-
 } // namespace
 
 Path nativePath(const QString& path)
@@ -130,13 +117,14 @@ QString textOf(const Path& path)
     return QFile::decodeName(path.c_str());
 }
 
-bool FileStatus::operator==(const FileStatus& other) const
+QByteArray encodedName(const QString& name)
 {
-    const auto fields = [](const FileStatus& status) {
-        return std::tie(status.kind, status.device, status.inode, status.size, status.modified,
-                        status.changed, status.permissions, status.owner, status.group);
-    };
-    return fields(*this) == fields(other);
+    return QFile::encodeName(name);
+}
+
+QString decodedName(const QByteArray& name)
+{
+    return QFile::decodeName(name);
 }
 
 FileStatus statusOf(const Path& path, std::error_code& error)
@@ -182,27 +170,27 @@ std::error_code setModified(const Path& path, qint64 modified)
                                0)); // NOLINT(cppcoreguidelines-pro-bounds-array-to-pointer-decay)
 }
 
-bool isRegularFile(const Path& path)
+bool isLink(const Path& path)
 {
     std::error_code error;
-    const FileStatus status = statusOf(path, error);
-    return !error && status.kind == FileKind::Regular;
+    return std::filesystem::is_symlink(std::filesystem::symlink_status(path, error));
 }
 
-FileHandle::FileHandle(FileHandle&& other) noexcept
-    : m_descriptor(std::exchange(other.m_descriptor, -1))
+std::error_code replace(const Path& from, const Path& to)
 {
+    std::error_code error;
+    std::filesystem::rename(from, to, error);
+    return error;
 }
 
-FileHandle& FileHandle::operator=(FileHandle&& other) noexcept
+Path canonical(const Path& path, std::error_code& error)
 {
-    std::swap(m_descriptor, other.m_descriptor);
-    return *this;
+    return std::filesystem::canonical(path, error);
 }
 
-FileHandle::~FileHandle()
+Path weaklyCanonical(const Path& path, std::error_code& error)
 {
-    static_cast<void>(close());
+    return std::filesystem::weakly_canonical(path, error);
 }
 
 FileHandle FileHandle::openForReading(const Path& path, std::error_code& error)
@@ -240,11 +228,6 @@ FileHandle FileHandle::createUnnamed(const Path& folder, std::error_code& error)
 #endif
     error = std::make_error_code(std::errc::not_supported);
     return {};
-}
-
-FileStatus FileHandle::status(std::error_code& error) const
-{
-    return statusOf(m_descriptor, error);
 }
 
 qint64 FileHandle::readAt(char* target, qint64 size, qint64 position, std::error_code& error) const
@@ -304,7 +287,7 @@ std::error_code FileHandle::copyFrom(const FileHandle& source) const
         position += count;
     }
 #endif
-    return copyPieces(source, *this, position);
+    return copyPieces(source, position);
 }
 
 std::error_code FileHandle::setPermissions(quint32 permissions) const

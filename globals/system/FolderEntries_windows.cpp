@@ -1,0 +1,61 @@
+#include "globals/system/Handle_windows_p.h"
+#include "globals/system/System_p.h"
+
+#include <cwchar>
+#include <memory>
+#include <type_traits>
+
+namespace TEKLUVA::System {
+
+namespace {
+
+struct CloseSearch
+{
+    void operator()(void* search) const { ::FindClose(search); }
+};
+using Search = std::unique_ptr<void, CloseSearch>;
+
+/// A link, or another folder or volume in this place; not what is merely stored elsewhere.
+bool isLink(const WIN32_FIND_DATAW& entry)
+{
+    return (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)
+           && IsReparseTagNameSurrogate(entry.dwReserved0);
+}
+
+EntryKind entryKindOf(const WIN32_FIND_DATAW& entry)
+{
+    if (isLink(entry))
+        return EntryKind::Link;
+    return entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY ? EntryKind::Folder : EntryKind::File;
+}
+
+/// The folder itself and the one above are no entries.
+bool isEntry(const wchar_t* name)
+{
+    return std::wcscmp(name, L".") != 0 && std::wcscmp(name, L"..") != 0;
+}
+
+} // namespace
+
+std::vector<FolderEntry> entriesOf(const Path& folder, std::error_code& error)
+{
+    error.clear();
+    WIN32_FIND_DATAW entry = {};
+    HANDLE first = ::FindFirstFileW((folder / L"*").c_str(), &entry);
+    if (first == INVALID_HANDLE_VALUE) {
+        error = lastSystemError();
+        return {};
+    }
+    const Search search(first);
+    std::vector<FolderEntry> entries;
+    do {
+        if (isEntry(&entry.cFileName[0]))
+            entries.push_back({&entry.cFileName[0], entryKindOf(entry)});
+    } while (::FindNextFileW(search.get(), &entry));
+    if (::GetLastError() == ERROR_NO_MORE_FILES)
+        return entries;
+    error = lastSystemError();
+    return {};
+}
+
+} // namespace TEKLUVA::System

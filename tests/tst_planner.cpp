@@ -9,6 +9,8 @@
 #include "globals/widgets/LogDock.h"
 #include "globals/widgets/LogModel.h"
 #include "globals/widgets/PresetTable.h"
+#include "globals/widgets/ProgressDialog.h"
+#include "globals/widgets/UnitBox.h"
 
 #include <QtWidgets>
 
@@ -42,24 +44,30 @@ private Q_SLOTS:
     void tellsHowTheLastRunEnded()
     {
         m_config->setRuntimeState(E_RuntimeState(TestData::field<int>("state")));
+        m_config->removeSetting("Application"_q, "run_pid"_q); // that of this process, which still runs
         open();
         QVERIFY(find<QLabel>(TestData::field("verdict")));
         QCOMPARE(m_config->getLastRuntimeState(), E_RS_STARTED);
     }
 
-    void showsTheRoomInTheChosenUnit()
+    void showsTheRoomInTheChosenUnits()
     {
         auto* length = field<QDoubleSpinBox>("&Length"_q);
-        QTest::keyClick(field<QComboBox>("&Construction"_q), Qt::Key_Down);
+        openSettings();
+        QTest::keyClick(field<UnitBox>("Unit for &constructing"_q), Qt::Key_Down);
         QCOMPARE(length->text(), "4,200 m"_q);
-        QVERIFY(find<QLabel>("Values are shown in m - Metre now."_q)); // in the status line
         length->selectAll();
         QTest::keyClicks(length, "1.,234"_q); // the point is no part of it
-        for (const QString& shown : {"1,234 m"_q, "123,4 cm"_q, "4,442 m²"_q})
+        for (const QString& shown : {"Units: m, cm"_q, "123,4 cm"_q, "4,442 m²"_q})
             QVERIFY2(find<QLabel>(shown), qPrintable(shown));
-        QTest::keyClick(field<QComboBox>("&Construction"_q), Qt::Key_Down);
+        QTest::keyClick(field<UnitBox>("Unit for &constructing"_q), Qt::Key_Down);
         QCOMPARE(length->text(), "48,58 in"_q);
         QVERIFY(find<QLabel>("11,55 m³"_q)); // not of the rounded sides
+        QTest::keyClick(field<UnitBox>("Unit for &arranging"_q), Qt::Key_Up);
+        for (const QString& shown : {"Units: in, mm"_q, "1234 mm"_q})
+            QVERIFY2(find<QLabel>(shown), qPrintable(shown));
+        QTest::mouseClick(find<QPushButton>("Clos&e"_q), Qt::LeftButton);
+        QVERIFY(!m_window->findChild<UnitBox*>()->isVisible());
     }
 
     void endsTheWorkOnRequest()
@@ -67,7 +75,7 @@ private Q_SLOTS:
         startWork();
         QTest::mouseClick(find<QPushButton>("A&bort"_q), Qt::LeftButton);
         QTRY_VERIFY(find<QLabel>("The work was aborted."_q));
-        QVERIFY(!dialog()->isVisible());
+        QVERIFY(!dialog()->isVisible() && !inStatusBar()->isVisible());
         QVERIFY(bar("Total"_q)->value() < 100);
         QVERIFY(bar("Check"_q)->value() <= 0);
     }
@@ -75,8 +83,9 @@ private Q_SLOTS:
     void doesTheWork()
     {
         startWork();
-        QTRY_VERIFY_WITH_TIMEOUT(find<QLabel>("Packed and checked 200 files, 52.4 MB."_q), 240000);
-        QVERIFY(!dialog()->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(find<QLabel>("Packed and checked 200 files."_q), 240000);
+        QVERIFY(!dialog()->isVisible() && !inStatusBar()->isVisible());
+        QCOMPARE(inStatusBar()->value(), 100);
         QCOMPARE(bar("Total"_q)->value(), 100);
         QCOMPARE(bar("Check"_q)->value(), 200);
     }
@@ -91,19 +100,46 @@ private Q_SLOTS:
 
     void keepsTheLanguage()
     {
-        QTest::keyClick(field<QComboBox>("La&nguage"_q), Qt::Key_Up);
-        QTRY_VERIFY(find<QLabel>("&Länge"_q));
-        QTRY_VERIFY(find<QLabel>("Das ist der erste Start."_q));
-        QCOMPARE(field<QComboBox>("&Konstruieren"_q)->currentText(), "cm - Zentimeter"_q);
+        openSettings();
+        QTest::keyClick(field<QComboBox>("&Language"_q), Qt::Key_Up);
+        QVERIFY(find<QLabel>("&Länge"_q));
+        QVERIFY(find<QLabel>("Das ist der erste Start."_q));
+        QTRY_COMPARE(field<UnitBox>("Einheit beim &Konstruieren"_q)->currentText(), "cm - Zentimeter"_q);
         QCOMPARE(presets()->model()->headerData(0, Qt::Horizontal).toString(), "Schlüssel"_q);
+        QVERIFY(find<QAction>("&Beenden"_q) && find<QAction>("Protokoll"_q)
+                && find<QPushButton>("Schl&ießen"_q));
         open();
         QVERIFY(find<QLabel>("&Länge"_q));
+    }
+
+    void followsADarkScheme()
+    {
+        const QPalette before = QApplication::palette();
+        QApplication::setPalette(QColor(49, 54, 59));
+        const auto* swatch = find<QLabel>("2700 K"_q);
+        for (const auto* widget : m_window->findChildren<QWidget*>()) {
+            const int lightness = widget->palette().color(widget->backgroundRole()).lightness();
+            QVERIFY2(lightness < 128 || widget == swatch, widget->metaObject()->className());
+        }
+        QApplication::setPalette(before);
+    }
+
+    void tellsWhatItIs()
+    {
+        QString text;
+        QTimer::singleShot(0, this, [&text] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            text = box->text();
+            box->accept();
+        });
+        find<QAction>("&About"_q)->trigger();
+        QVERIFY2(text.startsWith("Version 1.6"_q), qPrintable(text));
     }
 
     void showsTheColourOfLight()
     {
         QTest::keyClick(field<QSlider>("Colour &temperature"_q), Qt::Key_End);
-        auto* swatch = find<QLabel>("15000 K   R 172   G 194   B 255"_q);
+        auto* swatch = find<QLabel>("15000 K   #acc2ff"_q);
         QVERIFY(swatch);
         QCOMPARE(swatch->grab().toImage().pixel(1, 1), 0xffacc2ffU);
     }
@@ -111,9 +147,14 @@ private Q_SLOTS:
     void showsTheLogLive()
     {
         std::thread([this] { m_log->log().logWarningMessage("from a thread", "", 0); }).join();
-        const LogModel* rows = m_window->findChild<LogDock*>()->getModel();
+        const auto* dock = m_window->findChild<LogDock*>();
+        const LogModel* rows = dock->getModel();
         QTRY_COMPARE(rows->rowCount(), 2);
         QCOMPARE(rows->index(1, LogModel::E_LC_LEVEL).data().toString(), "Warning"_q);
+        find<QAction>("Log"_q)->trigger();
+        QVERIFY(!dock->isVisible());
+        find<QAction>("Log"_q)->trigger();
+        QVERIFY(dock->isVisible());
     }
 
     void showsThePresets()
@@ -138,10 +179,16 @@ private:
         m_window->show();
         QCoreApplication::processEvents(); // the change of the language
     }
+    void openSettings()
+    {
+        find<QAction>("&Settings"_q)->trigger();
+        QVERIFY(m_window->findChild<UnitBox*>()->isVisible());
+    }
     void startWork()
     {
-        QTest::mouseClick(find<QPushButton>("&Pack"_q), Qt::LeftButton);
+        find<QAction>("&Pack"_q)->trigger();
         QTRY_VERIFY(dialog()->isVisible() && bar("Total"_q)->value() > 0);
+        QVERIFY(inStatusBar()->isVisible());
     }
     /// The first one whose text begins so.
     template <typename Widget>
@@ -159,7 +206,8 @@ private:
     }
     QProgressBar* bar(const QString& label) const { return field<QProgressBar>(label); }
     PresetTable* presets() const { return m_window->findChild<PresetTable*>(); }
-    QDialog* dialog() const { return m_window->findChild<QDialog*>(); }
+    ProgressDialog* dialog() const { return m_window->findChild<ProgressDialog*>(); }
+    QProgressBar* inStatusBar() const { return m_window->statusBar()->findChild<QProgressBar*>(); }
 
     ConfigManager* m_config = ConfigManager::getInstance();
     std::unique_ptr<TestLog::ActiveLog> m_log;

@@ -73,6 +73,8 @@ LogDock::LogDock(Log* log, QWidget* parent)
     view->setRootIsDecorated(false);
     view->setUniformRowHeights(true);
     view->setAlternatingRowColors(true);
+    view->header()->setResizeContentsPrecision(0); // of the rows in sight only
+    view->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     followEnd(view);
     view->scrollToBottom();
     layout->addWidget(view);

@@ -14,6 +14,7 @@ QStandardItem* makeItem(const QVariant& content)
 {
     auto* item = new QStandardItem;
     item->setData(content, Qt::DisplayRole);
+    item->setToolTip(content.toString()); // bounds may be longer than the column
     item->setEditable(false);
     return item;
 }

@@ -37,6 +37,8 @@ public:
 
 namespace {
 
+constexpr int MIN_CHARACTERS = 60; ///< of the width
+
 bool isPercentage(ProgressStep::E_ProgressType type)
 {
     return type == ProgressStep::E_PRT_PERCENT || type == ProgressStep::E_PRT_PERCENT_ALT;
@@ -118,6 +120,7 @@ ProgressDialog::ProgressDialog(QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(d->rows);
     layout->addWidget(d->abort, 0, Qt::AlignRight);
+    setMinimumWidth(MIN_CHARACTERS * fontMetrics().averageCharWidth());
     const auto* states = StateHandler::getInstance();
     connect(states, &StateHandler::createNewProcessRequested, this, [this](const QString& name) {
         setWindowTitle(name);

@@ -1,46 +1,29 @@
 #include "PackingJob.h"
 
-#include "Panel.h"
+#include "Texts.h"
 
 #include "globals/ConfigManager.h"
 #include "globals/DataFileCreator.h"
 #include "globals/DataFileReader.h"
 #include "globals/StateHandler.h"
 
-#include <QRandomGenerator>
 #include <QTemporaryDir>
-
-#include <array>
-#include <string>
 
 using namespace TEKLUVA;
 
 namespace {
 
-constexpr const char *WRITE_STEP = "write", *PACK_STEP = "pack", *CHECK_STEP = "check";
+using Files = QMap<QString, QByteArray>;
 
-constexpr std::pair<const char*, const char*> STEPS[] = {
-    {WRITE_STEP, QT_TRANSLATE_NOOP("Panel", "Write files")},
-    {PACK_STEP, QT_TRANSLATE_NOOP("Panel", "Pack archive")},
-    {CHECK_STEP, QT_TRANSLATE_NOOP("Panel", "Check archive")},
-};
+constexpr int FILE_SIZE = 256 * 1024; ///< bytes
+constexpr const char *PACK_STEP = "pack", *CHECK_STEP = "check";
 
-void addSteps()
+void addStep(const char* name, const QString& label)
 {
     auto* states = StateHandler::getInstance();
-    for (const auto& [name, label] : STEPS) {
-        states->addProgressStep(QLatin1String(name), ProgressStep::E_PRT_BAR, Panel::tr(label), QString(),
-                                false, ProgressStep::E_PS_WAITING);
-        states->setProgressBarSteps(QLatin1String(name), PACKED_FILES);
-    }
-}
-
-/// The same for each call, so that nobody has to remember it.
-QByteArray contentOf(int file)
-{
-    std::array<quint32, PACKED_FILE_SIZE / sizeof(quint32)> numbers{};
-    QRandomGenerator(static_cast<quint32>(file)).generate(numbers.begin(), numbers.end());
-    return {reinterpret_cast<const char*>(numbers.data()), PACKED_FILE_SIZE};
+    states->addProgressStep(QLatin1String(name), ProgressStep::E_PRT_BAR, label, QString(), false,
+                            ProgressStep::E_PS_WAITING);
+    states->setProgressBarSteps(QLatin1String(name), PACKED_FILES);
 }
 
 /// Shows that \p step has done \p files. False when the user has asked for an end.
@@ -53,42 +36,34 @@ bool goOn(const char* step, int files)
     return !states->wasAborted();
 }
 
-bool writeFiles(const QStringList& paths)
+bool holds(const DataFileReader& archive, const Files& files)
 {
-    ConfigManager* config = ConfigManager::getInstance();
-    int file = 0;
-    while (file < paths.size() && goOn(WRITE_STEP, file)
-           && config->writeDataToFile(paths[file], contentOf(file), false))
-        ++file;
-    return file == paths.size();
-}
-
-bool checkArchive(const DataFileReader& archive)
-{
-    int file = 0;
-    const auto isNext = [&file](const ArchivedFile& entry) {
-        return goOn(CHECK_STEP, file) && entry.name == std::to_string(file)
-               && entry.content() == contentOf(file++);
-    };
-    return archive.visitArchivedFiles(isNext) && file == PACKED_FILES && goOn(CHECK_STEP, file);
+    int checked = 0;
+    archive.visitArchivedFiles([&](const ArchivedFile& entry) {
+        const bool isSame =
+            goOn(CHECK_STEP, checked) && entry.content() == files.value(QString::fromStdString(entry.name));
+        checked += isSame ? 1 : 0;
+        return isSame;
+    });
+    return checked == PACKED_FILES && goOn(CHECK_STEP, checked);
 }
 
 } // namespace
 
 E_ProcessResult packAndCheck()
 {
-    addSteps();
+    addStep(PACK_STEP, Texts::tr("Pack archive"));
+    addStep(CHECK_STEP, Texts::tr("Check archive"));
     const QTemporaryDir folder(ConfigManager::getInstance()->getPath(E_PT_TEMP_CACHE)
                                + QLatin1String("planner-XXXXXX"));
     const QString archive = folder.filePath(QStringLiteral("rooms.dat"));
     const QString password = QStringLiteral("planner-example");
-    QStringList paths;
+    Files files;
     for (int file = 0; file < PACKED_FILES; ++file)
-        paths << folder.filePath(QString::number(file));
+        files[QString::number(file)] = QByteArray(FILE_SIZE, static_cast<char>(file));
     const auto goOnPacking = [](int file) { return goOn(PACK_STEP, file); };
-    if (folder.isValid() && writeFiles(paths)
-        && DataFileCreator().createArchivFromFiles(paths, archive, password, goOnPacking)
-        && checkArchive(DataFileReader(archive, password)))
+    if (folder.isValid() && DataFileCreator().createArchivFromData(files, archive, password, goOnPacking)
+        && holds(DataFileReader(archive, password), files))
         return E_PR_DONE;
     return StateHandler::getInstance()->wasAborted() ? E_PR_ABORTED : E_PR_FAILED;
 }

@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE" sourcelanguage="en">
 <context>
-    <name>Panel</name>
+    <name>Texts</name>
     <message>
         <source>Light</source>
         <translation>Licht</translation>
@@ -36,14 +36,6 @@
         <translation>&amp;Höhe</translation>
     </message>
     <message>
-        <source>&amp;Construction</source>
-        <translation>&amp;Konstruieren</translation>
-    </message>
-    <message>
-        <source>&amp;Arrangement</source>
-        <translation>&amp;Einrichten</translation>
-    </message>
-    <message>
         <source>Floor area</source>
         <translation>Grundfläche</translation>
     </message>
@@ -56,28 +48,24 @@
         <translation>Raum</translation>
     </message>
     <message>
-        <source>Values are shown in %1 now.</source>
-        <translation>Die Werte stehen jetzt in %1 da.</translation>
-    </message>
-    <message>
         <source>This is the first start.</source>
         <translation>Das ist der erste Start.</translation>
     </message>
     <message>
-        <source>The application was closed cleanly.</source>
-        <translation>Die Anwendung wurde ordentlich beendet.</translation>
+        <source>Last run: closed cleanly</source>
+        <translation>Letzter Lauf: ordentlich beendet</translation>
     </message>
     <message>
-        <source>The application was closed for a restart.</source>
-        <translation>Die Anwendung wurde für einen Neustart beendet.</translation>
+        <source>Last run: closed for a restart</source>
+        <translation>Letzter Lauf: für einen Neustart beendet</translation>
     </message>
     <message>
-        <source>The update was interrupted.</source>
-        <translation>Die Aktualisierung wurde unterbrochen.</translation>
+        <source>Last run: the update was interrupted</source>
+        <translation>Letzter Lauf: Aktualisierung unterbrochen</translation>
     </message>
     <message>
-        <source>The application is open in another window.</source>
-        <translation>Das Programm ist in einem anderen Fenster offen.</translation>
+        <source>Open in another window, too</source>
+        <translation>Auch in einem anderen Fenster offen</translation>
     </message>
     <message>
         <source>&quot;presets.dat&quot; is damaged; the built-in presets are in force.</source>
@@ -88,20 +76,8 @@
         <translation>Die Einstellungen sind nicht gespeichert.</translation>
     </message>
     <message>
-        <source>The application crashed; it was last alive at %1.</source>
-        <translation>Die Anwendung ist abgestürzt; ihr letztes Lebenszeichen war %1.</translation>
-    </message>
-    <message>
-        <source>Last run</source>
-        <translation>Letzter Lauf</translation>
-    </message>
-    <message>
-        <source>La&amp;nguage</source>
-        <translation>&amp;Sprache</translation>
-    </message>
-    <message>
-        <source>Write files</source>
-        <translation>Dateien schreiben</translation>
+        <source>Last run: crashed, last alive at %1</source>
+        <translation>Letzter Lauf: abgestürzt, letztes Lebenszeichen %1</translation>
     </message>
     <message>
         <source>Pack archive</source>
@@ -112,18 +88,14 @@
         <translation>Archiv prüfen</translation>
     </message>
     <message>
-        <source>Work</source>
-        <translation>Arbeit</translation>
-    </message>
-    <message>
         <source>Packing</source>
         <translation>Packen</translation>
     </message>
     <message numerus="yes">
-        <source>Packed and checked %n file(s), %1.</source>
+        <source>Packed and checked %n file(s).</source>
         <translation>
-            <numerusform>%n Datei gepackt und geprüft, %1.</numerusform>
-            <numerusform>%n Dateien gepackt und geprüft, %1.</numerusform>
+            <numerusform>%n Datei gepackt und geprüft.</numerusform>
+            <numerusform>%n Dateien gepackt und geprüft.</numerusform>
         </translation>
     </message>
     <message>
@@ -141,6 +113,58 @@
     <message>
         <source>&amp;Pack and check files</source>
         <translation>Dateien &amp;packen und prüfen</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Settings...</source>
+        <translation>&amp;Einstellungen ...</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <translation>&amp;Über dieses Programm</translation>
+    </message>
+    <message>
+        <source>Version %1. A room planner in small, and an example for libglobals.</source>
+        <translation>Version %1. Ein kleiner Raumplaner, als Beispiel für libglobals.</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>&amp;Language</source>
+        <translation>&amp;Sprache</translation>
+    </message>
+    <message>
+        <source>Unit for &amp;constructing</source>
+        <translation>Einheit beim &amp;Konstruieren</translation>
+    </message>
+    <message>
+        <source>Unit for &amp;arranging</source>
+        <translation>Einheit beim &amp;Einrichten</translation>
+    </message>
+    <message>
+        <source>Clos&amp;e</source>
+        <translation>Schl&amp;ießen</translation>
+    </message>
+    <message>
+        <source>Units: %1, %2</source>
+        <translation>Einheiten: %1, %2</translation>
     </message>
 </context>
 </TS>

@@ -2,12 +2,12 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="en">
 <context>
-    <name>Panel</name>
+    <name>Texts</name>
     <message numerus="yes">
-        <source>Packed and checked %n file(s), %1.</source>
+        <source>Packed and checked %n file(s).</source>
         <translation>
-            <numerusform>Packed and checked %n file, %1.</numerusform>
-            <numerusform>Packed and checked %n files, %1.</numerusform>
+            <numerusform>Packed and checked %n file.</numerusform>
+            <numerusform>Packed and checked %n files.</numerusform>
         </translation>
     </message>
 </context>

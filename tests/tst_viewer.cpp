@@ -9,6 +9,8 @@
 #include "globals/ConfigManager.h"
 #include "globals/DataFileCreator.h"
 #include "globals/MeasurementManager.h"
+#include "globals/widgets/LogDock.h"
+#include "globals/widgets/LogModel.h"
 #include "globals/widgets/ProgressDialog.h"
 #include "globals/widgets/UnitBox.h"
 
@@ -81,8 +83,59 @@ private Q_SLOTS:
         QCOMPARE(rows()[0], "sofas|Corner sofa|2,5 m|0,9 m|0,8 m"_q);
         QTest::keyClick(dialog.findChild<QComboBox*>(), Qt::Key_Up); // the first one is that of the languages
         QTRY_COMPARE(m_window->windowTitle(), "Katalog"_q);
+        QCOMPARE(dialog.windowTitle() + dialog.findChild<QLabel*>()->text(), "Einstellungen&Sprache"_q);
         find("desk"_q);
         QTRY_COMPARE(status(), "1 Artikel gefunden."_q);
+    }
+
+    void showsTheLog()
+    {
+        const auto* dock = m_window->findChild<LogDock*>();
+        m_window->open(m_file);
+        QTRY_COMPARE(dock->getModel()->rowCount(), 1);
+        QCOMPARE(dock->getModel()->index(0, LogModel::E_LC_MESSAGE).data().toString(), "4 articles found."_q);
+        for (const bool isShown : {false, true}) {
+            const auto entries = m_window->findChildren<QMenu*>()[1]->actions();
+            entries[0]->trigger();
+            QCOMPARE(entries[0]->text(), "Log"_q);
+            QCOMPARE(dock->isVisible(), isShown);
+        }
+    }
+
+    void endsTheSearchOnRequest()
+    {
+        const auto abortAfterOne = [](ProgressStep* step) { // both in the thread that searches
+            connect(
+                step, &ProgressStep::updateProgressStepRequested, step,
+                [](const ProgressStep* search) {
+                    if (search->getCurrentProgressBarStep() == 1)
+                        StateHandler::getInstance()->setAbort();
+                },
+                Qt::DirectConnection);
+        };
+        const auto connection =
+            connect(StateHandler::getInstance(), &StateHandler::createNewProgressStepRequested,
+                    m_window.get(), abortAfterOne, Qt::DirectConnection);
+        m_window->open(m_file);
+        QTRY_COMPARE(status(), "The search was aborted."_q);
+        QCOMPARE(rows().size(), 2); // of the first entry
+        disconnect(connection);
+        find("desk"_q);
+        QTRY_COMPARE(status(), "1 article found."_q);
+    }
+
+    void leavesTheFoldersOfThePlannerAlone()
+    {
+        const QString data = QDir::homePath() + "/.local/share/data/"_q;
+        const QString older = data + "Falbrin GmbH/Tekluva 3D-Planer/project"_q;
+        QVERIFY(TestFiles::write(older, "1"));
+        QProcess viewer;
+        viewer.start(QStringLiteral(VIEWER), QStringList());
+        QTRY_VERIFY(
+            TestFiles::contentOf(data + "tekluva/tekluva Catalogue/settings.ini"_q).contains("started"));
+        viewer.kill();
+        QVERIFY(viewer.waitForFinished());
+        QVERIFY(QFile::exists(older));
     }
 
     void endsTheSearchWhenTheWindowCloses()

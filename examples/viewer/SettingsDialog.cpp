@@ -10,6 +10,7 @@ using namespace TEKLUVA;
 
 SettingsDialog::SettingsDialog(QWidget* parent)
     : QDialog(parent)
+    , m_form(new QFormLayout(this))
 {
     auto* languages = new QComboBox;
     languages->addItem(QStringLiteral("Deutsch"), QStringLiteral("de"));
@@ -19,13 +20,31 @@ SettingsDialog::SettingsDialog(QWidget* parent)
         ConfigManager::getInstance()->setPrefferedLang(languages->currentData().toString());
         speakPreferredLanguage();
     });
-    auto* close = new QDialogButtonBox(QDialogButtonBox::Close);
-    connect(close, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto* buttons = new QDialogButtonBox;
+    m_close = buttons->addButton(QString(), QDialogButtonBox::RejectRole);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    m_form->addRow(QStringLiteral("language"), languages);
+    m_form->addRow(QStringLiteral("unit"), new UnitBox(E_UU_ARRANGEMENT));
+    m_form->addRow(buttons);
+    setTexts();
+}
+
+void SettingsDialog::setTexts()
+{
+    const auto setLabel = [this](int row, const QString& text) {
+        static_cast<QLabel*>(m_form->itemAt(row, QFormLayout::LabelRole)->widget())->setText(text);
+    };
     setWindowTitle(tr("Settings"));
-    auto* form = new QFormLayout(this);
-    form->addRow(tr("&Language"), languages);
-    form->addRow(tr("&Unit"), new UnitBox(E_UU_ARRANGEMENT));
-    form->addRow(close);
+    setLabel(0, tr("&Language"));
+    setLabel(1, tr("&Unit"));
+    m_close->setText(tr("&Close"));
+}
+
+void SettingsDialog::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        setTexts();
+    QDialog::changeEvent(event);
 }
 
 void speakPreferredLanguage()

@@ -23,7 +23,7 @@ void report(const QString& message, E_StateType type)
 {
     StateHandler::getInstance()->newStatusMessage(message, type, SHOWN_FOR);
     const E_LogLevel level = type == E_ST_ERROR ? E_LL_ERROR : E_LL_INFO;
-    LogManager::getInstance()->getActiveLog()->logMessage(level, message.toStdString(), {}, 0);
+    LogManager::getInstance()->getActiveLog()->logMessage(level, message);
 }
 
 QString measure(double cm)
@@ -39,6 +39,7 @@ ViewerWindow::ViewerWindow(QString password, QWidget* parent)
     , m_password(std::move(password))
     , m_text(new QLineEdit)
     , m_rows(new QStandardItemModel(this))
+    , m_log(new LogDock(LogManager::getInstance()->getActiveLog()))
 {
     auto* table = new QTreeView;
     table->setModel(m_rows);
@@ -50,7 +51,7 @@ ViewerWindow::ViewerWindow(QString password, QWidget* parent)
     layout->addWidget(table);
     auto* status = new QLabel; // of its own: the state handler and not the status bar clears the message
     statusBar()->addWidget(status, 1);
-    addDockWidget(Qt::BottomDockWidgetArea, new LogDock(LogManager::getInstance()->getActiveLog()));
+    addDockWidget(Qt::BottomDockWidgetArea, m_log);
     makeMenus();
     setTexts();
     resize(700, 500);
@@ -82,6 +83,8 @@ void ViewerWindow::makeMenus()
     m_open->setShortcut(QKeySequence::Open);
     m_settings->setShortcut(QKeySequence::Preferences);
     m_quit->setShortcut(QKeySequence::Quit);
+    m_viewMenu = menuBar()->addMenu(QString());
+    m_viewMenu->addAction(m_log->toggleViewAction());
 }
 
 void ViewerWindow::open(const QString& path)
@@ -131,6 +134,7 @@ void ViewerWindow::setTexts()
 {
     setWindowTitle(tr("Catalogue"));
     m_fileMenu->setTitle(tr("&File"));
+    m_viewMenu->setTitle(tr("&View"));
     m_open->setText(tr("&Open..."));
     m_settings->setText(tr("&Settings..."));
     m_quit->setText(tr("&Quit"));

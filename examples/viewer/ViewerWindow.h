@@ -12,6 +12,10 @@ class QLineEdit;
 class QMenu;
 class QStandardItemModel;
 
+namespace TEKLUVA {
+class LogDock;
+}
+
 /// Shows what is found in a catalogue, with measures in the unit that the user prefers. A log must be active.
 class ViewerWindow : public QMainWindow
 {
@@ -39,7 +43,9 @@ private:
     std::future<TEKLUVA::E_ProcessResult> m_work;
     QLineEdit* m_text;
     QStandardItemModel* m_rows;
+    TEKLUVA::LogDock* m_log;
     QMenu* m_fileMenu = nullptr;
+    QMenu* m_viewMenu = nullptr;
     QAction* m_open = nullptr;
     QAction* m_settings = nullptr;
     QAction* m_quit = nullptr;

@@ -18,6 +18,7 @@ int main(int argc, char** argv)
     const QApplication application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("tekluva"));
     QApplication::setApplicationName(QStringLiteral("tekluva Catalogue"));
+    ConfigManager::setMovesOlderData(false); // this is not the planner, whose folders they are
     ConfigManager* config = ConfigManager::getInstance();
     LogManager::getInstance()->setActiveLog(new Log("viewer", false)); // the registry deletes it
     config->setRuntimeState(E_RS_STARTED);

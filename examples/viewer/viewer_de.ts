@@ -15,6 +15,10 @@
         <source>&amp;Unit</source>
         <translation>&amp;Einheit</translation>
     </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>S&amp;chließen</translation>
+    </message>
 </context>
 <context>
     <name>Viewer</name>
@@ -55,6 +59,10 @@
     <message>
         <source>&amp;Settings...</source>
         <translation>&amp;Einstellungen ...</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
     </message>
     <message>
         <source>&amp;Quit</source>

@@ -108,6 +108,13 @@ QVector<int> numbersIn(const QString& content)
     return numbers;
 }
 
+template <typename Pair>
+Content pairIn(const QString& content)
+{
+    const auto n = numbersIn(content);
+    return n.size() == 2 ? Content(Pair(n[0], n[1])) : Content();
+}
+
 struct Form
 {
     QLatin1String head;
@@ -124,16 +131,8 @@ constexpr Form FORMS[] = {
          const auto n = numbersIn(content);
          return n.size() == 4 ? Content(QRect(n[0], n[1], n[2], n[3])) : Content();
      }},
-    {SIZE,
-     [](const QString& content) {
-         const auto n = numbersIn(content);
-         return n.size() == 2 ? Content(QSize(n[0], n[1])) : Content();
-     }},
-    {POINT,
-     [](const QString& content) {
-         const auto n = numbersIn(content);
-         return n.size() == 2 ? Content(QPoint(n[0], n[1])) : Content();
-     }},
+    {SIZE, &pairIn<QSize>},
+    {POINT, &pairIn<QPoint>},
 };
 /// @}
 

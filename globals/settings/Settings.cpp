@@ -91,6 +91,15 @@ public:
         return answer;
     }
 
+    /// Logs the failure that \p operation returns; empty for none.
+    template <typename Operation>
+    void logFailureOf(Operation&& operation)
+    {
+        const QString failure = ask(operation);
+        if (!failure.isEmpty())
+            logError(failure);
+    }
+
     /// \name Reports
     /// Made while the lock is free, because whoever shows the log may ask for settings.
     /// @{
@@ -118,12 +127,10 @@ private:
 
 void Settings::Private::reportReading()
 {
-    const QString failure = ask([this](const SettingsFile& file) {
+    logFailureOf([this](const SettingsFile& file) {
         const bool isNew = std::exchange(m_isReadable, file.isReadable()) && !m_isReadable;
         return isNew ? file.failureToRead() : QString();
     });
-    if (!failure.isEmpty())
-        logError(failure);
 }
 
 void Settings::Private::reportPending()
@@ -141,21 +148,18 @@ void Settings::Private::reportPending()
 
 void Settings::Private::change(const QList<SettingsChange>& changes)
 {
-    const QString failure = ask([&changes](SettingsFile& file) {
+    logFailureOf([&changes](SettingsFile& file) {
         const bool isWritten = file.change(changes);
         return isWritten ? QString() : file.failureToWrite(QStringLiteral("kept in memory"));
     });
-    if (!failure.isEmpty())
-        logError(failure);
 }
 
 void Settings::Private::letGo()
 {
-    const QString failure = ask([](SettingsFile& file) {
-        return file.letGo() ? QString() : file.failureToWrite(QStringLiteral("lost"));
+    logFailureOf([](SettingsFile& file) {
+        const bool isWritten = file.letGo();
+        return isWritten ? QString() : file.failureToWrite(QStringLiteral("lost"));
     });
-    if (!failure.isEmpty())
-        logError(failure);
     reportPending();
 }
 

@@ -43,6 +43,7 @@ private Q_SLOTS:
     {
         const QString written = TestData::field("written");
         TestTree::make("old=old link@old dangling@new"_q);
+        TestTree::make("links/1@../old links/2@1 links/3@2 links/4@3 links/5@4"_q);
         fs::create_hard_link("old", "hard");
 
         AtomicFile file(Path(TestData::field("target")), TestData::field<bool>("replacesLink")
@@ -119,6 +120,14 @@ private Q_SLOTS:
         }
         QVERIFY(write("remains/file", "old") && replace("remains/file", "new"));
         QCOMPARE(names("remains"_q), stay + QStringList("file"_q));
+    }
+
+    void whatAppearsMeanwhileIsReplaced()
+    {
+        AtomicFile file(fs::path{"new"});
+        QVERIFY(file.write("new") && write("new", "theirs"));
+        QVERIFY(file.commit());
+        QCOMPARE(contentOf("new"), QByteArray("new"));
     }
 
     void fullDisk()

@@ -184,8 +184,12 @@ private Q_SLOTS:
     void aReceiverThatFailsDoesNotHang()
     {
         Log log("busy", true);
+        Log other("other", true);
         registry()->setActiveLog(&log);
-        connect(&log, &Log::contentChanged, [] { ConfigManager::getInstance()->resetPath(E_PT_LOGS); });
+        connect(&log, &Log::contentChanged, [&other] {
+            other.logStatusMessage("two", "", 0);
+            ConfigManager::getInstance()->resetPath(E_PT_LOGS);
+        });
         log.logStatusMessage("one", "", 0);
         QCOMPARE(messagesOf(log), QStringList("one"_q));
     }

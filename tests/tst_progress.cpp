@@ -435,6 +435,7 @@ private Q_SLOTS:
         QCOMPARE(shown.last().processName + shown.last().steps[1].label + shown.last().steps[1].description,
                  "Plabel of lateabout late"_q);
         step("early"_q)->setVisible(false);
+        QTRY_VERIFY(!shown.last().steps[0].isVisible);
         states()->setAbort();
         states()->endProcess(E_PR_ABORTED);
         QVERIFY(!shown.last().isRunning && shown.last().isAborted && !shown.last().steps[0].isVisible);

@@ -66,6 +66,20 @@ private Q_SLOTS:
         QCOMPARE(content(), QByteArray());
     }
 
+    void theFoldersOfTheFileAreMade()
+    {
+        Settings("a/b/settings.ini"_q, QSettings::IniFormat, nullptr).setSetting("G"_q, "k"_q, 1);
+        QCOMPARE(content("a/b/settings.ini"_q), QByteArray("[G]\nk=1\n"));
+    }
+
+    void aByteOrderMarkMeansUtf8()
+    {
+        replace("\xef\xbb\xbf[G]\nk=\xc3\xa4\n");
+        QCOMPARE(m_settings->getSetting("G"_q, "k"_q).toString(), "ä"_q);
+        m_settings->setSetting("G"_q, "l"_q, 1);
+        QCOMPARE(content(), QByteArray("[G]\nk=\\xe4\nl=1\n"));
+    }
+
     void changesOfAnotherProcessAreSeenAndKept()
     {
         m_settings->setSetting("G"_q, "mine"_q, 1);
@@ -135,6 +149,14 @@ private Q_SLOTS:
             return content().isEmpty() && m_settings->hasPendingChanges();
         };
         QVERIFY(failToWrite(100));
+        {
+            QLockFile lock(LOCK_NAME);
+            QVERIFY(lock.lock());
+            QElapsedTimer timer;
+            timer.start();
+            m_settings->getSetting("G"_q, "k"_q); // does not wait for it, as a change does
+            QVERIFY(m_settings->hasPendingChanges() && timer.elapsed() < 4000);
+        }
         {
             const FullDisk roomForOne(600);
             m_settings->getSetting("G"_q, "k"_q);

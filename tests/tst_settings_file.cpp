@@ -1,9 +1,11 @@
 #include "TestSettings.h"
 #include "TestTree.h"
 
+#include <QDeadlineTimer>
 #include <QFileInfo>
 
 #include <array>
+#include <atomic>
 #include <limits>
 
 #include <fcntl.h>
@@ -123,6 +125,16 @@ private Q_SLOTS:
         }
         QCOMPARE(m_settings->getSetting("G"_q, "b"_q).toInt(), 3);
         QCOMPARE(m_settings->getSetting("G"_q, "a"_q).toInt(), 2);
+    }
+
+    /// To QSettings it is the same file else.
+    void aNewFileIsNewer()
+    {
+        replace("[G]\nk=1\n");
+        const auto future = fs::file_time_type::clock::now() + std::chrono::hours(1);
+        fs::last_write_time("settings.ini", future);
+        m_settings->setSetting("G"_q, "k"_q, 2);
+        QVERIFY(fs::last_write_time("settings.ini") > future);
     }
 
     void pendingChangesAreTold()
@@ -291,10 +303,38 @@ private Q_SLOTS:
         QVERIFY2(shortest < limit, "each write takes as long as that, or longer");
     }
 
+    void theLockTellsWhoseItIs()
+    {
+        std::atomic<bool> isSeen{false};
+        const auto write = [&isSeen](int) {
+            for (int i = 0; !isSeen; ++i)
+                open()->setSetting("G"_q, "k"_q, i);
+        };
+        const TestThreads writer(1, write, [&isSeen] { isSeen = true; });
+        const QLockFile lock(LOCK_NAME);
+        qint64 process = 0;
+        QString host;
+        QString program;
+        const QDeadlineTimer end(10000);
+        while (!lock.getLockInfo(&process, &host, &program) && !end.hasExpired())
+            std::this_thread::yield();
+        QCOMPARE(process, QCoreApplication::applicationPid());
+        QCOMPARE(host + program, QSysInfo::machineHostName() + "tst_settings_file"_q);
+    }
+
+    void aSlowHolderKeepsItsLock_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::newRow("here") << QByteArray();
+        QTest::newRow("on another host, whose locks are not seen here")
+            << QByteArray("1\nplanner\nelsewhere\nid\nboot\n");
+    }
     /// Made, then locked, then unlocked, then removed, and held up before each step.
     void aSlowHolderKeepsItsLock()
     {
+        QFETCH(QByteArray, text);
         const int lock = ::open("settings.ini.lock", O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        QCOMPARE(::write(lock, text.constData(), size_t(text.size())), ssize_t(text.size()));
         QByteArray meanwhile;
         qint64 longestHoldUp = 0;
         std::thread holder([&] {
@@ -305,7 +345,8 @@ private Q_SLOTS:
                 longestHoldUp = qMax(longestHoldUp, timer.elapsed() - milliseconds);
             };
             wait(200);
-            flock(lock, LOCK_EX | LOCK_NB);
+            if (text.isEmpty())
+                flock(lock, LOCK_EX | LOCK_NB);
             wait(600);
             close(lock);
             wait(200);

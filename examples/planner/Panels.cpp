@@ -40,8 +40,8 @@ private:
     MeasurementManager* m_units = MeasurementManager::getInstance();
     /// In cm, by SIDES.
     double m_room[std::size(SIDES)] = {420, 360, PresetManager::getPreset(E_PV_ROOM_HEIGHT).toDouble()};
-    QDoubleSpinBox* m_sides[std::size(SIDES)];
-    QLabel* m_values[std::size(VALUES)];
+    QDoubleSpinBox* m_sides[std::size(SIDES)] = {};
+    QLabel* m_values[std::size(VALUES)] = {};
 };
 
 RoomPanel::RoomPanel()

@@ -67,7 +67,9 @@ void fillStatusBar(QStatusBar* bar)
 {
     const ConfigManager* config = ConfigManager::getInstance();
     auto* message = new QLabel; // of its own: the state handler and not the status bar clears the message
-    auto *lastRun = new QLabel, *units = new QLabel, *storage = new QLabel;
+    auto* storage = new QLabel;
+    auto* units = new QLabel;
+    auto* lastRun = new QLabel;
     auto* progress = new QProgressBar;
     bar->addWidget(message, 1);
     for (QWidget* part : std::initializer_list<QWidget*>{progress, storage, units, lastRun}) {

@@ -24,7 +24,7 @@ void Texts::speakPreferredLanguage()
     Q_EMIT languageChanged();
 }
 
-void Texts::keep(QObject* context, const std::function<void()>& set)
+void Texts::keep(QObject* context, const std::function<void()>& set) const
 {
     set();
     connect(this, &Texts::languageChanged, context, set);

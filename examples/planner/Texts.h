@@ -19,7 +19,7 @@ public:
     /// Shows all texts in the language that the user prefers.
     void speakPreferredLanguage();
     /// Calls \p set now and after each change of the language, as long as \p context exists.
-    void keep(QObject* context, const std::function<void()>& set);
+    void keep(QObject* context, const std::function<void()>& set) const;
 
 Q_SIGNALS:
     void languageChanged();

@@ -20,11 +20,13 @@ if(GLOBALS_SANITIZE OR GLOBALS_COVERAGE OR NOT GLOBALS_PRESET_PASSWORD STREQUAL 
     return()
 endif()
 
-foreach(page auto-save data-files logs paths porting presets progress settings start-up translations two-processes units)
+foreach(page auto-save data-files ending logs paths porting presets progress qt-update receivers settings start-up translations
+        two-processes units)
     globals_docs_example(${page})
 endforeach()
 
 if(GLOBALS_BUILD_WIDGETS)
+    globals_docs_example(log-window globals::widgets)
     globals_docs_example(widgets globals::widgets)
 endif()
 

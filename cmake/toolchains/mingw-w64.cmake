@@ -12,15 +12,14 @@ set(cache "$ENV{GLOBALS_WINDOWS_CACHE}")
 if(cache STREQUAL "")
     set(cache $ENV{HOME}/.cache/globals-windows)
 endif()
-# The first has Qt, Crypto++ and minizip; the others have the compiler's own libraries.
-set(CMAKE_FIND_ROOT_PATH ${cache}/prefix /usr/${target})
-set(CMAKE_PREFIX_PATH ${cache}/prefix)
+# The first two have Qt, and Crypto++ and minizip; the last has the compiler's own libraries.
+set(CMAKE_FIND_ROOT_PATH ${cache}/qt ${cache}/libraries /usr/${target})
+set(CMAKE_PREFIX_PATH ${cache}/qt ${cache}/libraries)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
-set(ENV{PKG_CONFIG_LIBDIR} ${cache}/prefix/lib/pkgconfig:/usr/${target}/lib/pkgconfig)
+set(ENV{PKG_CONFIG_LIBDIR} ${cache}/libraries/lib/pkgconfig:/usr/${target}/lib/pkgconfig)
 set(ENV{PKG_CONFIG_PATH} "")
 
-# What ctest runs the tests with, and the DLLs that they find.
 set(CMAKE_CROSSCOMPILING_EMULATOR wine)

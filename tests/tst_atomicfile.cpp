@@ -73,9 +73,10 @@ private Q_SLOTS:
             QVERIFY(!file.commit());
             QVERIFY(!file.error().isEmpty());
             QVERIFY(!isWritten || target.isEmpty() || target == "circle");
-            QCOMPARE(names(), before);
+            QVERIFY(!HAS_UNNAMED_FILES || names() == before);
             QCOMPARE(contentOf("old"), QByteArray("old"));
         }
+        QCOMPARE(names(), before);
     }
 
     void keepsPermissions()
@@ -101,7 +102,7 @@ private Q_SLOTS:
             AtomicFile file(fs::path{name});
             QVERIFY(file.write("new"));
             QVERIFY(file.sync());
-            QCOMPARE(names(), QStringList("old"_q));
+            QVERIFY(!HAS_UNNAMED_FILES || names() == QStringList("old"_q));
         }
         QCOMPARE(contentOf("old"), QByteArray("old"));
         QCOMPARE(names(), QStringList("old"_q));
@@ -140,7 +141,7 @@ private Q_SLOTS:
         QCOMPARE(file.error(), "File too large"_q);
         QVERIFY(!file.commit());
         QCOMPARE(contentOf("old"), QByteArray("old"));
-        QCOMPARE(names(), QStringList("old"_q));
+        QVERIFY(!HAS_UNNAMED_FILES || names() == QStringList("old"_q));
     }
 
     void copiesContentAndPermissions()

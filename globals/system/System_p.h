@@ -10,7 +10,8 @@
 #include <vector>
 
 /// What the library asks of the operating system beyond Qt and std::filesystem. System_unix.cpp and
-/// System_windows.cpp do it; what is the same on all systems is in System.cpp.
+/// System_windows.cpp do it, System_linux.cpp with what only Linux has; what is the same everywhere is in
+/// System.cpp.
 ///
 /// All functions are reentrant. A call that a signal has interrupted is made again.
 namespace TEKLUVA::System {

@@ -263,12 +263,6 @@ FileHandle FileHandle::create(const Path& path, std::error_code& error)
     return file;
 }
 
-FileHandle FileHandle::createUnnamed(const Path& /*folder*/, std::error_code& error)
-{
-    error = std::make_error_code(std::errc::not_supported);
-    return {};
-}
-
 qint64 FileHandle::readAt(char* target, qint64 size, qint64 position, std::error_code& error) const
 {
     error.clear();
@@ -298,11 +292,6 @@ std::error_code FileHandle::writeAt(const char* bytes, qint64 size, qint64 posit
     return {};
 }
 
-std::error_code FileHandle::copyFrom(const FileHandle& source) const
-{
-    return copyPieces(source, 0);
-}
-
 std::error_code FileHandle::setPermissions(quint32 /*permissions*/) const
 {
     return {}; // those of the folder hold for a new file
@@ -311,11 +300,6 @@ std::error_code FileHandle::setPermissions(quint32 /*permissions*/) const
 std::error_code FileHandle::setOwner(quint32 /*owner*/, quint32 /*group*/) const
 {
     return {};
-}
-
-std::error_code FileHandle::linkTo(const Path& /*path*/) const
-{
-    return std::make_error_code(std::errc::not_supported);
 }
 
 std::error_code FileHandle::setSize(qint64 size) const
@@ -371,27 +355,11 @@ std::FILE* FileHandle::openStream(std::error_code& error) const
     return stream;
 }
 
-FileWatch::FileWatch(const Path& /*path*/)
-{
-}
-
-FileWatch::~FileWatch() = default;
-
-void FileWatch::wait(std::chrono::milliseconds limit) const
-{
-    constexpr std::chrono::milliseconds BETWEEN_LOOKS{10};
-    QThread::msleep(static_cast<unsigned long>(std::min(limit, BETWEEN_LOOKS).count()));
-}
-
 QString messageOf(const std::error_code& error)
 {
     if (error.category() == std::system_category())
         return qt_error_string(error.value());
     return QString::fromLocal8Bit(error.message().c_str());
-}
-
-void adviseHugePages(char* /*memory*/, std::size_t /*size*/)
-{
 }
 
 } // namespace TEKLUVA::System

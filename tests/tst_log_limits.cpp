@@ -176,10 +176,22 @@ private Q_SLOTS:
         log.setRotation(0, 0);
         write(log, 2, 9);
         QCOMPARE(contentsOf(log).first(), "1 2 3 4 5 6 7 8 9 10"_q);
-        log.setRotation(1000, 0);
+        log.setRotation(1000, -1); // none, as with 0
         log.logStatusMessage(std::string(900, 'x'), "", 0);
         QCOMPARE(messagesOf(log).size(), 1);
         QCOMPARE(contentsOf(log).size(), 3);
+    }
+
+    void whoFindsItsFileMovedGoesOnInTheNewOne()
+    {
+        Log first("shared", false);
+        Log second("shared", false);
+        first.setRotation(110, 2);
+        second.setRotation(110, 2);
+        write(second, 1, 1);
+        write(first, 2, 4);
+        write(second, 6, 1);
+        QCOMPARE(contentsOf(first), QStringList({"4 5 6"_q, "1 2 3"_q}));
     }
 
     void aMoveThatWasCutIsGoneOnWith()

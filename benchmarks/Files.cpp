@@ -154,12 +154,10 @@ constexpr Side SIDES[] = {
 
 void addSide(const Side& side, const Tree& tree)
 {
-    constexpr int REPETITIONS = 3; // some write half a gigabyte each time
     const std::string name = std::string(side.job) + "/" + tree.name + "/" + side.name;
     Bench::addSlow(
         name, [side, tree] { side.prepare(tree); }, [side, tree] { return side.work(tree); })
-        ->Iterations(1)
-        ->Repetitions(REPETITIONS);
+        ->Iterations(1);
 }
 
 } // namespace

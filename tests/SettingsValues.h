@@ -166,12 +166,11 @@ inline QFont sampleFont()
     return font;
 }
 
-/// Values of each type, as settings-samples.ini has them.
-inline QVariantMap samples()
+inline const QDate DAY(2026, 11, 22);
+inline const QTime TIME(13, 37, 1, 5);
+
+inline QVariantMap plainSamples()
 {
-    const QDate day(2026, 11, 22);
-    const QTime time(13, 37, 1, 5);
-    const QDateTime utc = withOffset(day, time, 0);
     return {
         {"text/home"_q, "/home/jürgen"_q},
         {"text/wide"_q, "€ \xf0\x9f\x8f\xa0"_q},
@@ -186,18 +185,26 @@ inline QVariantMap samples()
         {"number/short"_q, QVariant::fromValue(short(-3))},
         {"number/bool"_q, true},
         {"number/character"_q, QChar(0xe4)},
-        {"date/date"_q, day},
-        {"date/time"_q, time},
-        {"date/utc"_q, utc},
-        {"date/local"_q, QDateTime(day, time)},
-        {"date/offset"_q, withOffset(day, time, 5400)},
-        {"date/zone"_q, QDateTime(day, time, QTimeZone("America/New_York"))},
+        {"date/date"_q, DAY},
+        {"date/time"_q, TIME},
+        {"date/utc"_q, withOffset(DAY, TIME, 0)},
+        {"date/local"_q, QDateTime(DAY, TIME)},
+        {"date/offset"_q, withOffset(DAY, TIME, 5400)},
+        {"date/zone"_q, QDateTime(DAY, TIME, QTimeZone("America/New_York"))},
         {"date/none"_q, QDateTime()},
+    };
+}
+
+/// Values of each type, as settings-samples.ini has them.
+inline QVariantMap samples()
+{
+    QVariantMap all = {
         {"list/texts"_q, QStringList{"a"_q, "ü, b"_q}},
         {"list/none"_q, QStringList()},
         {"list/one"_q, QVariantList{7}},
-        {"list/mixed"_q, QVariantList{1, "b"_q, QVariant::fromValue(0.1F), QSize(1, 2), utc}},
-        {"list/nested"_q, QVariantList{QVariantList{1, 2}, QVariantMap{{"x"_q, day}, {"y"_q, 0.5}}, time}},
+        {"list/mixed"_q,
+         QVariantList{1, "b"_q, QVariant::fromValue(0.1F), QSize(1, 2), withOffset(DAY, TIME, 0)}},
+        {"list/nested"_q, QVariantList{QVariantList{1, 2}, QVariantMap{{"x"_q, DAY}, {"y"_q, 0.5}}, TIME}},
         {"map/map"_q,
          QVariantMap{{"a"_q, 1}, {"b"_q, QVariantMap{{"c"_q, 2}, {"d"_q, 3}}}, {"f"_q, sampleFont()}}},
         {"map/hash"_q, QVariantHash{{"a"_q, "ö"_q}}},
@@ -221,6 +228,8 @@ inline QVariantMap samples()
         {"other/object"_q, QJsonObject{{"a"_q, 1}}},
         {"other/none"_q, QVariant()},
     };
+    all.insert(plainSamples());
+    return all;
 }
 
 /// The file after all \p values were set in it with one change.

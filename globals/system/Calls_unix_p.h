@@ -10,6 +10,9 @@
 /// What the sources with calls of Unix share.
 namespace TEKLUVA::System {
 
+/// By which file systems tell the times of files.
+extern const clockid_t FILE_CLOCK;
+
 /// Makes a system call again as long as signals interrupt it.
 template <typename Call>
 auto retryOnEintr(Call&& call)

@@ -28,14 +28,7 @@ std::string nameOfDescriptor(int descriptor)
 
 } // namespace
 
-bool isSettled(const FileStatus& status)
-{
-    constexpr clockid_t FILE_CLOCK = CLOCK_REALTIME_COARSE;
-    timespec now = {};
-    timespec tick = {};
-    const bool isKnown = ::clock_gettime(FILE_CLOCK, &now) == 0 && ::clock_getres(FILE_CLOCK, &tick) == 0;
-    return isKnown && status.changed + 2 * nanoseconds(tick) < nanoseconds(now);
-}
+const clockid_t FILE_CLOCK = CLOCK_REALTIME_COARSE;
 
 FileHandle FileHandle::createUnnamed(const Path& folder, std::error_code& error)
 {

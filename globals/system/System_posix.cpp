@@ -10,14 +10,7 @@
 
 namespace TEKLUVA::System {
 
-bool isSettled(const FileStatus& status)
-{
-    constexpr clockid_t FILE_CLOCK = CLOCK_REALTIME;
-    timespec now = {};
-    timespec tick = {};
-    const bool isKnown = ::clock_gettime(FILE_CLOCK, &now) == 0 && ::clock_getres(FILE_CLOCK, &tick) == 0;
-    return isKnown && status.changed + 2 * nanoseconds(tick) < nanoseconds(now);
-}
+const clockid_t FILE_CLOCK = CLOCK_REALTIME;
 
 std::error_code FileHandle::sync() const
 {

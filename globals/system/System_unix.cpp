@@ -92,6 +92,14 @@ FileStatus linkStatusOf(const Path& path, std::error_code& error)
     return error ? FileStatus() : statusFrom(status);
 }
 
+bool isSettled(const FileStatus& status)
+{
+    timespec now = {};
+    timespec tick = {};
+    const bool isKnown = ::clock_gettime(FILE_CLOCK, &now) == 0 && ::clock_getres(FILE_CLOCK, &tick) == 0;
+    return isKnown && status.changed + 2 * nanoseconds(tick) < nanoseconds(now);
+}
+
 std::error_code setModified(const Path& path, qint64 modified)
 {
     constexpr qint64 SECOND = 1'000'000'000;

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "TestPlatform.h"
+
 #include <QDir>
 #include <QMap>
 
 #include <filesystem>
 #include <fstream>
-#include <sys/stat.h>
 
 /// Files as tests make and look at them, without the library.
 namespace TestFiles {
@@ -20,7 +21,7 @@ public:
     {
     }
     Path(const QString& text)
-        : path(QFile::encodeName(text).toStdString())
+        : path(TestPlatform::pathOf(text))
     {
     }
 };
@@ -32,14 +33,14 @@ public:
     std::error_code ignored;
     std::filesystem::remove(path, ignored);
     std::filesystem::create_directories(path.parent_path(), ignored);
-    std::ofstream file(path, std::ios::binary);
+    std::ofstream file(static_cast<const std::filesystem::path&>(path), std::ios::binary);
     return bool(file.write(content.constData(), content.size()).flush());
 }
 
 /// The content of a file; nothing if it cannot be read, or is larger than what Qt 5 can read.
 inline QByteArray contentOf(const Path& path)
 {
-    QFile file(QFile::decodeName(path.c_str()));
+    QFile file(TestPlatform::textOf(path));
     const bool isReadable = file.open(QIODevice::ReadOnly) && file.size() < qint64{1} << 31;
     return isReadable ? file.readAll() : QByteArray();
 }
@@ -61,14 +62,7 @@ inline void removeAll()
 /// Makes a pipe, unless there is one.
 [[nodiscard]] inline bool makePipe(const Path& path)
 {
-    return std::filesystem::is_fifo(path) || mkfifo(path.c_str(), 0600) == 0;
-}
-
-/// The files that this process holds open.
-inline int openDescriptors()
-{
-    return static_cast<int>(
-        QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System).size());
+    return TestPlatform::makePipe(path);
 }
 
 /// What lies below a folder, by path.
@@ -80,9 +74,11 @@ inline Tree treeBelow(const Path& folder = ".")
 {
     Tree tree;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
-        const QByteArray path = entry.path().lexically_relative(folder).c_str();
+        const auto path =
+            QByteArray::fromStdString(entry.path().lexically_relative(folder).generic_u8string());
         if (entry.is_symlink())
-            tree[path] = QByteArray("@") + std::filesystem::read_symlink(entry).c_str();
+            tree[path] =
+                '@' + QByteArray::fromStdString(std::filesystem::read_symlink(entry).generic_u8string());
         else if (entry.is_directory())
             tree[path + '/'] = QByteArray();
         else

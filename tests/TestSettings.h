@@ -1,9 +1,9 @@
 #pragma once
 
-#include "FullDisk.h"
 #include "TestData.h"
 #include "TestHome.h"
 #include "TestLog.h"
+#include "TestPlatform.h"
 #include "TestThreads.h"
 
 #include "globals/Settings.h"

@@ -35,12 +35,12 @@ inline void make(const QString& tree)
         const std::string entry = word.toStdString();
         const std::size_t end = entry.find_first_of("=@~*");
         const char kind = end == std::string::npos ? '/' : entry[end];
-        const fs::path path = fs::absolute(entry.substr(0, end));
+        const fs::path path = fs::absolute(fs::u8path(entry.substr(0, end)));
         fs::create_directories(path.parent_path());
         if (kind == '=')
             QVERIFY(TestFiles::write(path, word.mid(int(end) + 1)));
         else if (kind == '@')
-            fs::create_symlink(entry.substr(end + 1), path);
+            fs::create_symlink(fs::u8path(entry.substr(end + 1)), path);
         else if (kind == '*')
             std::ofstream(path).seekp(std::stoll(entry.substr(end + 1)) - 1).put(0);
         else if (kind == '~')

@@ -1,6 +1,6 @@
-#include "FullDisk.h"
 #include "TestData.h"
 #include "TestHome.h"
+#include "TestPlatform.h"
 #include "TestTree.h"
 
 #include "globals/AtomicFile.h"
@@ -134,7 +134,7 @@ private Q_SLOTS:
     void fullDisk()
     {
         QVERIFY(write("old", "old"));
-        const FullDisk disk(4096);
+        const TestPlatform::FullDisk disk(4096);
         AtomicFile file(fs::path{"old"});
         QVERIFY(file.write(QByteArray(4096, 'a')));
         QVERIFY(!file.write("b"));

@@ -1,7 +1,7 @@
-#include "FullDisk.h"
 #include "TestData.h"
 #include "TestHome.h"
 #include "TestLog.h"
+#include "TestPlatform.h"
 
 #include "globals/ConfigManager.h"
 #include "globals/PathRegistry.h"
@@ -57,7 +57,7 @@ private Q_SLOTS:
         const QSignalSpy told(config(), &ConfigManager::pendingSettingsChanged);
         QVERIFY(!config()->hasPendingSettings());
         {
-            const FullDisk full(0);
+            const TestPlatform::FullDisk full(0);
             config()->setSetting("G"_q, "k"_q, 1);
             QVERIFY(config()->hasPendingSettings());
         }
@@ -237,7 +237,7 @@ private Q_SLOTS:
         QCOMPARE(TestFiles::changes(before, TestFiles::treeBelow(m_home.toStdString())).keys(),
                  QByteArrayList());
         {
-            const FullDisk full(0);
+            const TestPlatform::FullDisk full(0);
             QCOMPARE(config()->storageProblem(), "In %1 kann nichts gespeichert werden: File too large"_q.arg(
                                                      config()->getPath(E_PT_SETTINGS)));
         }

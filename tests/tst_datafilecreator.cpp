@@ -1,7 +1,7 @@
-#include "FullDisk.h"
 #include "OtherPrograms.h"
 #include "TestArchives.h"
 #include "TestLog.h"
+#include "TestPlatform.h"
 #include "TestTree.h"
 
 #include "globals/DataFileCreator.h"
@@ -23,10 +23,10 @@ class DataFileCreatorTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_descriptors = TestFiles::openDescriptors(); }
+    void init() { m_descriptors = TestPlatform::openDescriptors(); }
     void cleanup() const
     {
-        QCOMPARE(TestFiles::openDescriptors(), m_descriptors);
+        QCOMPARE(TestPlatform::openDescriptors(), m_descriptors);
         QFile::remove(SUBJECT);
     }
 
@@ -120,9 +120,9 @@ private Q_SLOTS:
         QVERIFY(!creator.packFile(nullptr, "in/good"_q));
         QVERIFY(!creator.createArchivFromFiles({"in/good"_q, "in/large"_q}, SUBJECT, PASSWORD,
                                                [](int entry) { return entry == 0; }));
-        for (const rlim_t room : {0U, 20U, 100U, 40000U}) {
-            const FullDisk disk(room);
-            QVERIFY2(!packs({"in/good"_q, "in/large"_q}), QByteArray::number(quint64(room)));
+        for (const quint64 room : {0U, 20U, 100U, 40000U}) {
+            const TestPlatform::FullDisk disk(room);
+            QVERIFY2(!packs({"in/good"_q, "in/large"_q}), QByteArray::number(room));
         }
         QVERIFY(creator.encryptFile("missing"_q, PASSWORD).isEmpty());
         QVERIFY(creator.encryptFile("in"_q, PASSWORD).isEmpty());

@@ -1,7 +1,7 @@
-#include "FullDisk.h"
 #include "OtherPrograms.h"
 #include "TestArchives.h"
 #include "TestLog.h"
+#include "TestPlatform.h"
 
 #include "globals/DataFileCreator.h"
 #include "globals/DataFileReader.h"
@@ -71,10 +71,10 @@ class DataFilesTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_descriptors = TestFiles::openDescriptors(); }
+    void init() { m_descriptors = TestPlatform::openDescriptors(); }
     void cleanup() const
     {
-        QCOMPARE(TestFiles::openDescriptors(), m_descriptors);
+        QCOMPARE(TestPlatform::openDescriptors(), m_descriptors);
         QFile::remove(SUBJECT);
     }
 
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QVERIFY(!creator.createArchivFromData({{"n"_q.repeated(70000), "x"}}, SUBJECT, QString()));
         QVERIFY(creator.lastError().startsWith("subject: nnn"_q));
         {
-            const FullDisk disk(20);
+            const TestPlatform::FullDisk disk(20);
             QVERIFY(!creator.createArchivFromData({{"n"_q, "x"}}, SUBJECT, QString()));
         }
         QCOMPARE(creator.lastError(), "subject: n could not be packed: File too large"_q);

@@ -1,7 +1,7 @@
-#include "FullDisk.h"
 #include "TestCalls.h"
 #include "TestHome.h"
 #include "TestLog.h"
+#include "TestPlatform.h"
 #include "TestTree.h"
 
 #include "globals/ConfigManager.h"
@@ -160,7 +160,8 @@ private:
         TestTree::make(TestData::field("before"));
         m_words = textsIn(TestData::field("call"));
         const auto act = [&] {
-            const FullDisk disk(m_words.contains("full"_q) ? 8 : RLIM_INFINITY);
+            const TestPlatform::FullDisk disk(m_words.contains("full"_q) ? 8
+                                                                         : TestPlatform::FullDisk::WITH_ROOM);
             const QString result = make(CALLS, m_words).toString();
             return m_words.contains("report"_q) ? report() : result;
         };

@@ -9,7 +9,6 @@
 #include <QTextStream>
 
 #include <functional>
-#include <malloc.h>
 #include <set>
 #include <thread>
 
@@ -65,11 +64,6 @@ QStringList contentsOf(const Log& log)
     for (const QString& file : filesOf(log))
         contents << messagesIn(file).join(QLatin1Char(' '));
     return contents;
-}
-
-qint64 allocated()
-{
-    return static_cast<qint64>(mallinfo2().uordblks);
 }
 
 } // namespace
@@ -155,10 +149,10 @@ private Q_SLOTS:
         const std::string message(70, 'x');
         constexpr int COUNT = 20'000;
         log.logStatusMessage(message, "", 0);
-        const qint64 before = allocated();
+        const qint64 before = TestPlatform::allocated();
         for (int i = 0; i < COUNT; ++i)
             log.logStatusMessage(message, "", 0);
-        const qint64 each = (allocated() - before) / COUNT;
+        const qint64 each = (TestPlatform::allocated() - before) / COUNT;
         QVERIFY2(each <= 200, QByteArray::number(each));
     }
 

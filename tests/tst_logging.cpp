@@ -1,7 +1,7 @@
-#include "FullDisk.h"
 #include "TestData.h"
 #include "TestHome.h"
 #include "TestLog.h"
+#include "TestPlatform.h"
 #include "TestThreads.h"
 
 #include "globals/ConfigManager.h"
@@ -121,7 +121,7 @@ private Q_SLOTS:
         log.writeEntry(log.getEntry(0));
         QVERIFY(log.getEntry(0)->isWritten());
         {
-            const FullDisk full(100);
+            const TestPlatform::FullDisk full(100);
             log.logStatusMessage(std::string(200, 'x'), "", 0); // leaves no half line
         }
         log.logStatusMessage("after", "", 0);

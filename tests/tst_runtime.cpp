@@ -12,12 +12,7 @@
 #include <QThread>
 
 #include <algorithm>
-#include <csignal>
 #include <thread>
-
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
 
 using namespace TEKLUVA;
 
@@ -146,7 +141,7 @@ private Q_SLOTS:
                              start.toLongLong() - 1); // its number, another process
         QCOMPARE(verdictInWords(), "crashed while it was started"_q);
         config()->setSetting(APPLICATION, "run_start"_q, start);
-        ::kill(pid_t(other.processId()), SIGKILL); // nobody has asked yet how it ended
+        other.kill(); // nobody has asked yet how it ended
         QTRY_VERIFY(!config()->isOtherRunning());
         other.waitForFinished();
         QCOMPARE(config()->getLastRunVerdict(), E_RV_CRASHED);
@@ -186,8 +181,8 @@ private Q_SLOTS:
         const QString base = data + "tekluva/tekluva 3D-Planner"_q;
         const QString older = data + "Falbrin GmbH/Tekluva 3D-Planer/"_q;
         QVERIFY(QDir().mkpath(base) && TestFiles::write(older + "project"_q, "1"));
-        const int turn = ::open(qPrintable(base), O_RDONLY | O_CLOEXEC);
-        QCOMPARE(::flock(turn, LOCK_EX), 0);
+        TestPlatform::OpenFile turn(base);
+        QVERIFY(turn.lock());
 
         QProcess second;
         auto environment = QProcessEnvironment::systemEnvironment();
@@ -197,7 +192,7 @@ private Q_SLOTS:
         QVERIFY(second.waitForStarted()); // until then it has our files
         QTRY_VERIFY(hasOpen(second.processId(), base));
         QVERIFY(TestFiles::write(base + "/settings.ini"_q, "[Locale]\nLanguage=de\n"));
-        ::close(turn);
+        turn.close();
         QVERIFY(second.waitForFinished());
         QCOMPARE(second.readAllStandardOutput(), QByteArray("de"));
         QVERIFY(QFile::exists(older + "project"_q));

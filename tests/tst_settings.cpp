@@ -107,7 +107,7 @@ private Q_SLOTS:
         TestLog::ActiveLog active;
         m_settings->setSetting("G"_q, "k"_q, 1);
         {
-            const FullDisk full(4096);
+            const TestPlatform::FullDisk full(4096);
             m_settings->setSetting("G"_q, "k"_q, QString(5000, QLatin1Char('x')));
             QCOMPARE(m_settings->getSetting("G"_q, "k"_q).toString().size(), 5000);
             m_settings->setSetting("New/sub"_q, "n"_q, 1);
@@ -128,7 +128,7 @@ private Q_SLOTS:
     {
         for (const bool byParent : {false, true}) {
             replace("[G]\nk=1\n");
-            const FullDisk full(4096);
+            const TestPlatform::FullDisk full(4096);
             auto parent = std::make_unique<QObject>();
             auto settings = open(parent.get());
             settings->setSetting("G"_q, "k"_q, QString(5000, QLatin1Char('x')));
@@ -143,7 +143,7 @@ private Q_SLOTS:
     void aPendingChangeIsKeptOnceAndNotWrittenLater()
     {
         const auto failToWrite = [this](int times) {
-            const FullDisk full(400);
+            const TestPlatform::FullDisk full(400);
             for (int i = 0; i < times; ++i)
                 m_settings->setSetting("G"_q, "k"_q, QString(500, QLatin1Char('x')));
             return content().isEmpty() && m_settings->hasPendingChanges();
@@ -158,7 +158,7 @@ private Q_SLOTS:
             QVERIFY(m_settings->hasPendingChanges() && timer.elapsed() < 4000);
         }
         {
-            const FullDisk roomForOne(600);
+            const TestPlatform::FullDisk roomForOne(600);
             m_settings->getSetting("G"_q, "k"_q);
             QVERIFY(!m_settings->hasPendingChanges());
         }
@@ -202,7 +202,7 @@ private Q_SLOTS:
     void aChangeThatWasGivenUpDoesNotComeBack()
     {
         {
-            const FullDisk full(4096);
+            const TestPlatform::FullDisk full(4096);
             m_settings->setSetting("G"_q, "k"_q, QString(5000, QLatin1Char('x')));
             init();
         }
@@ -216,7 +216,7 @@ private Q_SLOTS:
         m_settings->setSetting("G"_q, "old"_q, 1);
         replace("[G]\nold=1\nnew=2\n");
         {
-            const Limit noFiles(RLIMIT_NOFILE, 3);
+            const TestPlatform::NoDescriptors noFiles;
             QCOMPARE(m_settings->getSetting("G"_q, "old"_q).toInt(), 1);
             m_settings->setSetting("G"_q, "own"_q, 3);
             QVERIFY(m_settings->hasPendingChanges());

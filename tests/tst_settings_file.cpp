@@ -8,11 +8,6 @@
 #include <atomic>
 #include <limits>
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/inotify.h>
-#include <unistd.h>
-
 using namespace TEKLUVA;
 using namespace TestSettings;
 using TestFiles::names;
@@ -20,32 +15,6 @@ namespace fs = std::filesystem;
 
 using End = std::function<void(std::unique_ptr<QObject>&, std::unique_ptr<Settings>&)>;
 Q_DECLARE_METATYPE(End)
-
-namespace {
-
-/// Counts how often the settings file is replaced or made.
-class Writes
-{
-public:
-    Writes()
-        : m_events(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
-    {
-        inotify_add_watch(m_events, ".", IN_MOVED_TO | IN_CREATE);
-    }
-    ~Writes() { close(m_events); }
-
-    auto count() const
-    {
-        std::array<char, 65536> buffer{};
-        const ssize_t size = read(m_events, buffer.data(), buffer.size());
-        return QByteArray(buffer.data(), int(qMax<ssize_t>(size, 0))).count(QByteArray("settings.ini", 13));
-    }
-
-private:
-    const int m_events;
-};
-
-} // namespace
 
 class SettingsFileTest : public QObject
 {
@@ -63,12 +32,13 @@ private Q_SLOTS:
     void whatIsWrittenInTheSameTickIsSeen()
     {
         replace("k=1000\n");
-        const int file = ::open("settings.ini", O_WRONLY | O_CLOEXEC);
+        QFile file(FILE_NAME);
+        QVERIFY(file.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
         for (int i = 1001; i < 1500; ++i) { // the same inode, size and often time
-            QCOMPARE(pwrite(file, QByteArray::number(i).constData(), 4, 2), ssize_t(4));
+            QVERIFY(file.seek(2));
+            QCOMPARE(file.write(QByteArray::number(i)), qint64(4));
             QCOMPARE(m_settings->getSetting(QString(), "k"_q).toInt(), i);
         }
-        close(file);
     }
 
     void writersLoseNothing()
@@ -93,8 +63,8 @@ private Q_SLOTS:
     void aRemovalOfNothingWritesNothing()
     {
         m_settings->setSetting("G"_q, "k"_q, 1);
-        const Writes writes;
-        const FullDisk full(0);
+        const TestPlatform::Writes writes;
+        const TestPlatform::FullDisk full(0);
         m_settings->removeSetting("G"_q, "none"_q);
         m_settings->removeSettingGroup("None"_q);
         m_settings->setSetting("G"_q, "k"_q, 1);
@@ -107,7 +77,7 @@ private Q_SLOTS:
         m_settings->setSettings("G"_q, {{"a"_q, 1}, {"b"_q, 2}});
         m_settings->setSetting("H/sub"_q, "c"_q, 3);
         m_settings->setSetting("H"_q, "c"_q, 3);
-        const Writes writes;
+        const TestPlatform::Writes writes;
         m_settings->changeSettings(
             {{"G"_q, "a"_q, {}}, {"H"_q, {}, {}}, {"H"_q, "d"_q, 4}, {"I"_q, "e"_q, 5}});
         QCOMPARE(content(), QByteArray("[G]\nb=2\n\n[H]\nd=4\n\n[I]\ne=5\n"));
@@ -117,10 +87,10 @@ private Q_SLOTS:
     void aPendingChangeHoldsUpNoOtherKey()
     {
         replace("[G]\na=1\nb=1\n");
-        const FullDisk full(0);
+        const TestPlatform::FullDisk full(0);
         m_settings->setSetting("G"_q, "a"_q, 2);
         {
-            const Limit room(RLIMIT_FSIZE, RLIM_INFINITY);
+            const TestPlatform::FullDisk room(TestPlatform::FullDisk::WITH_ROOM);
             replace("[G]\na=3\nb=3\n");
         }
         QCOMPARE(m_settings->getSetting("G"_q, "b"_q).toInt(), 3);
@@ -146,7 +116,7 @@ private Q_SLOTS:
             m_settings->hasSetting("G"_q, "k"_q);
         });
         {
-            const FullDisk full(10);
+            const TestPlatform::FullDisk full(10);
             m_settings->setSetting("G"_q, "k"_q, 1);
             m_settings->setSetting("G"_q, "l"_q, 1);
         }
@@ -171,7 +141,7 @@ private Q_SLOTS:
         TestLog::ActiveLog active;
         auto parent = std::make_unique<QObject>();
         auto settings = open(parent.get());
-        const FullDisk full(0);
+        const TestPlatform::FullDisk full(0);
         settings->setSetting("G"_q, "k"_q, 1);
         QFETCH(End, end);
         end(parent, settings);
@@ -333,8 +303,8 @@ private Q_SLOTS:
     void aSlowHolderKeepsItsLock()
     {
         QFETCH(QByteArray, text);
-        const int lock = ::open("settings.ini.lock", O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        QCOMPARE(::write(lock, text.constData(), size_t(text.size())), ssize_t(text.size()));
+        TestPlatform::OpenFile lock(LOCK_NAME, TestPlatform::OpenFile::NEW);
+        QVERIFY(lock.write(text));
         QByteArray meanwhile;
         qint64 longestHoldUp = 0;
         std::thread holder([&] {
@@ -346,12 +316,12 @@ private Q_SLOTS:
             };
             wait(200);
             if (text.isEmpty())
-                flock(lock, LOCK_EX | LOCK_NB);
+                lock.lock();
             wait(600);
-            close(lock);
+            lock.close();
             wait(200);
             meanwhile = content();
-            unlink("settings.ini.lock");
+            QFile::remove(LOCK_NAME);
         });
         m_settings->setSetting("G"_q, "k"_q, 1);
         holder.join();

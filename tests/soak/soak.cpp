@@ -25,7 +25,6 @@
 
 #include "Operations.h"
 
-#include "tests/FullDisk.h"
 #include "tests/TestFiles.h"
 #include "tests/TestHome.h"
 #include "tests/TestLog.h"
@@ -94,7 +93,7 @@ bool full()
     bool isGood = true;
     for (rlim_t room = 0; room <= rlim_t(24) * 512; room += 512) {
         isGood &= survives([room](auto&& work) {
-            const FullDisk disk(room);
+            const TestPlatform::FullDisk disk(room);
             work();
         });
     }

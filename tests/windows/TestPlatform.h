@@ -1,0 +1,74 @@
+#pragma once
+
+#include <QDir>
+#include <QTest>
+
+#include <filesystem>
+
+/// Leaves out a test, or the rest of it, that Windows has no \p what for.
+#define SKIP_ON_WINDOWS(what) QSKIP("not on Windows: " what)
+
+/// What tests ask of the system beyond what Qt and the standard library offer on all. What Windows does not
+/// have is here for the compiler.
+namespace TestPlatform {
+
+inline std::filesystem::path pathOf(const QString& text)
+{
+    return text.toStdWString();
+}
+
+inline QString textOf(const std::filesystem::path& path)
+{
+    return QString::fromStdWString(path.generic_wstring());
+}
+
+[[nodiscard]] inline bool makePipe(const std::filesystem::path& /*path*/)
+{
+    return false;
+}
+
+inline int openDescriptors()
+{
+    return 0;
+}
+
+inline qint64 allocated()
+{
+    return 0;
+}
+
+class OpenFile
+{
+public:
+    explicit OpenFile(const QString& path, int flags = 0)
+        : m_file(path)
+    {
+        m_file.open(flags == NEW ? QIODevice::ReadWrite | QIODevice::NewOnly : QIODevice::ReadOnly);
+    }
+    static constexpr int NEW = 1;
+
+    bool write(const QByteArray& text) { return m_file.write(text) == text.size() && m_file.flush(); }
+    bool lock() const { return false; }
+    void close() { m_file.close(); }
+
+private:
+    QFile m_file;
+};
+
+struct Writes
+{
+    int count() const { return 0; }
+};
+
+struct FullDisk
+{
+    static constexpr quint64 WITH_ROOM = ~quint64{0};
+    explicit FullDisk(quint64 /*bytes*/) {}
+};
+
+struct NoDescriptors
+{
+    NoDescriptors() {}
+};
+
+} // namespace TestPlatform

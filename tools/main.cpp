@@ -39,7 +39,7 @@ void dropMessage(QtMsgType /*type*/, const QMessageLogContext& /*context*/, cons
 int main(int argc, char** argv)
 {
     qInstallMessageHandler(&dropMessage);
-    globalsctl::reserveStandardStreams();
+    globalsctl::prepareStandardStreams();
     const QCoreApplication application(argc, argv);
     const int exitCode = runGuarded(QCoreApplication::arguments().mid(1));
     if (globalsctl::flushResults())

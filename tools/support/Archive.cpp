@@ -3,6 +3,7 @@
 #include "support/Block.h"
 #include "support/ExitCode.h"
 #include "support/Failure.h"
+#include "support/FileSystem.h"
 #include "support/Files.h"
 #include "support/Output.h"
 
@@ -71,14 +72,14 @@ int Archive::reportDamage() const
 Selection::Selection(const Archive& archive, const QStringList& names)
 {
     for (const QString& name : names)
-        m_names << QFile::encodeName(name);
+        m_names << FileSystem::entryName(name);
     QSet<QByteArray> absent = m_names;
     for (const Archive::Entry& entry : archive.entries()) {
         m_count += has(entry.name) ? 1 : 0;
         absent.remove(QByteArray::fromStdString(entry.name));
     }
     for (const QByteArray& name : absent)
-        printError(QStringLiteral("%1 is not in %2").arg(QFile::decodeName(name), archive.path()));
+        printError(QStringLiteral("%1 is not in %2").arg(FileSystem::textOfEntry(name), archive.path()));
     m_isComplete = absent.isEmpty();
 }
 

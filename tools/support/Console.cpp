@@ -6,12 +6,6 @@
 
 namespace globalsctl {
 
-bool isCapableTerminal(StandardStream stream)
-{
-    const QByteArray kind = qgetenv("TERM");
-    return isTerminal(stream) && !kind.isEmpty() && kind != "dumb";
-}
-
 void Interruption::check(const QString& consequence)
 {
     if (signal() != 0)

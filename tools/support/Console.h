@@ -4,9 +4,10 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 
-/// What the tool asks of the operating system besides files: standard streams, terminal and signals. Only
-/// Console_unix.cpp includes system headers.
+/// What the tool asks of the operating system besides files: standard streams, terminal, signals and
+/// environment.
 namespace globalsctl {
 
 enum class StandardStream {
@@ -15,15 +16,27 @@ enum class StandardStream {
 };
 
 /// Takes the descriptors of standard streams that are closed, so that no file opened later gets one and
-/// receives what is printed. Call it before anything is opened.
-void reserveStandardStreams();
+/// receives what is printed. From now on bytes are read and printed as they are. Call it before anything is
+/// opened.
+void prepareStandardStreams();
+
+/// Prints \p bytes, which on a terminal are UTF-8, or keeps them until the stream is flushed. False, with a
+/// reason in errno, when that fails.
+bool write(StandardStream stream, const QByteArray& bytes);
+
+/// The system's words for a value of errno.
+QString reasonOf(int error);
+
+/// The value of an environment variable, in UTF-8 where the system has texts and not bytes; nothing if it is
+/// not set.
+std::optional<QByteArray> environmentVariable(const QString& name);
 
 /// From now on a crash leaves no image of the process's memory.
 void forbidCoreDumps();
 
 bool isTerminal(StandardStream stream);
 
-/// Whether the stream is a terminal that can move its cursor and show colours: not TERM=dumb.
+/// Whether the stream is a terminal that can move its cursor and show colours: on Unix not TERM=dumb.
 bool isCapableTerminal(StandardStream stream);
 
 /// The width of the terminal's window at the stream; 80 when that is unknown.
@@ -31,7 +44,8 @@ int terminalColumns(StandardStream stream);
 
 /// Keeps the signals that ask the program to end (SIGHUP, SIGINT, SIGTERM) from ending it, as long as the
 /// scope lives, so that nothing is left half done. When events are processed, a signal becomes the abort
-/// request of the StateHandler.
+/// request of the StateHandler. On Windows, Ctrl-C and Ctrl-Break count as SIGINT; a console that is closed
+/// and the end of the session as SIGTERM, after which the system waits for a few seconds.
 ///
 /// Main thread only, one at a time. A signal that is ignored already, as by nohup, stays ignored.
 class Interruption
@@ -58,7 +72,7 @@ private:
 };
 
 /// The terminal of the process, wherever the standard streams lead. It does not show what is typed as long as
-/// the scope lives; a signal such as Ctrl-C ends the scope, too, and Ctrl-Z interrupts it.
+/// the scope lives; a signal such as Ctrl-C ends the scope, too, and Ctrl-Z interrupts it on Unix.
 class Terminal
 {
     Q_DISABLE_COPY(Terminal)
@@ -72,17 +86,11 @@ public:
     ~Terminal();
 
     /// Prints \p prompt and returns the line that the user types, without its end. Throws Failure when a
-    /// signal arrives, and at the end of input (Ctrl-D).
+    /// signal arrives, and at the end of input (Ctrl-D, on Windows Ctrl-Z).
     QByteArray ask(const QByteArray& prompt);
 
 private:
     struct System;
-
-    void silence();
-    /// False when the user wants to suspend the program.
-    bool waitForInput();
-    /// Returns when the program goes on.
-    void suspend();
 
     Interruption m_interruption; ///< outlives the change of the terminal
     const std::unique_ptr<System> m_system;

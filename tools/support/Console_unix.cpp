@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 
 #include <csignal>
 #include <fcntl.h>
@@ -114,7 +115,7 @@ void show(const Descriptor& terminal, const QByteArray& text)
 
 } // namespace
 
-void reserveStandardStreams()
+void prepareStandardStreams()
 {
     // Opened for reading only: printing to it has to fail.
     int descriptor = 0;
@@ -123,6 +124,26 @@ void reserveStandardStreams()
     } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
     if (descriptor >= 0)
         ::close(descriptor);
+}
+
+bool write(StandardStream stream, const QByteArray& bytes)
+{
+    const auto size = static_cast<std::size_t>(bytes.size());
+    return std::fwrite(bytes.constData(), 1, size, stream == StandardStream::Output ? stdout : stderr)
+           == size;
+}
+
+QString reasonOf(int error)
+{
+    return qt_error_string(error);
+}
+
+std::optional<QByteArray> environmentVariable(const QString& name)
+{
+    const QByteArray variable = name.toLocal8Bit();
+    if (!qEnvironmentVariableIsSet(variable.constData()))
+        return {};
+    return qgetenv(variable.constData());
 }
 
 void forbidCoreDumps()
@@ -138,6 +159,12 @@ void forbidCoreDumps()
 bool isTerminal(StandardStream stream)
 {
     return ::isatty(descriptorOf(stream)) != 0;
+}
+
+bool isCapableTerminal(StandardStream stream)
+{
+    const QByteArray kind = qgetenv("TERM");
+    return isTerminal(stream) && !kind.isEmpty() && kind != "dumb";
 }
 
 int terminalColumns(StandardStream stream)
@@ -192,10 +219,44 @@ int Interruption::signal()
 
 struct Terminal::System
 {
+    void silence() const;
+    /// False when the user wants to suspend the program.
+    bool waitForInput(Interruption& interruption) const;
+    /// Returns when the program goes on.
+    void suspend(Interruption& interruption);
+
     const Descriptor terminal{openTerminal()};
     termios before{};
     struct sigaction beforeSuspension = {};
 };
+
+void Terminal::System::silence() const
+{
+    const termios wanted = silent(before);
+    tcsetattr(terminal.get(), TCSAFLUSH, &wanted);
+}
+
+bool Terminal::System::waitForInput(Interruption& interruption) const
+{
+    std::array<pollfd, 2> sources = {
+        {{terminal.get(), POLLIN, 0}, {interruption.m_system->readEnd.get(), POLLIN, 0}}};
+    while (::poll(sources.data(), sources.size(), -1) < 0 && errno == EINTR)
+        continue;
+    if (interruption.signal() == SUSPENSION)
+        return false;
+    interruption.check(QStringLiteral("no password was read"));
+    return true;
+}
+
+void Terminal::System::suspend(Interruption& interruption)
+{
+    tcsetattr(terminal.get(), TCSAFLUSH, &before);
+    sigaction(SUSPENSION, &beforeSuspension, nullptr);
+    static_cast<void>(::raise(SUSPENSION)); // returns when the shell goes on with the program
+    beforeSuspension = catchSignal(SUSPENSION);
+    interruption.m_system->signal = 0;
+    silence();
+}
 
 bool Terminal::isAvailable()
 {
@@ -209,7 +270,7 @@ Terminal::Terminal()
     if (!terminal.isOpen() || tcgetattr(terminal.get(), &m_system->before) != 0)
         throw Failure(QStringLiteral("there is no terminal to ask for a password"));
     m_system->beforeSuspension = catchSignal(SUSPENSION);
-    silence();
+    m_system->silence();
 }
 
 Terminal::~Terminal()
@@ -219,17 +280,11 @@ Terminal::~Terminal()
     show(m_system->terminal, "\n");
 }
 
-void Terminal::silence()
-{
-    const termios wanted = silent(m_system->before);
-    tcsetattr(m_system->terminal.get(), TCSAFLUSH, &wanted);
-}
-
 QByteArray Terminal::ask(const QByteArray& prompt)
 {
     show(m_system->terminal, prompt);
-    while (!waitForInput()) {
-        suspend();
+    while (!m_system->waitForInput(m_interruption)) {
+        m_system->suspend(m_interruption);
         show(m_system->terminal, prompt);
     }
     // What a terminal collects for a line at the most.
@@ -241,28 +296,6 @@ QByteArray Terminal::ask(const QByteArray& prompt)
     if (line.endsWith('\n'))
         line.chop(1);
     return line;
-}
-
-bool Terminal::waitForInput()
-{
-    std::array<pollfd, 2> sources = {
-        {{m_system->terminal.get(), POLLIN, 0}, {m_interruption.m_system->readEnd.get(), POLLIN, 0}}};
-    while (::poll(sources.data(), sources.size(), -1) < 0 && errno == EINTR)
-        continue;
-    if (m_interruption.signal() == SUSPENSION)
-        return false;
-    m_interruption.check(QStringLiteral("no password was read"));
-    return true;
-}
-
-void Terminal::suspend()
-{
-    tcsetattr(m_system->terminal.get(), TCSAFLUSH, &m_system->before);
-    sigaction(SUSPENSION, &m_system->beforeSuspension, nullptr);
-    static_cast<void>(::raise(SUSPENSION)); // returns when the shell goes on with the program
-    m_system->beforeSuspension = catchSignal(SUSPENSION);
-    m_interruption.m_system->signal = 0;
-    silence();
 }
 
 } // namespace globalsctl

@@ -1,15 +1,13 @@
 #include "support/Extraction.h"
 
 #include "support/Failure.h"
+#include "support/FileSystem.h"
 
 #include "globals/AtomicFile.h"
 #include "globals/Containment.h"
 #include "globals/DataFileReader.h"
 
-#include <QFile>
-
 #include <algorithm>
-#include <cerrno>
 #include <system_error>
 
 namespace globalsctl {
@@ -51,21 +49,12 @@ QString faultOf(const std::string& name)
         return QStringLiteral("has no name");
     if (isAbsolute(name))
         return QStringLiteral("has an absolute name");
-    return hasParentStep(name) ? QStringLiteral("has a name with \"..\"") : QString();
+    return hasParentStep(name) ? QStringLiteral("has a name with \"..\"") : FileSystem::faultOfEntry(name);
 }
 
 QString reasonOf(const std::error_code& error)
 {
     return QString::fromStdString(error.message());
-}
-
-/// Whether \p reason is the system's word for a disk, or a share of it, without room.
-bool isWantOfRoom(const QString& reason)
-{
-    constexpr int CODES[] = {ENOSPC, EDQUOT, EFBIG};
-    return std::any_of(std::begin(CODES), std::end(CODES), [&reason](int code) {
-        return reason == QString::fromStdString(std::generic_category().message(code));
-    });
 }
 
 } // namespace
@@ -74,7 +63,7 @@ Extraction::Extraction(const QString& folder, Existing existing, const QString& 
     : m_existing(existing)
     , m_opener(password)
 {
-    const fs::path given = QFile::encodeName(folder).toStdString();
+    const fs::path given = FileSystem::nativePath(folder);
     std::error_code error;
     fs::create_directories(given, error);
     m_folder = fs::canonical(given, error);
@@ -88,7 +77,7 @@ QString Extraction::extract(const TEKLUVA::ArchivedFile& entry)
 {
     if (QString fault = faultOf(entry.name); !fault.isEmpty())
         return fault;
-    const fs::path place = m_folder / entry.name;
+    const fs::path place = m_folder / FileSystem::pathOfEntry(entry.name);
     const fs::path folder = place.parent_path(); // that of the entry "a/", a folder, is "a"
     if (QString fault = faultOfFolder(folder); !fault.isEmpty())
         return fault;
@@ -108,13 +97,13 @@ QString Extraction::write(const fs::path& place, const QByteArray& content)
     const bool isPlaced = file.write(content) && file.commit(AtomicFile::Durability::Later);
     if (isPlaced)
         return {};
-    m_isDiskFull = isWantOfRoom(file.error());
+    m_isDiskFull = FileSystem::isWantOfRoom(file.error());
     return QStringLiteral("could not be written: %1").arg(file.error());
 }
 
 QString Extraction::faultOfFolder(const fs::path& folder)
 {
-    if (folder.native() == m_lastFolder)
+    if (folder.native() == m_lastFolder.native())
         return {}; // true of most entries, and the checks below cost several system calls
     if (!TEKLUVA::isWithin(folder, m_folder))
         return QStringLiteral("would lie outside of the folder, through a link");
@@ -124,7 +113,7 @@ QString Extraction::faultOfFolder(const fs::path& folder)
         error = std::make_error_code(std::errc::not_a_directory);
     if (error)
         return QStringLiteral("has a folder that could not be made: %1").arg(reasonOf(error));
-    m_lastFolder = folder.native();
+    m_lastFolder = folder;
     return {};
 }
 

@@ -43,7 +43,7 @@ private:
     Existing m_existing;
     bool m_isDiskFull = false;
     EntryOpener m_opener;
-    std::string m_lastFolder; ///< the last one that faultOfFolder() found good
+    std::filesystem::path m_lastFolder; ///< the last one that faultOfFolder() found good
 };
 
 } // namespace globalsctl

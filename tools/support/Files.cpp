@@ -2,6 +2,7 @@
 
 #include "support/Console.h"
 #include "support/Failure.h"
+#include "support/FileSystem.h"
 #include "support/Output.h"
 
 #include "globals/AtomicFile.h"
@@ -28,7 +29,7 @@ bool isSystemLink(const QFileInfo& path)
 {
     if (!path.isSymLink())
         return false;
-    const std::filesystem::path folder = QFile::encodeName(path.absolutePath()).toStdString();
+    const std::filesystem::path folder = FileSystem::nativePath(path.absolutePath());
     return std::any_of(std::begin(SYSTEM_FOLDERS), std::end(SYSTEM_FOLDERS),
                        [&folder](const char* parent) { return TEKLUVA::isWithin(folder, parent); });
 }

@@ -1,7 +1,7 @@
 #include "support/LogReader.h"
 
 #include "support/Failure.h"
-#include "support/FileIdentity.h"
+#include "support/FileSystem.h"
 #include "support/Files.h"
 
 #include <QFileInfo>
@@ -85,7 +85,7 @@ QByteArray LogReader::readLine()
 
 bool LogReader::isAt(const QString& path) const
 {
-    return FileIdentity::of(m_file) == FileIdentity::of(path);
+    return FileSystem::identityOf(m_file) == FileSystem::identityOf(path);
 }
 
 LogReader* readerOfOldest(const LogReaders& readers)

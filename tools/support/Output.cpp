@@ -19,11 +19,10 @@ namespace {
 /// Of the last write that failed.
 int writeError = 0;
 
-void write(std::FILE* stream, const QByteArray& bytes)
+/// A failure is kept until flushResults() asks.
+void print(StandardStream stream, const QByteArray& bytes)
 {
-    // A failure stays with the stream until flushResults() asks.
-    const auto size = static_cast<std::size_t>(bytes.size());
-    if (std::fwrite(bytes.constData(), 1, size, stream) < size)
+    if (!write(stream, bytes))
         writeError = errno;
 }
 
@@ -83,7 +82,7 @@ bool isResultOnTerminal()
 
 void printResult(const QString& text)
 {
-    write(stdout, (isResultOnTerminal() ? printableLines(text) : text).toUtf8() + '\n');
+    print(StandardStream::Output, (isResultOnTerminal() ? printableLines(text) : text).toUtf8() + '\n');
 }
 
 void printAnswer(QJsonObject answer)
@@ -103,7 +102,7 @@ void printTable(const QList<QStringList>& rows)
 
 void printBytes(const QByteArray& bytes)
 {
-    write(stdout, bytes);
+    print(StandardStream::Output, bytes);
 }
 
 bool flushResults()
@@ -115,12 +114,12 @@ bool flushResults()
 
 QString reasonOfResults()
 {
-    return qt_error_string(writeError);
+    return reasonOf(writeError);
 }
 
 void printNote(const QString& text)
 {
-    write(stderr, printableLines(text).toUtf8() + '\n');
+    print(StandardStream::Error, printableLines(text).toUtf8() + '\n');
 }
 
 void printError(const QString& message)

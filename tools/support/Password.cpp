@@ -2,6 +2,7 @@
 
 #include "support/Console.h"
 #include "support/Failure.h"
+#include "support/FileSystem.h"
 #include "support/Files.h"
 #include "support/Output.h"
 
@@ -16,10 +17,10 @@ namespace {
 
 QByteArray fromEnvironment(const QString& name, PasswordUse /*use*/)
 {
-    const QByteArray variable = name.toLocal8Bit();
-    if (!qEnvironmentVariableIsSet(variable.constData()))
+    const auto value = environmentVariable(name);
+    if (!value)
         throw Failure(QStringLiteral("the environment variable %1 is not set").arg(name));
-    return qgetenv(variable.constData());
+    return *value;
 }
 
 QByteArray fromFile(const QString& path, PasswordUse /*use*/)
@@ -30,7 +31,7 @@ QByteArray fromFile(const QString& path, PasswordUse /*use*/)
         isStandardInput(path) ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
     if (!isOpen)
         throw Failure(QStringLiteral("File %1 cannot be read: %2").arg(path, file.errorString()));
-    if (!isStandardInput(path) && (file.permissions() & (QFileDevice::ReadGroup | QFileDevice::ReadOther)))
+    if (!isStandardInput(path) && FileSystem::isReadableByOthers(file))
         printNote(QStringLiteral("note: %1 can be read by other users").arg(path));
     QByteArray line = file.readLine(LONGEST_LINE);
     if (line.size() >= LONGEST_LINE - 1)

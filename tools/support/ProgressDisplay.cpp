@@ -5,8 +5,6 @@
 
 #include "globals/StateHandler.h"
 
-#include <cstdio>
-
 namespace globalsctl {
 
 using namespace TEKLUVA;
@@ -76,7 +74,7 @@ void ProgressDisplay::draw(const QString& line)
     QByteArray bytes = '\r' + line.leftJustified(m_drawn).toUtf8();
     if (line.isEmpty())
         bytes += '\r';
-    static_cast<void>(std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr));
+    write(StandardStream::Error, bytes);
     m_drawn = line.size();
 }
 

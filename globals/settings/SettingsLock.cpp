@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
-#include <QFile>
 #include <QSysInfo>
 
 #include <algorithm>
@@ -37,7 +36,7 @@ constexpr std::errc HELD = std::errc::device_or_resource_busy;
 
 QByteArray hostName()
 {
-    static const QByteArray NAME = QSysInfo::machineHostName().toLocal8Bit();
+    static const QByteArray NAME = System::encodedName(QSysInfo::machineHostName());
     return NAME;
 }
 
@@ -53,7 +52,7 @@ QByteArray textOfOurs()
 {
     // Asked anew each time, because a forked process is another one.
     return QByteArray::number(QCoreApplication::applicationPid()) + '\n'
-           + QFile::encodeName(System::programName()) + '\n' + textOfHost();
+           + System::encodedName(System::programName()) + '\n' + textOfHost();
 }
 
 QByteArray textIn(const FileHandle& file, std::error_code& error)
@@ -75,8 +74,7 @@ bool isOfOtherHost(const QByteArray& text, const FileStatus& status)
 /// Whether a process of this boot has written it that exists no more.
 bool isOfEndedProcess(const QByteArray& text)
 {
-    const System::Process writer = {text.left(text.indexOf('\n')).toLongLong(), 0,
-                                    QString::fromLatin1(QSysInfo::bootUniqueId())};
+    const System::Process writer = {text.left(text.indexOf('\n')).toLongLong(), 0, System::thisBoot()};
     return !writer.boot.isEmpty() && text.endsWith('\n' + textOfHost()) && !System::isRunning(writer);
 }
 

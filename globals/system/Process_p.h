@@ -20,6 +20,9 @@ QString programName();
 /// Asked anew each time, because a forked process is another one.
 Process thisProcess();
 
+/// What Process::boot is of all processes that run.
+QString thisBoot();
+
 /// Whether \p process exists and has not ended. False for one of another machine, of which nothing is known.
 bool isRunning(const Process& process);
 

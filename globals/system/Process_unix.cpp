@@ -49,13 +49,13 @@ bool isZombie(const ProcessStatus& status)
     return status.state == 'Z' || status.state == 'X';
 }
 
+} // namespace
+
 QString thisBoot()
 {
     static const QString BOOT = QString::fromLatin1(QSysInfo::bootUniqueId());
     return BOOT;
 }
-
-} // namespace
 
 QString programName()
 {

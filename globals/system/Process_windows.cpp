@@ -25,14 +25,14 @@ qint64 startOf(HANDLE handle)
     return static_cast<qint64>(quint64{start.dwHighDateTime} << HALF | start.dwLowDateTime);
 }
 
-/// The start tells boots apart, so that the machine is all that is left to know.
+} // namespace
+
+// The start tells boots apart, so that the machine is all that is left to know.
 QString thisBoot()
 {
     static const QString MACHINE = QString::fromLatin1(QSysInfo::machineUniqueId());
     return MACHINE;
 }
-
-} // namespace
 
 QString programName()
 {

@@ -37,7 +37,7 @@ const char* labelOf(E_LogLevel level)
 
 void LogFile::setPath(const std::string& path)
 {
-    m_file.setFileName(QString::fromStdString(path));
+    m_path = QString::fromStdString(path);
     m_isUsable = true;
 }
 
@@ -65,11 +65,11 @@ bool LogFile::ensureOpen()
     if (m_file.isOpen())
         return true;
     // A pipe might block us for ever, or end the process when its reader goes.
-    const QFileInfo info(m_file);
+    const QFileInfo info(m_path);
     if (!m_isUsable || (info.exists() && !info.isFile()))
         return false;
     if (!m_append && info.exists())
-        m_file.resize(0);
+        QFile::resize(m_path, 0);
     return openToAppend();
 }
 
@@ -77,7 +77,7 @@ bool LogFile::openToAppend()
 {
     // Appended to also when it starts afresh: a second log over the same file would write into the lines of
     // the first. Unbuffered: each line is one system call and in the file when the call returns.
-    const bool isOpen = m_file.open(QIODevice::Append | QIODevice::Unbuffered);
+    const bool isOpen = System::openToAppend(m_path, m_file);
     std::error_code unknown;
     if (isOpen)
         m_opened = System::statusOf(m_file.handle(), unknown);
@@ -86,7 +86,7 @@ bool LogFile::openToAppend()
 
 bool LogFile::makeRoomFor(qint64 line)
 {
-    const System::Path path = System::nativePath(m_file.fileName());
+    const System::Path path = System::nativePath(m_path);
     std::error_code error;
     const System::FileStatus present = System::statusOf(path, error);
     const bool isMoved = error || !present.isSameFile(m_opened);

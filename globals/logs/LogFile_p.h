@@ -43,6 +43,7 @@ private:
     const std::string& lineOf(const LogRecord& record);
     const std::string& timeStamp(qint64 milliseconds);
 
+    QString m_path;
     QFile m_file;
     bool m_append = false;
     bool m_isUsable = true;

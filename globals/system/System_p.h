@@ -9,6 +9,10 @@
 #include <system_error>
 #include <vector>
 
+QT_BEGIN_NAMESPACE
+class QFile;
+QT_END_NAMESPACE
+
 /// What the library asks of the operating system beyond Qt and std::filesystem. System_unix.cpp and
 /// System_windows.cpp do it, System_linux.cpp with what only Linux has; what is the same everywhere is in
 /// System.cpp.
@@ -114,6 +118,10 @@ bool isSettled(const FileStatus& status);
 
 /// Sets the time of the last change of the content, in nanoseconds since the epoch.
 std::error_code setModified(const Path& path, qint64 modified);
+
+/// Opens the file \p name to append to it, unbuffered. Each piece goes to the end that the file has then, also when
+/// several write, and the file can be renamed and removed meanwhile. \p file need not know its name afterwards.
+bool openToAppend(const QString& name, QFile& file);
 
 /// An open file, closed with its scope. Child processes do not inherit it.
 class FileHandle

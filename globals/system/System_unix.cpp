@@ -109,6 +109,12 @@ std::error_code setModified(const Path& path, qint64 modified)
                                0)); // NOLINT(cppcoreguidelines-pro-bounds-array-to-pointer-decay)
 }
 
+bool openToAppend(const QString& name, QFile& file)
+{
+    file.setFileName(name);
+    return file.open(QIODevice::Append | QIODevice::Unbuffered);
+}
+
 bool isLink(const Path& path)
 {
     std::error_code error;

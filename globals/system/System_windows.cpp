@@ -2,6 +2,7 @@
 #include "globals/system/LastError_p.h"
 #include "globals/system/System_p.h"
 
+#include <QFile>
 #include <QThread>
 
 #include <algorithm>
@@ -37,13 +38,13 @@ HANDLE openHandle(const Path& path, DWORD access, DWORD disposition, DWORD flags
 }
 
 /// A descriptor that closes \p handle; a negative one for no handle.
-int descriptorFor(HANDLE handle, std::error_code& error)
+int descriptorFor(HANDLE handle, std::error_code& error, int flags = 0)
 {
     error = handle == INVALID_HANDLE_VALUE ? lastSystemError() : std::error_code();
     if (error)
         return -1;
     const int descriptor =
-        ::_open_osfhandle(reinterpret_cast<std::intptr_t>(handle), _O_BINARY | _O_NOINHERIT);
+        ::_open_osfhandle(reinterpret_cast<std::intptr_t>(handle), _O_BINARY | _O_NOINHERIT | flags);
     if (descriptor < 0) {
         error = lastError();
         ::CloseHandle(handle);
@@ -241,6 +242,17 @@ Path weaklyCanonical(const Path& path, std::error_code& error)
         known = known.parent_path();
     }
     return {};
+}
+
+bool openToAppend(const QString& name, QFile& file)
+{
+    // Qt would keep the position of the end that it once saw, and let nobody rename the file.
+    constexpr DWORD APPEND = FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE;
+    std::error_code error;
+    const HANDLE handle = openHandle(nativePath(name), APPEND, OPEN_ALWAYS);
+    const int descriptor = descriptorFor(handle, error, _O_APPEND);
+    return descriptor >= 0
+           && file.open(descriptor, QIODevice::Append | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
 }
 
 FileHandle FileHandle::openForReading(const Path& path, std::error_code& error)

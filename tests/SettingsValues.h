@@ -239,7 +239,7 @@ inline QByteArray writtenTo(const QString& file, const QVariantMap& values)
     for (auto value = values.begin(); value != values.end(); ++value)
         changes << TEKLUVA::SettingsChange{QString(), value.key(), *value};
     TEKLUVA::Settings(file, QSettings::IniFormat, nullptr).changeSettings(changes);
-    return TestFiles::contentOf(file);
+    return TestFiles::textOf(file);
 }
 
 } // namespace SettingsValues

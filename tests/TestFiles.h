@@ -45,6 +45,12 @@ inline QByteArray contentOf(const Path& path)
     return isReadable ? file.readAll() : QByteArray();
 }
 
+/// The same with the line ends of Unix, on all systems.
+inline QByteArray textOf(const Path& path)
+{
+    return contentOf(path).replace("\r\n", "\n");
+}
+
 /// All names in a folder, in their order.
 inline QStringList names(const QString& folder = QStringLiteral("."))
 {

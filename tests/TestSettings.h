@@ -19,10 +19,9 @@ namespace TestSettings {
 const QString FILE_NAME = "settings.ini"_q;
 const QString LOCK_NAME = FILE_NAME + ".lock"_q;
 
-/// With the line ends of Unix, on all systems.
 inline QByteArray content(const QString& name = FILE_NAME)
 {
-    return TestFiles::contentOf(name).replace("\r\n", "\n");
+    return TestFiles::textOf(name);
 }
 
 /// Puts what others wrote in the place of the file.

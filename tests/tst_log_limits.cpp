@@ -207,8 +207,10 @@ private Q_SLOTS:
 
     void twoProcessesShareARotatedFile()
     {
+        SKIP_ON_WINDOWS("appending at once by two processes, of which Wine makes two steps");
         for (int i = 0; i < 3; ++i) {
             const TestHome::Turn turn(i);
+            QVERIFY(QDir(ConfigManager::getInstance()->getPath(E_PT_LOGS)).removeRecursively());
             Log log("rotated", false);
             log.setRotation(LARGEST, 10'000);
             QProcess other;
@@ -229,7 +231,6 @@ private Q_SLOTS:
             QCOMPARE(ours.size(), 400U);
             QCOMPARE(std::set<int>(ours.begin(), ours.end()).size(), 400U);
             QCOMPARE(*others.rbegin() - *others.begin() + 1, int(others.size())); // none lost, none twice
-            QVERIFY(QDir(QFileInfo(pathOf(log)).path()).removeRecursively());
         }
     }
 

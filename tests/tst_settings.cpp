@@ -104,6 +104,7 @@ private Q_SLOTS:
 
     void aFullDiskKeepsTheFileWholeAndTheChangePending()
     {
+        SKIP_ON_WINDOWS("a full disk");
         TestLog::ActiveLog active;
         m_settings->setSetting("G"_q, "k"_q, 1);
         {
@@ -126,6 +127,7 @@ private Q_SLOTS:
 
     void aStoreThatEndsOnAFullDiskKeepsTheFileWhole()
     {
+        SKIP_ON_WINDOWS("a full disk");
         for (const bool byParent : {false, true}) {
             replace("[G]\nk=1\n");
             const TestPlatform::FullDisk full(4096);
@@ -142,6 +144,7 @@ private Q_SLOTS:
 
     void aPendingChangeIsKeptOnceAndNotWrittenLater()
     {
+        SKIP_ON_WINDOWS("a full disk");
         const auto failToWrite = [this](int times) {
             const TestPlatform::FullDisk full(400);
             for (int i = 0; i < times; ++i)
@@ -213,6 +216,7 @@ private Q_SLOTS:
 
     void aFileThatCannotBeReadForAMomentLosesNothing()
     {
+        SKIP_ON_WINDOWS("a limit of open files");
         m_settings->setSetting("G"_q, "old"_q, 1);
         replace("[G]\nold=1\nnew=2\n");
         {

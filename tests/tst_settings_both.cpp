@@ -51,7 +51,7 @@ private Q_SLOTS:
         // The texts of all others go through a change as they are.
         settings.setSetting("text"_q, "more"_q, 1);
         settings.removeSetting("text"_q, "more"_q);
-        QCOMPARE(TestFiles::contentOf(FILE_NAME), content);
+        QCOMPARE(TestFiles::textOf(FILE_NAME), content);
     }
 
     void theOtherQtReadsWhatWeWrite()

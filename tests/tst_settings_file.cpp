@@ -81,11 +81,13 @@ private Q_SLOTS:
         m_settings->changeSettings(
             {{"G"_q, "a"_q, {}}, {"H"_q, {}, {}}, {"H"_q, "d"_q, 4}, {"I"_q, "e"_q, 5}});
         QCOMPARE(content(), QByteArray("[G]\nb=2\n\n[H]\nd=4\n\n[I]\ne=5\n"));
+        SKIP_ON_WINDOWS("counting writes");
         QCOMPARE(writes.count(), 1);
     }
 
     void aPendingChangeHoldsUpNoOtherKey()
     {
+        SKIP_ON_WINDOWS("a full disk");
         replace("[G]\na=1\nb=1\n");
         const TestPlatform::FullDisk full(0);
         m_settings->setSetting("G"_q, "a"_q, 2);
@@ -101,14 +103,17 @@ private Q_SLOTS:
     void aNewFileIsNewer()
     {
         replace("[G]\nk=1\n");
-        const auto future = fs::file_time_type::clock::now() + std::chrono::hours(1);
-        fs::last_write_time("settings.ini", future);
+        const QDateTime future = QDateTime::currentDateTime().addSecs(3600);
+        QFile file(FILE_NAME);
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.setFileTime(future, QFile::FileModificationTime));
+        file.close();
         m_settings->setSetting("G"_q, "k"_q, 2);
-        QVERIFY(fs::last_write_time("settings.ini") > future);
+        QVERIFY(QFileInfo(FILE_NAME).lastModified() > future);
     }
 
     void pendingChangesAreTold()
     {
+        SKIP_ON_WINDOWS("a full disk");
         QVector<bool> told;
         TestLog::ActiveLog active;
         m_settings->whenPendingChanges([&](bool hasPending) {
@@ -138,6 +143,7 @@ private Q_SLOTS:
     }
     void aChangeThatIsGivenUpIsAnError()
     {
+        SKIP_ON_WINDOWS("a full disk");
         TestLog::ActiveLog active;
         auto parent = std::make_unique<QObject>();
         auto settings = open(parent.get());
@@ -156,6 +162,8 @@ private Q_SLOTS:
     void whatIsNoFileIsAnErrorAndNotWaitedFor()
     {
         QFETCH(QString, reason);
+        if (reason != "Is a directory"_q)
+            SKIP_ON_WINDOWS("links and pipes");
         TestTree::make(TestData::field("tree"));
         TestLog::ActiveLog active;
         init();
@@ -175,6 +183,7 @@ private Q_SLOTS:
 
     void linksAreFollowed()
     {
+        SKIP_ON_WINDOWS("links");
         TestTree::make("folder/"_q);
         for (const QString& target : {"there.ini"_q, "folder/missing.ini"_q}) {
             QFile::remove(FILE_NAME);
@@ -197,7 +206,7 @@ private Q_SLOTS:
             lines << QString::number(line);
         QCOMPARE(lines.join(QLatin1Char(' ')), TestData::field("lines"));
         m_settings->setSetting("N"_q, "n"_q, 1);
-        QCOMPARE(content("settings.ini.damaged"_q), before);
+        QCOMPARE(TestFiles::contentOf("settings.ini.damaged"), before);
         QVERIFY(m_settings->damagedLines().isEmpty());
         QVERIFY(QFile::remove("settings.ini.damaged"_q));
         m_settings->setSetting("N"_q, "n"_q, 2);
@@ -256,6 +265,8 @@ private Q_SLOTS:
                                  .replace("NAME%0A"_q, name)
                                  .replace("BOOT"_q, QString::fromLatin1(QSysInfo::bootUniqueId()))
                                  .replace("PID"_q, QString::number(QCoreApplication::applicationPid()));
+        if (tree.contains(QLatin1Char('~')) || tree.contains(QLatin1Char('@')))
+            SKIP_ON_WINDOWS("links and pipes");
         const std::chrono::seconds age(TestData::field<int>("age"));
         QFETCH(int, limit);
         qint64 shortest = limit;
@@ -303,6 +314,8 @@ private Q_SLOTS:
     void aSlowHolderKeepsItsLock()
     {
         QFETCH(QByteArray, text);
+        if (text.isEmpty())
+            SKIP_ON_WINDOWS("a lock from elsewhere");
         TestPlatform::OpenFile lock(LOCK_NAME, TestPlatform::OpenFile::NEW);
         QVERIFY(lock.write(text));
         QByteArray meanwhile;

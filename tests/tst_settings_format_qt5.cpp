@@ -30,7 +30,7 @@ QByteArray afterQtWrites(const QString& file, const QVariantMap& values)
     for (auto value = values.begin(); value != values.end(); ++value)
         settings.setValue(value.key(), *value);
     settings.sync();
-    return TestFiles::contentOf(file);
+    return TestFiles::textOf(file);
 }
 
 } // namespace
@@ -49,6 +49,7 @@ private Q_SLOTS:
 
     void writesWhatQtWritesAndReadsIt()
     {
+        SKIP_ON_WINDOWS("a QSettings that tells upper case from lower case");
         Random random(1);
         for (int map = 0; map < times(40); ++map) {
             QVariantMap values;
@@ -67,6 +68,7 @@ private Q_SLOTS:
     /// What somebody has edited, or damaged, is read as QSettings reads it.
     void readsWhatQtReads()
     {
+        SKIP_ON_WINDOWS("a QSettings that tells upper case from lower case");
         Random random(2);
         const QStringList pieces =
             QStringLiteral("[|]|[G]|[H]|=|=|=|;|,|\"|\\|\\x|\\n|\\8|\\101|\n|\n|\n|\r\n|\n\r| | "

@@ -20,10 +20,11 @@ const bool CAN_SYNC_FILE_SYSTEMS = false; // an administrator could
 
 namespace {
 
+/// An open file can be renamed and removed meanwhile, as on other systems.
 constexpr DWORD SHARED = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-/// Of a file that is open for any use, to be renamed and removed meanwhile, as on other systems.
 constexpr DWORD READ = GENERIC_READ;
-constexpr DWORD UPDATE = GENERIC_READ | GENERIC_WRITE | DELETE;
+/// Without DELETE, because Qt opens no file that is open with it.
+constexpr DWORD UPDATE = GENERIC_READ | GENERIC_WRITE;
 
 HANDLE handleOf(int descriptor)
 {

@@ -20,6 +20,9 @@
 /// What tests ask of the system beyond what Qt and the standard library offer on all.
 namespace TestPlatform {
 
+/// Whether there are a shell, links, pipes and devices.
+constexpr bool IS_UNIX = true;
+
 inline std::filesystem::path pathOf(const QString& text)
 {
     return QFile::encodeName(text).toStdString();
@@ -28,6 +31,24 @@ inline std::filesystem::path pathOf(const QString& text)
 inline QString textOf(const std::filesystem::path& path)
 {
     return QFile::decodeName(path.c_str());
+}
+
+/// Below which applications keep what is the user's.
+inline QString userFolder()
+{
+    return QDir::homePath();
+}
+
+/// Where applications keep their data.
+inline QString dataFolder()
+{
+    return userFolder() + QLatin1String("/.local/share/data");
+}
+
+/// Sets a variable of the environment, of later processes, too.
+inline void setVariable(const char* name, const QString& value)
+{
+    qputenv(name, value.toUtf8());
 }
 
 /// Makes a pipe, unless there is one.

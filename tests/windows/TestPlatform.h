@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QDir>
+#include <QStandardPaths>
 #include <QTest>
 
+#include <cstdlib>
 #include <filesystem>
 
 /// Leaves out a test, or the rest of it, that Windows has no \p what for.
@@ -12,6 +14,8 @@
 /// have is here for the compiler.
 namespace TestPlatform {
 
+constexpr bool IS_UNIX = false;
+
 inline std::filesystem::path pathOf(const QString& text)
 {
     return text.toStdWString();
@@ -20,6 +24,23 @@ inline std::filesystem::path pathOf(const QString& text)
 inline QString textOf(const std::filesystem::path& path)
 {
     return QString::fromStdWString(path.generic_wstring());
+}
+
+inline QString dataFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+}
+
+/// Not the home folder, which has more in it.
+inline QString userFolder()
+{
+    return dataFolder();
+}
+
+/// An empty value removes it.
+inline void setVariable(const char* name, const QString& value)
+{
+    _wputenv_s(QString::fromLatin1(name).toStdWString().c_str(), value.toStdWString().c_str());
 }
 
 [[nodiscard]] inline bool makePipe(const std::filesystem::path& /*path*/)

@@ -2,6 +2,7 @@
 #include "TestTree.h"
 #include "ToolRun.h"
 
+#include "globals/DataFileCreator.h"
 #include "globals/PathRegistry.h"
 #include "globals/PresetManager.h"
 
@@ -19,6 +20,8 @@ const QString FILE_NAME = "ä.txt"_q;
 /// The content of a file protected by the script that the example shows, which uses openssl.
 QByteArray protectedContent(const QByteArray& plain, const char* password = GLOBALS_PRESET_PASSWORD)
 {
+    if (!TestPlatform::IS_UNIX)
+        return TEKLUVA::DataFileCreator().encryptData(plain, QString::fromUtf8(password));
     qputenv("GLOBALS_PRESET_PASSWORD", password);
     if (!TestFiles::write("plain"_q, plain)
         || OtherPrograms::run(QStringLiteral(ENCRYPT_PRESETS), {"plain"_q, "protected"_q}).exitCode != 0)
@@ -41,7 +44,7 @@ QString linesOf(const char* column, const QString& name)
 
 TestFiles::Tree treeAtHome()
 {
-    return TestFiles::treeBelow(QDir::homePath());
+    return TestFiles::treeBelow(TestPlatform::userFolder());
 }
 
 } // namespace
@@ -102,6 +105,8 @@ private Q_SLOTS:
     void refusesWhatIsNoPresetFile_data() { TestData::addRows("globalsctl-refused.txt", {"file", "reason"}); }
     void refusesWhatIsNoPresetFile()
     {
+        if (isRowOfUnix({"file"}))
+            SKIP_ON_WINDOWS("pipes and devices");
         const QByteArray whole = protectedContent("room_height=260\nwall_strength=21\nwall_strength=22\n");
         QVERIFY(TestFiles::write("cut"_q, whole.chopped(1)));
         QVERIFY(TestFiles::write("bad-pad"_q, QByteArray(whole).replace(0, 1, "\x10")));
@@ -110,7 +115,7 @@ private Q_SLOTS:
                                  protectedContent(QByteArray(1024, 'a'), "another password of ")));
         QVERIFY(TestFiles::write("large"_q, {}));
         QVERIFY(QFile::resize("large"_q, Q_INT64_C(5) << 30));
-        QVERIFY(TestFiles::makePipe("pipe"));
+        TestTree::make("pipe~"_q);
         QVERIFY(TestFiles::write("archive"_q, TestData::content("small.zip")));
         for (const QString& command : {"check"_q, "show"_q}) {
             const TestHome::Turn turn(command);
@@ -154,9 +159,11 @@ private Q_SLOTS:
         const QJsonArray paths = arrayFrom(command + QStringList("--json"_q));
         const QString settings = paths[23].toObject()["path"_q].toString();
         QVERIFY2(settings.endsWith("/acme/Plän/"_q), qPrintable(settings));
-        QVERIFY(TestFiles::write(settings + "settings.ini"_q, "[User_Pathes]\nE_PT_DATA=/elsewhere\n"));
+        const QString nowhere = QDir::rootPath() + "nowhere"_q;
+        QVERIFY(TestFiles::write(settings + "settings.ini"_q,
+                                 "[User_Pathes]\nE_PT_DATA=" + nowhere.toUtf8() + '\n'));
         const QJsonObject data = arrayFrom(command + QStringList("--json"_q))[7].toObject();
-        QCOMPARE(data["path"_q], QJsonValue("/elsewhere/"_q));
+        QCOMPARE(data["path"_q], QJsonValue(nowhere + "/"_q));
         QCOMPARE(data["overridden"_q], QJsonValue(true));
         QVERIFY(globalsctl(command).output.contains("  no      set by the user: E_PT_DATA in User_Pathes\n"));
     }
@@ -168,14 +175,18 @@ private Q_SLOTS:
     }
     void keepsSettings()
     {
-        const QString folder = QDir::homePath() + "/.local/share/data/tekluva"_q;
+        if (isRowOfUnix({"arguments", "errors"}))
+            SKIP_ON_WINDOWS("pipes, and the words of Unix");
+        const QString folder = TestPlatform::dataFolder() + "/tekluva"_q;
         const QString file = folder + "/tekluva 3D-Planner/settings.ini"_q;
+        const QByteArray boot =
+            TestPlatform::IS_UNIX ? QSysInfo::bootUniqueId() : QSysInfo::machineUniqueId();
         // Beside it, an application whose settings are no file, and one whose folder cannot be made.
         QVERIFY(QDir(folder).removeRecursively());
         TestTree::make("FOLDER/directory/settings.ini/ FOLDER/pipe/settings.ini~ FOLDER/blocked="_q.replace(
             "FOLDER"_q, folder));
         if (const QString content = linesOf("content", "@"_q); !content.isEmpty())
-            QVERIFY(TestFiles::write(file, content.toLatin1().replace("@BOOT@", QSysInfo::bootUniqueId())));
+            QVERIFY(TestFiles::write(file, content.toLatin1().replace("@BOOT@", boot)));
         const auto before = treeAtHome();
         const Result result = globalsctl(arguments());
         QCOMPARE(result.text(), linesOf("output", folder));
@@ -184,11 +195,13 @@ private Q_SLOTS:
         if (TestData::field("after").isEmpty())
             QCOMPARE(TestFiles::changes(before, treeAtHome()).keys(), QByteArrayList());
         else
-            QCOMPARE(QString::fromLatin1(TestFiles::contentOf(file)), linesOf("after", "@"_q));
+            QCOMPARE(QString::fromLatin1(TestFiles::contentOf(file).replace("\r\n", "\n")),
+                     linesOf("after", "@"_q));
     }
 
     void failsWhenTheOutputCannotBeWritten()
     {
+        SKIP_ON_WINDOWS("a shell");
         const auto inShell = [](const QString& command) {
             return OtherPrograms::run("sh"_q, {"-c"_q, command, QStringLiteral(GLOBALSCTL)});
         };

@@ -39,7 +39,7 @@ QStringList rowsOf(const QDialog& dialog)
     const auto labels = dialog.findChildren<QLabel*>();
     for (const QLabel* label : labels) {
         const auto* bar = qobject_cast<QProgressBar*>(label->buddy());
-        if (label->isVisibleTo(&dialog))
+        if (label->isVisibleTo(&dialog) || bar->isVisibleTo(&dialog))
             rows << "%1 %2/%3"_q.arg(label->text()).arg(bar->value()).arg(bar->maximum());
     }
     return rows;
@@ -119,7 +119,9 @@ private Q_SLOTS:
         UnitBox box;
         box.setUnit(E_MU_FOOT);
         const PresetTable table;
+        const ProgressDialog dialog;
         speak("en"_q);
+        QCOMPARE(dialog.findChild<QPushButton*>()->text(), "A&bort"_q);
         QCOMPARE(itemsOf(box), QStringList({"mm - Millimetre"_q, "cm - Centimetre"_q, "m - Metre"_q,
                                             "in - Inch (US/GB)"_q, "ft - Foot"_q}));
         QStringList titles;
@@ -145,7 +147,10 @@ private Q_SLOTS:
         QCOMPARE(table.model()->rowCount(), PresetManager::describePresets().size());
         QCOMPARE(before.mid(4, 4),
                  QStringList({"room_height"_q, "double"_q, "270"_q, "min_room_height to max_room_height"_q}));
-        QCOMPARE(table.getPresetAt(table.model()->index(2, 3)), E_PV_ROOM_HEIGHT);
+        const QModelIndex bounds = table.model()->index(2, 3);
+        QCOMPARE(table.getPresetAt(bounds), E_PV_ROOM_HEIGHT);
+        QCOMPARE(bounds.data(Qt::ToolTipRole), bounds.data());
+        QVERIFY(!bounds.flags().testFlag(Qt::ItemIsEditable));
         QCOMPARE(table.getPresetAt(QModelIndex()), E_PV_NONE);
         presets->setPreset(E_PV_ROOM_HEIGHT, 300);
         QCOMPARE(rows(), before);
@@ -192,8 +197,9 @@ private Q_SLOTS:
         QVERIFY(!dialog.isVisible());
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         states()->newProcess("Next"_q, false, true);
-        add("first"_q, ProgressStep::E_PRT_BAR); // with the number that another one had
-        QTRY_COMPARE(rowsOf(dialog), QStringList({"first 0/100"_q}));
+        add("first"_q, ProgressStep::E_PRT_PERCENT_ALT); // with the number that another one had
+        states()->getStepData("first"_q)->handleProgressState(3, 4);
+        QTRY_COMPARE(rowsOf(dialog), QStringList({"first 75/100"_q}));
         states()->endProcess(E_PR_FAILED);
         QCOMPARE(dialog.result(), int(QDialog::Rejected));
     }
@@ -240,6 +246,8 @@ private Q_SLOTS:
             }
             QVERIFY(clock.elapsed() >= 20 || !wasShown); // a busy machine makes a short process long
             states()->endProcess(E_PR_DONE);
+            QTest::qWait(25);
+            QVERIFY(!dialog.isVisible());
         }
     }
 

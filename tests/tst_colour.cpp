@@ -25,6 +25,7 @@ using Function = void (*)(double of, float* c);
 const QHash<QString, Function> FUNCTIONS = {
     {"line"_q, [](double, float* c) { spectrum_to_xyz(&line, c[0], c[1], c[2]); }},
     {"body"_q, [](double, float* c) { spectrum_to_xyz(&bb_spectrum, c[0], c[1], c[2]); }},
+    {"exitance"_q, [](double, float* c) { c[0] = float(bb_spectrum(c[0])); }},
     {"match"_q,
      [](double of, float* c) {
          std::copy_n(cie_colour_match[int((of - CIE_FIRST_WAVELENGTH) / CIE_WAVELENGTH_STEP)], 3, c);
@@ -61,6 +62,15 @@ class ColourTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void showsTheColourOfLight() // first, because the temperature is to stay at that of the start
+    {
+        QCOMPARE(colourOf(15000).rgb(), qRgb(0xac, 0xc2, 0xff));
+        QCOMPARE(colourOf(1000).rgb(), qRgb(0xff, 10, 0));
+        QVERIFY(colourOf(1000).blueF() >= 0);
+        QVERIFY(!colourOf(100).isValid());
+        QCOMPARE(_bbTemp, 5000.0);
+    }
+
     void converts_data()
     {
         TestData::addRows<QString, double, QString, QString, double>(
@@ -94,25 +104,19 @@ private Q_SLOTS:
         }
     }
 
-    void showsTheColourOfLight()
-    {
-        _bbTemp = 5000;
-        QCOMPARE(colourOf(15000).rgb(), qRgb(0xac, 0xc2, 0xff));
-        QCOMPARE(colourOf(1000).rgb(), qRgb(0xff, 10, 0)); // without its negative blue
-        QVERIFY(!colourOf(100).isValid());
-        QCOMPARE(_bbTemp, 5000.0);
-    }
-
     void liftsColoursIntoTheGamut()
     {
-        double c[] = {-0.2, 0.5, 1};
         QVERIFY(inside_gamut(0, 0, 1));
-        QVERIFY(!inside_gamut(c[0], c[1], c[2]));
-        QVERIFY(constrain_rgb(c[0], c[1], c[2]));
-        QCOMPARE(c[0], 0.0);
-        QCOMPARE(c[1], 0.7);
-        QCOMPARE(c[2], 1.2);
-        QVERIFY(!constrain_rgb(c[0], c[1], c[2]));
+        for (int lowest = 0; lowest < 3; ++lowest) {
+            const TestHome::Turn turn(lowest);
+            double c[] = {1, 0.5, -0.2, 1, 0.5};
+            double* rgb = c + 2 - lowest;
+            QVERIFY(!inside_gamut(rgb[0], rgb[1], rgb[2]));
+            QVERIFY(constrain_rgb(rgb[0], rgb[1], rgb[2]));
+            QCOMPARE(c[2], 0.0);
+            QCOMPARE(rgb[(lowest + 1) % 3] + rgb[(lowest + 2) % 3], 1.9);
+            QVERIFY(!constrain_rgb(rgb[0], rgb[1], rgb[2]));
+        }
     }
 
     void convertsBetweenChromaticities()

@@ -124,7 +124,13 @@ private Q_SLOTS:
     {
         FilterEvent event;
         event.setType(E_FT_COLOUR);
+        event.setOption(E_FilterOption(7));
         event.setValue(5);
+        FilterEvent copy = event;
+        copy.setValue(6);
+        QCOMPARE(event.getType(), E_FT_COLOUR);
+        QCOMPARE(int(copy.getOption()), 7);
+        QCOMPARE(event.getValue().toInt(), 5);
         QVERIFY(!event.isValid());
         event.setFilterIndex(0);
         QVERIFY(event.isValid());

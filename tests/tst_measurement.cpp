@@ -219,7 +219,7 @@ private Q_SLOTS:
         if (value)
             QCOMPARE(*value, TestData::field("value").toDouble());
         if (dimensionOfRow() == E_MD_LINEAR && unitOfRow() == E_MU_CENTIMETER)
-            QCOMPARE(units()->parseMeasurement(TestData::field("text")), value);
+            QCOMPARE(units()->parseMeasurement(" "_q + TestData::field("text") + " "_q), value);
     }
 
     void whatIsShownIsReadBack()

@@ -241,11 +241,13 @@ private Q_SLOTS:
             QSKIP("the preset files of the tests are made for the default password");
         const QString failure = TestData::field("failure");
         QVERIFY(QFile::copy(TestData::path("presets-%1.dat"_q.arg(TestData::field("file"))), presetFile()));
+        TestLog::ActiveLog log;
         const QString thrown = failureOfInit();
         QCOMPARE(thrown.mid(4).left(failure.size()), failure);
         QCOMPARE(thrown.left(4), failure.isEmpty() ? QString() : "2 1 "_q);
         for (const auto& result : pairs("expected"))
             QCOMPARE(preset(result.first).toString(), result.second);
+        QCOMPARE(log.entries().size(), TestData::field("file") == "nothing"_q ? 1 : 0);
         const bool isGood = TestData::field("file") == "good"_q;
         QCOMPARE(PresetManager::getInstance()->isFromFile(), isGood);
     }
@@ -257,6 +259,13 @@ private Q_SLOTS:
         QVERIFY(QFile::copy(TestData::path("small.zip"_q), presetFile()));
         QCOMPARE(failureOfInit(),
                  "2 1 File %1 is an archive but single file was expected"_q.arg(presetFile()));
+    }
+
+    void aZeroByteDoesNotEndTheFile()
+    {
+        const QByteArray text("\0\nroom_height=260", 17);
+        QVERIFY(TestFiles::write(presetFile(), PresetManager::protectedContent(text)));
+        QVERIFY(failureOfInit().startsWith("2 1 The preset entry "_q));
     }
 
     void libraryDoesNotHoldThePasswordWhole()

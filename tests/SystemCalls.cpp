@@ -75,7 +75,8 @@ void noteIfInherited(const char* path, int flags)
 {
     State& s = state();
     const std::lock_guard<std::recursive_mutex> lock(s.mutex);
-    if (s.isWatching && (flags & O_CLOEXEC) == 0)
+    const bool isOfSystem = QByteArray(path).startsWith("/usr/"); // such as the font of a question
+    if (s.isWatching && !isOfSystem && (flags & O_CLOEXEC) == 0)
         s.inherited << path;
 }
 

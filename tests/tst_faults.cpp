@@ -8,6 +8,9 @@
 #include "globals/DataFileCreator.h"
 #include "globals/DataFileReader.h"
 
+#include <QApplication>
+#include <QTimer>
+
 #include <cerrno>
 
 using namespace TEKLUVA;
@@ -19,6 +22,12 @@ const auto config = &ConfigManager::getInstance;
 /// What the rows call; whether it succeeds.
 const QMap<QString, bool (*)()> OPERATIONS = {
     {"move"_q, [] { return config()->copyDirectory("source"_q, "target"_q, true, true, {}); }},
+    {"copy over"_q,
+     [] {
+         const auto agree = [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); };
+         QTimer::singleShot(0, agree);
+         return config()->copyDirectory("source/folder"_q, "target"_q, false, false, {});
+     }},
     {"write"_q, [] { return config()->writeDataToFile("old"_q, "new", false); }},
     {"pack"_q,
      [] {
@@ -44,7 +53,7 @@ private Q_SLOTS:
     void init()
     {
         TestFiles::removeAll();
-        TestTree::make("source/first=1 source/folder/second=2 target/ old=old large*20000"_q);
+        TestTree::make("source/first=1 source/folder/second=2 target/second=0 old=old large*20000"_q);
     }
 
     void order_data() { TestData::addRows("fault-order.txt", {"operation", "calls"}); }
@@ -102,5 +111,5 @@ private Q_SLOTS:
     }
 };
 
-GLOBALS_TEST_MAIN(FaultsTest)
+GLOBALS_TEST_MAIN(FaultsTest, QApplication)
 #include "tst_faults.moc"

@@ -146,6 +146,9 @@ private Q_SLOTS:
         other.waitForFinished();
         QCOMPARE(config()->getLastRunVerdict(), E_RV_CRASHED);
         QCOMPARE(verdictInWords(), "crashed while it was started"_q);
+        config()->setSetting(APPLICATION, "last_runtime_state"_q, "updating"_q);
+        QCOMPARE(verdictInWords(), "was updating"_q);
+        config()->setSetting(APPLICATION, "last_runtime_state"_q, "started"_q);
         config()->setSetting(APPLICATION, "run_boot"_q, "another machine's"_q);
         QCOMPARE(verdictInWords(), "running, or crashed, while it was started"_q);
     }

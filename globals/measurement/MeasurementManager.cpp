@@ -246,9 +246,7 @@ QString MeasurementManager::createFeetMeasurementString(double value, bool /*wit
         return text;
     if (feet != 0)
         text += QLatin1Char(' ');
-    // Zero inches are 0", also when the zero has a sign.
-    text += inches == 0.0 ? QStringLiteral("0") : decimalText(inches, INCH_DECIMALS);
-    return text += QLatin1Char('"');
+    return text + decimalText(inches, INCH_DECIMALS) + QLatin1Char('"');
 }
 
 QString MeasurementManager::getMeasurementFontName()

@@ -173,17 +173,17 @@ private Q_SLOTS:
             QCOMPARE(config()->getPath(E_PT_MODEL_CACHE), chosen + "model/"_q);
 
         QVERIFY(config()->setPath(pathType, QString()));
+        QVERIFY(config()->hasSetting("User_Pathes"_q, key)); // empty
         QCOMPARE(config()->getPath(pathType), rule);
     }
 
     void otherFoldersAreFixed()
     {
         TestLog::ActiveLog active;
-        QVERIFY(!config()->setPath(E_PT_LOGS, "/x"_q));
-        config()->resetPath(E_PT_LOGS);
+        QVERIFY(!config()->setPath(E_PT_LOGS, QString())); // which resets it first
         QCOMPARE(active.entries(),
-                 (QStringList{"8192 The given path type is unsupported to be changed yet."_q,
-                              "8192 The given path type is not be supported to be reseted yet."_q}));
+                 (QStringList{"8192 The given path type is not be supported to be reseted yet."_q,
+                              "8192 The given path type is unsupported to be changed yet."_q}));
     }
 
     void foldersFollowTheApplicationsName_data()

@@ -41,16 +41,7 @@ private Q_SLOTS:
     {
         const QByteArray content = TestData::content("settings-samples.ini");
         QVERIFY(TestFiles::write(FILE_NAME, content));
-        Settings settings(FILE_NAME, QSettings::IniFormat, nullptr);
-        const QVariantMap samples = SettingsValues::samples();
-        for (auto value = samples.begin(); value != samples.end(); ++value) {
-            const TestHome::Turn turn(value.key());
-            const QVariant read = settings.getSetting(QString(), value.key());
-            QVERIFY(read == *value || read.toString() == value->toString()); // numbers are texts in a file
-        }
-        // The texts of all others go through a change as they are.
-        settings.setSetting("text"_q, "more"_q, 1);
-        settings.removeSetting("text"_q, "more"_q);
+        SettingsValues::readSamplesFrom(FILE_NAME);
         QCOMPARE(TestFiles::textOf(FILE_NAME), content);
     }
 

@@ -119,8 +119,9 @@ bool isSettled(const FileStatus& status);
 /// Sets the time of the last change of the content, in nanoseconds since the epoch.
 std::error_code setModified(const Path& path, qint64 modified);
 
-/// Opens the file \p name to append to it, unbuffered. Each piece goes to the end that the file has then, also when
-/// several write, and the file can be renamed and removed meanwhile. \p file need not know its name afterwards.
+/// Opens the file \p name to append to it, unbuffered. Each piece goes to the end that the file has then,
+/// also when several write, and the file can be renamed and removed meanwhile. \p file need not know its name
+/// afterwards.
 bool openToAppend(const QString& name, QFile& file);
 
 /// An open file, closed with its scope. Child processes do not inherit it.

@@ -75,12 +75,12 @@ private Q_SLOTS:
 private:
     static void readsSettings(const QString& path)
     {
-        const QByteArray content = TestFiles::contentOf(path).replace("\r\n", "\n");
+        const QByteArray content = TestFiles::textOf(path);
         QCOMPARE(content, TestData::content("settings-samples.ini"));
         QFile::remove("settings.ini"_q);
         QVERIFY(QFile::copy(path, "settings.ini"_q));
         SettingsValues::readSamplesFrom("settings.ini"_q);
-        QCOMPARE(TestFiles::contentOf("settings.ini"_q).replace("\r\n", "\n"), content);
+        QCOMPARE(TestFiles::textOf("settings.ini"_q), content);
     }
 
     static Contents entriesOf(const QString& archive, const QString& password)

@@ -22,34 +22,40 @@ double line(const double& wavelength)
 /// What a row tests, from three numbers to three. \p of is the row's temperature or wavelength, which _bbTemp
 /// holds, too, its gamma or number of a system.
 using Function = void (*)(double of, float* c);
-const QHash<QString, Function> FUNCTIONS = {
-    {"line"_q, [](double, float* c) { spectrum_to_xyz(&line, c[0], c[1], c[2]); }},
-    {"body"_q, [](double, float* c) { spectrum_to_xyz(&bb_spectrum, c[0], c[1], c[2]); }},
-    {"exitance"_q, [](double, float* c) { c[0] = float(bb_spectrum(c[0])); }},
-    {"match"_q,
-     [](double of, float* c) {
-         std::copy_n(cie_colour_match[int((of - CIE_FIRST_WAVELENGTH) / CIE_WAVELENGTH_STEP)], 3, c);
-     }},
-    {"temperature"_q, [](double of, float* c) { temperaturToColor(of, c[0], c[1], c[2]); }},
-    {"xyz"_q, [](double of,
-                 float* c) { xyz_to_rgb(&systems.at(std::size_t(of)), c[0], c[1], c[2], c[0], c[1], c[2]); }},
-    {"own xyz"_q,
-     [](double of, float* c) {
-         colourSystem own = systems.at(std::size_t(of));
-         xyz_to_rgb(&own, c[0], c[1], c[2], c[0], c[1], c[2]);
-     }},
-    {"white"_q, [](double of, float* c) { c[0] = float(systems.at(std::size_t(of)).whiteTemperature); }},
-    {"to hsv"_q, [](double, float* c) { RGBtoHSV(c[0], c[1], c[2], c[0], c[1], c[2]); }},
-    {"to rgb"_q, [](double, float* c) { HSVtoRGB(c[0], c[1], c[2], c[0], c[1], c[2]); }},
-    {"norm"_q, [](double, float* c) { norm_rgb(c[0], c[1], c[2]); }},
-    {"gamma"_q,
-     [](double of, float* c) {
-         const colourSystem system = {std::string(), 0, 0, 0, 0, 0, 0, 0, 0, 0, of};
-         double rgb[] = {c[0], c[1], c[2]};
-         gamma_correct_rgb(&system, rgb[0], rgb[1], rgb[2]);
-         std::transform(rgb, rgb + 3, c, [](double component) { return float(component); });
-     }},
-};
+const QHash<QString, Function>& functions()
+{
+    static const QHash<QString, Function> FUNCTIONS = {
+        {"line"_q, [](double, float* c) { spectrum_to_xyz(&line, c[0], c[1], c[2]); }},
+        {"body"_q, [](double, float* c) { spectrum_to_xyz(&bb_spectrum, c[0], c[1], c[2]); }},
+        {"exitance"_q, [](double, float* c) { c[0] = float(bb_spectrum(c[0])); }},
+        {"match"_q,
+         [](double of, float* c) {
+             std::copy_n(cie_colour_match[int((of - CIE_FIRST_WAVELENGTH) / CIE_WAVELENGTH_STEP)], 3, c);
+         }},
+        {"temperature"_q, [](double of, float* c) { temperaturToColor(of, c[0], c[1], c[2]); }},
+        {"xyz"_q,
+         [](double of, float* c) {
+             xyz_to_rgb(&systems.at(std::size_t(of)), c[0], c[1], c[2], c[0], c[1], c[2]);
+         }},
+        {"own xyz"_q,
+         [](double of, float* c) {
+             colourSystem own = systems.at(std::size_t(of));
+             xyz_to_rgb(&own, c[0], c[1], c[2], c[0], c[1], c[2]);
+         }},
+        {"white"_q, [](double of, float* c) { c[0] = float(systems.at(std::size_t(of)).whiteTemperature); }},
+        {"to hsv"_q, [](double, float* c) { RGBtoHSV(c[0], c[1], c[2], c[0], c[1], c[2]); }},
+        {"to rgb"_q, [](double, float* c) { HSVtoRGB(c[0], c[1], c[2], c[0], c[1], c[2]); }},
+        {"norm"_q, [](double, float* c) { norm_rgb(c[0], c[1], c[2]); }},
+        {"gamma"_q,
+         [](double of, float* c) {
+             const colourSystem system = {std::string(), 0, 0, 0, 0, 0, 0, 0, 0, 0, of};
+             double rgb[] = {c[0], c[1], c[2]};
+             gamma_correct_rgb(&system, rgb[0], rgb[1], rgb[2]);
+             std::transform(rgb, rgb + 3, c, [](double component) { return float(component); });
+         }},
+    };
+    return FUNCTIONS;
+}
 
 const auto isNear = [](double a, double b, double tolerance = 5e-5) {
     return a == b || (std::isnan(a) && std::isnan(b)) || std::abs(a - b) <= tolerance;
@@ -78,7 +84,7 @@ private Q_SLOTS:
     }
     void converts()
     {
-        const Function function = FUNCTIONS.value(TestData::field("function"));
+        const Function function = functions().value(TestData::field("function"));
         QVERIFY2(function, "there is no such function");
         const QStringList numbers =
             (TestData::field("given") + " "_q + TestData::field("result")).split(" "_q);
@@ -97,9 +103,9 @@ private Q_SLOTS:
         for (int kelvin = 200; kelvin < 40000; kelvin += 100) {
             const TestHome::Turn turn(kelvin);
             float c[2][3] = {};
-            FUNCTIONS["temperature"_q](kelvin, c[0]); // leaves it behind for the spectrum
+            functions()["temperature"_q](kelvin, c[0]); // leaves it behind for the spectrum
             for (const QString& step : {"body"_q, "xyz"_q, "norm"_q})
-                FUNCTIONS[step](5, c[1]);
+                functions()[step](5, c[1]);
             QVERIFY(std::equal(c[0], c[0] + 3, c[1]));
         }
     }

@@ -6,6 +6,8 @@
 #include "globals/AtomicFile.h"
 #include "globals/WholeFile.h"
 
+#include <QRegularExpression>
+
 #include <chrono>
 
 using namespace TEKLUVA;
@@ -41,6 +43,8 @@ private Q_SLOTS:
     }
     void takesItsPlace()
     {
+        if (TestData::field("target").contains(QRegularExpression("link|dang"_q)))
+            SKIP_ON_WINDOWS("links");
         const QString written = TestData::field("written");
         TestTree::make("old=old link@old dangling@new"_q);
         TestTree::make("links/1@../old links/2@1 links/3@2 links/4@3 links/5@4"_q);
@@ -53,7 +57,10 @@ private Q_SLOTS:
         QVERIFY(file.write("second"));
         QVERIFY2(file.commit(), qPrintable(file.error()));
 
-        QCOMPARE(names().join(QLatin1Char(' ')), TestData::field("names"));
+        QString expected = TestData::field("names");
+        if (!TestPlatform::IS_UNIX)
+            expected.remove("dangling "_q).remove("link "_q);
+        QCOMPARE(names().join(QLatin1Char(' ')), expected);
         QCOMPARE(contentOf(written), QByteArray("first, second"));
         QVERIFY(fs::is_regular_file(fs::symlink_status(Path(written))));
         QCOMPARE(contentOf("hard"), QByteArray("old"));
@@ -68,6 +75,8 @@ private Q_SLOTS:
         for (const QByteArray target :
              {"folder", "pipe", "/dev/null", "missing/file", "old/file", "circle", ""}) {
             const TestHome::Turn turn(target);
+            if (!TestPlatform::IS_UNIX && (target == "pipe" || target == "circle"))
+                continue;
             AtomicFile file(target.toStdString());
             const bool isWritten = file.write("new");
             QVERIFY(!file.commit());
@@ -81,6 +90,7 @@ private Q_SLOTS:
 
     void keepsPermissions()
     {
+        SKIP_ON_WINDOWS("permissions");
         QVERIFY(write("old", "old"));
         fs::permissions("old", fs::perms(0640));
         QVERIFY(replace("old", "new") && replace("new", "new"));
@@ -91,6 +101,7 @@ private Q_SLOTS:
 
     void namesThatAreNoText()
     {
+        SKIP_ON_WINDOWS("such names");
         QVERIFY(replace("a\xff", "new"));
         QCOMPARE(contentOf("a\xff").size() + int(fs::file_size("a\xff")), 3);
     }
@@ -133,6 +144,7 @@ private Q_SLOTS:
 
     void fullDisk()
     {
+        SKIP_ON_WINDOWS("a disk that tests can fill");
         QVERIFY(write("old", "old"));
         const TestPlatform::FullDisk disk(4096);
         AtomicFile file(fs::path{"old"});
@@ -153,6 +165,7 @@ private Q_SLOTS:
         QVERIFY(file.copyFrom("source"));
         QVERIFY(file.commit(AtomicFile::Durability::Later));
         QCOMPARE(contentOf("copy"), content);
+        SKIP_ON_WINDOWS("permissions");
         QCOMPARE(permissionsOf("copy"), 0750);
         AtomicFile system(fs::path{"type"});
         QVERIFY(system.copyFrom("/proc/sys/kernel/ostype"));
@@ -183,7 +196,7 @@ private Q_SLOTS:
         QString reason;
         const auto read = readWhole(TestData::field("path"),
                                     limit.isEmpty() ? LARGEST_WHOLE_FILE : limit.toLongLong(), &reason);
-        QCOMPARE(reason, TestData::field("error"));
+        QCOMPARE(TestPlatform::wordsOf(reason), TestPlatform::wordsOf(TestData::field("error")));
         QCOMPARE(read.has_value(), reason.isEmpty());
         QCOMPARE(read.value_or(QByteArray()), content);
     }

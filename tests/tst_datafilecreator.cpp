@@ -39,6 +39,8 @@ private Q_SLOTS:
         const QByteArray bytes = QByteArray::fromHex(TestData::field("password").toLatin1());
         const QString password = QString::fromUtf8(bytes.constData(), bytes.size());
         QFETCH(bool, canBeRead);
+        if (!canBeRead)
+            SKIP_ON_WINDOWS("openssl");
         QCOMPARE(DataFileCreator::canBeReadBack(password), canBeRead);
         for (const int size : {0, 1, 15, 16, 17, 50000}) {
             const TestHome::Turn turn(size);
@@ -84,7 +86,7 @@ private Q_SLOTS:
                     ? creator.createArchivFromFiles(files, SUBJECT, password, isEntry)
                     : creator.createArchivFromData(data, SUBJECT, password, isEntry));
 
-        QVERIFY(outputOf("unzip"_q, {"-tq"_q, SUBJECT}).startsWith("No errors"));
+        QVERIFY(!TestPlatform::IS_UNIX || outputOf("unzip"_q, {"-tq"_q, SUBJECT}).startsWith("No errors"));
         QCOMPARE(QString::fromUtf8(TestArchives::namesIn(TestFiles::contentOf(SUBJECT)).join(';')),
                  TestData::field("names"));
         const QByteArray header = TestFiles::contentOf(SUBJECT).left(14);
@@ -103,14 +105,15 @@ private Q_SLOTS:
         TestTree::make("in/good=content pipe~ subject=old"_q);
         QVERIFY(TestFiles::write("in/large"_q, TestData::content("large.dat")));
         const auto before = TestFiles::treeBelow();
+        const QString pipe = TestPlatform::IS_UNIX ? "pipe"_q : "in"_q;
         const DataFileCreator creator;
         const auto packs = [&creator](const QStringList& files, const QString& target = SUBJECT) {
             return creator.createArchivFromFiles(files, target, QString())
                    || creator.createArchivFromFiles(files, target, PASSWORD);
         };
-        for (const QString& target : {QString(), "no/such/folder"_q, "in"_q, "pipe"_q})
+        for (const QString& target : {QString(), "no/such/folder"_q, "in"_q, pipe})
             QVERIFY2(!packs({"in/good"_q}, target), qPrintable(target));
-        for (const QString& file : {"missing"_q, "in"_q, "pipe"_q, "/proc/self/status"_q}) {
+        for (const QString& file : {"missing"_q, "in"_q, pipe, "/proc/self/status"_q}) {
             QVERIFY2(!packs({"in/good"_q, file}), qPrintable(file));
             QVERIFY2(!packs({file}), qPrintable(file));
         }
@@ -122,7 +125,7 @@ private Q_SLOTS:
                                                [](int entry) { return entry == 0; }));
         for (const quint64 room : {0U, 20U, 100U, 40000U}) {
             const TestPlatform::FullDisk disk(room);
-            QVERIFY2(!packs({"in/good"_q, "in/large"_q}), QByteArray::number(room));
+            QVERIFY2(!TestPlatform::IS_UNIX || !packs({"in/good"_q, "in/large"_q}), QByteArray::number(room));
         }
         QVERIFY(creator.encryptFile("missing"_q, PASSWORD).isEmpty());
         QVERIFY(creator.encryptFile("in"_q, PASSWORD).isEmpty());

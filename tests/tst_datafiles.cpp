@@ -137,7 +137,9 @@ private Q_SLOTS:
     {
         const DataFileReader missing("missing"_q, PASSWORD);
         QVERIFY(missing.getFileContent().isEmpty());
-        QCOMPARE(missing.lastError(), "missing: No such file or directory"_q);
+        const QString absent = TestPlatform::wordsOf("No such file or directory"_q);
+        QCOMPARE(missing.lastError().section(": "_q, 0, 0), "missing"_q);
+        QCOMPARE(TestPlatform::wordsOf(missing.lastError().section(": "_q, 1)), absent);
         const DataFileReader archive(TestData::path("small.zip"_q), QString());
         QVERIFY(archive.getFileContent().isEmpty());
         QCOMPARE(archive.lastError(), archive.getFilename() + " is an archive"_q);
@@ -149,9 +151,10 @@ private Q_SLOTS:
 
         const DataFileCreator creator;
         QVERIFY(creator.encryptFile("in"_q, PASSWORD).isEmpty());
-        QCOMPARE(creator.lastError(), "in: No such file or directory"_q);
+        QCOMPARE(TestPlatform::wordsOf(creator.lastError().section(": "_q, 1)), absent);
         QVERIFY(!creator.createArchivFromData({{"n"_q.repeated(70000), "x"}}, SUBJECT, QString()));
         QVERIFY(creator.lastError().startsWith("subject: nnn"_q));
+        SKIP_ON_WINDOWS("a disk that tests can fill");
         {
             const TestPlatform::FullDisk disk(20);
             QVERIFY(!creator.createArchivFromData({{"n"_q, "x"}}, SUBJECT, QString()));
@@ -262,6 +265,7 @@ private Q_SLOTS:
 
     void doesNotWaitForWhatIsNoFile()
     {
+        SKIP_ON_WINDOWS("pipes and devices");
         QVERIFY(TestFiles::makePipe("pipe"));
         for (const QString& name : {"pipe"_q, "."_q, "/dev/zero"_q}) {
             const TestHome::Turn turn(name);

@@ -180,7 +180,7 @@ private Q_SLOTS:
         QCOMPARE(construction.count(), 1);
         units()->setPrefferedArrangementUnit(E_MU_UNDEFINED);
         QCOMPARE(arrangement.count(), 1);
-        QCOMPARE(TestFiles::contentOf(file), QByteArray("[Locale]\narrange_unit=cm\nconst_unit=in\n"));
+        QCOMPARE(TestFiles::textOf(file), QByteArray("[Locale]\narrange_unit=cm\nconst_unit=in\n"));
         units()->resetPrefferedConstructionUnit();
         units()->resetPrefferedArrangementUnit();
         QCOMPARE(units()->getPrefferedConstructionUnit(), E_MU_CENTIMETER);

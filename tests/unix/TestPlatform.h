@@ -23,6 +23,12 @@ namespace TestPlatform {
 /// Whether there are a shell, links, pipes and devices.
 constexpr bool IS_UNIX = true;
 
+/// What a failure says in the words of Unix, of which Windows has others.
+inline QString wordsOf(const QString& failure)
+{
+    return failure;
+}
+
 inline std::filesystem::path pathOf(const QString& text)
 {
     return QFile::encodeName(text).toStdString();

@@ -16,6 +16,11 @@ namespace TestPlatform {
 
 constexpr bool IS_UNIX = false;
 
+inline QString wordsOf(const QString& failure)
+{
+    return failure.isEmpty() ? QString() : QStringLiteral("failed");
+}
+
 inline std::filesystem::path pathOf(const QString& text)
 {
     return text.toStdWString();

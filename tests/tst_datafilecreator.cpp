@@ -39,7 +39,7 @@ private Q_SLOTS:
         const QByteArray bytes = QByteArray::fromHex(TestData::field("password").toLatin1());
         const QString password = QString::fromUtf8(bytes.constData(), bytes.size());
         QFETCH(bool, canBeRead);
-        if (!canBeRead)
+        if (!canBeRead || bytes.contains('\0'))
             SKIP_ON_WINDOWS("openssl");
         QCOMPARE(DataFileCreator::canBeReadBack(password), canBeRead);
         for (const int size : {0, 1, 15, 16, 17, 50000}) {

@@ -181,10 +181,10 @@ private Q_SLOTS:
         states()->setProgressBarSteps("huge"_q, 4294967295U);
         states()->setCurrentProgressBarStep("huge"_q, 2147483648U);
         states()->getStepData("hidden"_q)->setVisible(false);
-        QTRY_VERIFY(dialog.isVisible() && !rowsOf(dialog).isEmpty());
-        QCOMPARE((QStringList(dialog.windowTitle()) + rowsOf(dialog)).join("; "_q),
-                 "Packing; Gesamt 31/100; files && more: a.zip (4 kB) 1024/4096; bar 40/100; "
-                 "percent 75/100; busy 0/0; huge 715827882/1431655765"_q);
+        QTRY_VERIFY(dialog.isVisible());
+        QTRY_COMPARE((QStringList(dialog.windowTitle()) + rowsOf(dialog)).join("; "_q),
+                     "Packing; Gesamt 31/100; files && more: a.zip (4 kB) 1024/4096; bar 40/100; "
+                     "percent 75/100; busy 0/0; huge 715827882/1431655765"_q);
         states()->setProgressStepState("busy"_q, ProgressStep::E_PS_FINISHED);
         states()->setProcessName("Testing"_q);
         QTRY_COMPARE(dialog.windowTitle(), "Testing"_q);

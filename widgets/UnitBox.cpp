@@ -2,6 +2,7 @@
 
 #include <QEvent>
 
+#include <array>
 #include <functional>
 
 namespace TEKLUVA {
@@ -18,12 +19,15 @@ struct UseRow
     void (Units::*changed)();
 };
 
-constexpr UseRow USES[] = {
-    {E_UU_CONSTRUCTION, &Units::getPrefferedConstructionUnit, &Units::setPrefferedConstructionUnit,
-     &Units::constructionMeasurementUnitChanged},
-    {E_UU_ARRANGEMENT, &Units::getPrefferedArrangementUnit, &Units::setPrefferedArrangementUnit,
-     &Units::arrangementMeasurementUnitChanged},
-};
+/// Not a constant: those have other addresses on Windows than the library itself has, by which connect()
+/// would not know its signals.
+std::array<UseRow, 2> uses()
+{
+    return {{{E_UU_CONSTRUCTION, &Units::getPrefferedConstructionUnit, &Units::setPrefferedConstructionUnit,
+              &Units::constructionMeasurementUnitChanged},
+             {E_UU_ARRANGEMENT, &Units::getPrefferedArrangementUnit, &Units::setPrefferedArrangementUnit,
+              &Units::arrangementMeasurementUnitChanged}}};
+}
 
 /// For the unit that the manager offers no text for: "ft - Fuß", in the form of the others.
 QString textOf(E_MeasurementUnit unit)
@@ -36,11 +40,11 @@ QString textOf(E_MeasurementUnit unit)
 void follow(UnitBox* box, const UseRow& use)
 {
     Units* units = Units::getInstance();
-    const auto show = [box, units, &use] { selectUnit(box, std::invoke(use.get, units)); };
+    const auto show = [box, units, use] { selectUnit(box, std::invoke(use.get, units)); };
     show();
     QObject::connect(units, use.changed, box, show);
     QObject::connect(box, &UnitBox::unitChanged, units,
-                     [units, &use](E_MeasurementUnit unit) { std::invoke(use.set, units, unit); });
+                     [units, use](E_MeasurementUnit unit) { std::invoke(use.set, units, unit); });
 }
 
 } // namespace
@@ -72,7 +76,7 @@ UnitBox::UnitBox(E_UnitUse use, QWidget* parent)
     Units::getInstance()->fillMeasurementComboBox(this);
     connect(this, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             [this] { Q_EMIT unitChanged(getUnit()); });
-    for (const UseRow& row : USES) {
+    for (const UseRow& row : uses()) {
         if (row.use == use)
             follow(this, row);
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TestPlatform.h"
+
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
@@ -22,6 +24,7 @@ class Home
 public:
     Home()
     {
+        TestPlatform::requireOwnHome();
         qputenv("HOME", QFile::encodeName(folder()));
         for (const char* variable : {"XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_DIRS"})
             qunsetenv(variable);

@@ -51,6 +51,11 @@ inline QString dataFolder()
     return userFolder() + QLatin1String("/.local/share/data");
 }
 
+/// Nothing: the home folder of tests is a variable's.
+inline void requireOwnHome()
+{
+}
+
 /// Sets a variable of the environment, of later processes, too.
 inline void setVariable(const char* name, const QString& value)
 {

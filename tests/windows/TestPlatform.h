@@ -36,6 +36,14 @@ inline QString dataFolder()
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
 }
 
+/// Tests empty the folder of all applications' data, which no variable leads elsewhere here. scripts/windows
+/// gives each program one of its own and says so; nobody else's is touched.
+inline void requireOwnHome()
+{
+    if (qEnvironmentVariable("GLOBALS_TEST_DATA") != dataFolder())
+        qFatal("These tests would empty %s. Run them by scripts/windows.", qPrintable(dataFolder()));
+}
+
 /// Not the home folder, which has more in it.
 inline QString userFolder()
 {

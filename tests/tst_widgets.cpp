@@ -51,6 +51,29 @@ void speak(const QString& language)
     QCoreApplication::sendPostedEvents();
 }
 
+void addStep(const QString& name, ProgressStep::E_ProgressType type, bool inFront = false)
+{
+    states()->addProgressStep(name, type, name, QString(), inFront, ProgressStep::E_PS_WAITING);
+}
+
+void addStepsOfAllKinds()
+{
+    addStep("bar"_q, ProgressStep::E_PRT_BAR);
+    addStep("percent"_q, ProgressStep::E_PRT_PERCENT);
+    addStep("files & more"_q, ProgressStep::E_PRT_TRANSFER, true);
+    addStep("busy"_q, ProgressStep::E_PRT_BAR);
+    addStep("huge"_q, ProgressStep::E_PRT_BAR);
+    addStep("hidden"_q, ProgressStep::E_PRT_BAR);
+    states()->setCurrentProgressBarStep("bar"_q, 40);
+    states()->getStepData("percent"_q)->handleProgressState(3, 4);
+    states()->setProgressStepText("files & more"_q, "a.zip"_q);
+    states()->getStepData("files & more"_q)->handleProgressState(1024, 4096);
+    states()->setProgressBarSteps("busy"_q, 0);
+    states()->setProgressBarSteps("huge"_q, 4294967295U);
+    states()->setCurrentProgressBarStep("huge"_q, 2147483648U);
+    states()->getStepData("hidden"_q)->setVisible(false);
+}
+
 } // namespace
 
 class WidgetsTest : public QObject
@@ -164,23 +187,7 @@ private Q_SLOTS:
     {
         ProgressDialog dialog;
         states()->newProcess("Packing"_q, true, false);
-        const auto add = [](const QString& name, ProgressStep::E_ProgressType type, bool inFront = false) {
-            states()->addProgressStep(name, type, name, QString(), inFront, ProgressStep::E_PS_WAITING);
-        };
-        add("bar"_q, ProgressStep::E_PRT_BAR);
-        add("percent"_q, ProgressStep::E_PRT_PERCENT);
-        add("files & more"_q, ProgressStep::E_PRT_TRANSFER, true);
-        add("busy"_q, ProgressStep::E_PRT_BAR);
-        add("huge"_q, ProgressStep::E_PRT_BAR);
-        add("hidden"_q, ProgressStep::E_PRT_BAR);
-        states()->setCurrentProgressBarStep("bar"_q, 40);
-        states()->getStepData("percent"_q)->handleProgressState(3, 4);
-        states()->setProgressStepText("files & more"_q, "a.zip"_q);
-        states()->getStepData("files & more"_q)->handleProgressState(1024, 4096);
-        states()->setProgressBarSteps("busy"_q, 0);
-        states()->setProgressBarSteps("huge"_q, 4294967295U);
-        states()->setCurrentProgressBarStep("huge"_q, 2147483648U);
-        states()->getStepData("hidden"_q)->setVisible(false);
+        addStepsOfAllKinds();
         QTRY_VERIFY(dialog.isVisible());
         QTRY_COMPARE((QStringList(dialog.windowTitle()) + rowsOf(dialog)).join("; "_q),
                      "Packing; Gesamt 31/100; files && more: a.zip (4 kB) 1024/4096; bar 40/100; "
@@ -195,7 +202,7 @@ private Q_SLOTS:
         QVERIFY(!dialog.isVisible());
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         states()->newProcess("Next"_q, false, true);
-        add("first"_q, ProgressStep::E_PRT_PERCENT_ALT); // with the number that another one had
+        addStep("first"_q, ProgressStep::E_PRT_PERCENT_ALT); // with the number that another one had
         states()->getStepData("first"_q)->handleProgressState(3, 4);
         QTRY_COMPARE(rowsOf(dialog), QStringList({"first 75/100"_q}));
         states()->endProcess(E_PR_FAILED);

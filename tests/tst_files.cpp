@@ -16,7 +16,6 @@
 
 using namespace TEKLUVA;
 using namespace TestCalls;
-namespace fs = std::filesystem;
 
 // After a call's arguments come options: a copy is "recursive", a "move" or of files with a suffix ".png";
 // the user says "yes" or "no" to a question, the disk is "full" beyond 8 bytes a file, the call comes from

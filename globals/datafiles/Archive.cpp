@@ -4,6 +4,8 @@
 
 #include <unzip.h>
 
+#include <algorithm>
+
 namespace TEKLUVA {
 
 namespace {
@@ -19,6 +21,14 @@ struct CloseEntry
     void operator()(void* zip) const { unzCloseCurrentFile(zip); }
 };
 using OpenEntry = std::unique_ptr<void, CloseEntry>;
+
+/// minizip looks for 64-bit records in the last 64 kB, piece by piece and backwards. A plain directory has none,
+/// so the search may end with the first piece that holds the end record.
+qint64 startOfSearch(const ArchiveDirectory& directory)
+{
+    constexpr qint64 LARGEST_PIECE = 2048; // about twice minizip's
+    return std::max<qint64>(0, static_cast<qint64>(directory.end()) - LARGEST_PIECE);
+}
 
 ZPOS64_T entryCount(void* zip)
 {
@@ -97,7 +107,10 @@ void* Archive::zip() const
         m_minizip.reset(new MinizipArchive(m_status.size));
         m_minizip->source.setFile(m_file);
         zlib_filefunc64_def functions = m_minizip->source.functions();
+        if (m_directory)
+            m_minizip->source.setFirstPosition(startOfSearch(*m_directory));
         m_minizip->zip = unzOpen2_64("", &functions);
+        m_minizip->source.setFirstPosition(0);
     }
     return m_minizip ? m_minizip->zip : nullptr;
 }

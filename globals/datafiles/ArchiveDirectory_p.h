@@ -46,6 +46,8 @@ public:
     static std::shared_ptr<ArchiveDirectory> read(const System::FileHandle& file, qint64 fileSize);
 
     std::size_t count() const { return m_headers.size(); }
+    /// Where the end record follows.
+    quint64 end() const { return m_position + static_cast<quint64>(m_bytes.size()); }
     /// \p number counts from 0.
     ArchiveEntry entryAt(std::size_t number) const;
 

@@ -41,7 +41,7 @@ long seek(void* /*opaque*/, void* stream, ZPOS64_T offset, int origin)
     if (origin != ZLIB_FILEFUNC_SEEK_SET)
         start = origin == ZLIB_FILEFUNC_SEEK_CUR ? file->position() : file->size();
     const qint64 position = start + static_cast<qint64>(offset);
-    if (position < 0)
+    if (position < file->firstPosition())
         return -1;
     file->moveTo(position);
     return 0;

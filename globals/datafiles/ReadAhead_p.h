@@ -25,11 +25,15 @@ public:
     /// From now on reads \p file, which must outlive its use. Nothing that was read before is used again.
     void setFile(const System::FileHandle& file);
 
+    /// Lets minizip move to no place before \p position; 0 for all.
+    void setFirstPosition(qint64 position) { m_first = position; }
+
     /// minizip's functions, which read from here, whatever name it gives them.
     zlib_filefunc64_def functions();
 
     bool hasFailed() const { return m_hasFailed; }
     qint64 size() const { return m_size; }
+    qint64 firstPosition() const { return m_first; }
     qint64 position() const { return m_position; }
     void moveTo(qint64 position);
     /// How many bytes there were.
@@ -58,6 +62,7 @@ private:
 
     const System::FileHandle* m_file = nullptr;
     const qint64 m_size;
+    qint64 m_first = 0;
     qint64 m_position = 0;
     bool m_hasFailed = false;
     std::size_t m_current = 0;

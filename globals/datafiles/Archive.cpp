@@ -22,8 +22,8 @@ struct CloseEntry
 };
 using OpenEntry = std::unique_ptr<void, CloseEntry>;
 
-/// minizip looks for 64-bit records in the last 64 kB, piece by piece and backwards. A plain directory has none,
-/// so the search may end with the first piece that holds the end record.
+/// minizip looks for 64-bit records in the last 64 kB, piece by piece and backwards. A plain directory has
+/// none, so the search may end with the first piece that holds the end record.
 qint64 startOfSearch(const ArchiveDirectory& directory)
 {
     constexpr qint64 LARGEST_PIECE = 2048; // about twice minizip's

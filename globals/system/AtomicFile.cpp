@@ -1,5 +1,6 @@
 #include "globals/AtomicFile.h"
 
+#include "globals/system/Folder_p.h"
 #include "globals/system/System_p.h"
 
 #include <QRandomGenerator>

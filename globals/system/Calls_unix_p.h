@@ -6,6 +6,7 @@
 #include <ctime>
 #include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 /// What the sources with calls of Unix share.
 namespace TEKLUVA::System {
@@ -28,6 +29,8 @@ inline std::error_code errorOf(int result)
 {
     return result < 0 ? lastError() : std::error_code();
 }
+
+FileStatus statusFrom(const struct stat& status);
 
 inline int openFile(const Path& path, int flags)
 {

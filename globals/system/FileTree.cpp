@@ -2,6 +2,7 @@
 
 #include "globals/AtomicFile.h"
 #include "globals/Containment.h"
+#include "globals/system/Folder_p.h"
 #include "globals/system/LinkRules_p.h"
 #include "globals/system/System_p.h"
 
@@ -185,36 +186,44 @@ bool TreeCopy::removeSources() const
     return isWhole;
 }
 
-bool removeFolder(const fs::path& folder)
+/// Removes what is in \p folder, as far as possible. What stays keeps the folder from being removed.
+void removeEntries(const System::Folder& folder)
 {
     std::error_code error;
-    const auto entries = System::entriesOf(folder, error);
-    if (error)
-        return false; // and what is no folder stays
-    bool isWhole = true;
-    for (const System::FolderEntry& entry : entries) {
-        const fs::path path = folder / entry.name;
-        const bool isFolder = entry.kind == System::EntryKind::Folder;
-        const bool isRemoved = isFolder ? removeFolder(path) : fs::remove(path, error);
-        isWhole = isRemoved && isWhole;
+    for (const System::FolderEntry& entry : folder.entries(error)) {
+        if (entry.kind == System::EntryKind::Folder)
+            removeEntries(folder.openInside(entry.name, error));
+        static_cast<void>(folder.remove(entry));
     }
-    const bool isRemoved = fs::remove(folder, error);
-    return isRemoved && isWhole;
 }
 
-qint64 sizeOfFolder(const fs::path& folder)
+bool removeFolder(const fs::path& path)
+{
+    std::error_code error;
+    const System::Folder folder = System::Folder::open(path, error);
+    if (error)
+        return false; // and what is no folder stays
+    removeEntries(folder);
+    return fs::remove(path, error);
+}
+
+/// What a link leads to counts.
+qint64 sizeOfFile(const System::Folder& folder, const fs::path& name)
+{
+    std::error_code error;
+    const System::FileStatus status = folder.statusOf(name, error);
+    return !error && status.kind == System::FileKind::Regular ? status.size : 0;
+}
+
+/// 0 for a folder that cannot be read.
+qint64 sizeOfEntries(const System::Folder& folder)
 {
     std::error_code error;
     qint64 sum = 0;
-    for (const System::FolderEntry& entry : System::entriesOf(folder, error)) {
-        const fs::path path = folder / entry.name;
-        if (entry.kind == System::EntryKind::Folder) {
-            sum += sizeOfFolder(path);
-            continue;
-        }
-        const System::FileStatus status = System::statusOf(path, error); // what a link leads to counts
-        if (!error && status.kind == System::FileKind::Regular)
-            sum += status.size;
+    for (const System::FolderEntry& entry : folder.entries(error)) {
+        const bool isFolder = entry.kind == System::EntryKind::Folder;
+        sum +=
+            isFolder ? sizeOfEntries(folder.openInside(entry.name, error)) : sizeOfFile(folder, entry.name);
     }
     return sum;
 }
@@ -267,7 +276,8 @@ qint64 size(const QString& path)
     const QFileInfo info(path);
     if (!info.isDir())
         return info.isFile() ? info.size() : 0;
-    return sizeOfFolder(nativePath(path));
+    std::error_code error;
+    return sizeOfEntries(System::Folder::open(nativePath(path), error));
 }
 
 } // namespace TEKLUVA::FileTree

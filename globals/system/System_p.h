@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
-#include <vector>
 
 QT_BEGIN_NAMESPACE
 class QFile;
@@ -74,26 +73,6 @@ FileStatus statusOf(int descriptor, std::error_code& error);
 
 /// Of \p path itself, a link too.
 FileStatus linkStatusOf(const Path& path, std::error_code& error);
-
-enum class EntryKind {
-    File,
-    Folder,
-    Link, ///< whatever it leads to
-    Other,
-};
-
-struct FolderEntry
-{
-    Path name;
-    EntryKind kind;
-};
-
-/// All entries of \p folder, hidden ones and dangling links included, in no order. None when it cannot be
-/// read to its end.
-///
-/// std::filesystem's iterator ends the process where it finds no memory, and Qt's takes a failure for the
-/// end.
-std::vector<FolderEntry> entriesOf(const Path& folder, std::error_code& error);
 
 /// Whether \p path is a link itself, whatever it leads to; on Windows also another volume in that place.
 bool isLink(const Path& path);

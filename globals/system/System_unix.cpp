@@ -33,6 +33,8 @@ FileKind kindOf(mode_t mode)
     return S_ISDIR(mode) ? FileKind::Folder : FileKind::Other;
 }
 
+} // namespace
+
 FileStatus statusFrom(const struct stat& status)
 {
     constexpr mode_t PERMISSIONS = 07777;
@@ -48,8 +50,6 @@ FileStatus statusFrom(const struct stat& status)
     result.group = status.st_gid;
     return result;
 }
-
-} // namespace
 
 Path nativePath(const QString& path)
 {

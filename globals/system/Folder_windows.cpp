@@ -1,5 +1,6 @@
+#include "globals/system/Folder_p.h"
+
 #include "globals/system/Handle_windows_p.h"
-#include "globals/system/System_p.h"
 
 #include <cwchar>
 #include <memory>
@@ -37,11 +38,32 @@ bool isEntry(const wchar_t* name)
 
 } // namespace
 
-std::vector<FolderEntry> entriesOf(const Path& folder, std::error_code& error)
+void Folder::Close::operator()(void* /*stream*/) const
+{
+}
+
+Folder Folder::open(const Path& path, std::error_code& error)
+{
+    error.clear(); // comes with its entries
+    Folder folder;
+    folder.m_path = path;
+    return folder;
+}
+
+Folder Folder::openInside(const Path& name, std::error_code& error) const
+{
+    const Path path = m_path / name;
+    if (!System::isLink(path))
+        return open(path, error);
+    error = std::make_error_code(std::errc::not_a_directory);
+    return {};
+}
+
+std::vector<FolderEntry> Folder::entries(std::error_code& error) const
 {
     error.clear();
     WIN32_FIND_DATAW entry = {};
-    HANDLE first = ::FindFirstFileW((folder / L"*").c_str(), &entry);
+    HANDLE first = ::FindFirstFileW((m_path / L"*").c_str(), &entry);
     if (first == INVALID_HANDLE_VALUE) {
         error = lastSystemError();
         return {};
@@ -56,6 +78,23 @@ std::vector<FolderEntry> entriesOf(const Path& folder, std::error_code& error)
         return entries;
     error = lastSystemError();
     return {};
+}
+
+FileStatus Folder::statusOf(const Path& name, std::error_code& error) const
+{
+    return System::statusOf(m_path / name, error);
+}
+
+std::error_code Folder::remove(const FolderEntry& entry) const
+{
+    std::error_code error;
+    const bool isRemoved = std::filesystem::remove(m_path / entry.name, error);
+    return isRemoved || error ? error : std::make_error_code(std::errc::no_such_file_or_directory);
+}
+
+std::vector<FolderEntry> entriesOf(const Path& path, std::error_code& error)
+{
+    return Folder::open(path, error).entries(error);
 }
 
 } // namespace TEKLUVA::System

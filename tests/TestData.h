@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+#include <algorithm>
+
 /// The fixed files in tests/data.
 namespace TestData {
 
@@ -44,38 +46,46 @@ Type valueOf(const QString& text)
     }
 }
 
-/// Gives a test its rows from a text file. A line is the row's name and a field for each of \p columns, with
-/// "|" between them; missing fields are empty, more are refused, "#" starts a comment. \p Types are those of
-/// the first columns, the others are texts.
-template <typename... Types>
-void addRows(const char* file, std::initializer_list<const char*> columns)
+inline QStringList fieldsOf(const QByteArray& line)
 {
-    const char* const* column = columns.begin();
-    (QTest::addColumn<Types>(*column++), ...);
-    while (column != columns.end())
-        QTest::addColumn<QString>(*column++);
-    const auto lines = QString::fromUtf8(content(file)).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    QStringList fields;
+    for (const QString& field : QString::fromUtf8(line).split(QLatin1Char('|')))
+        fields << field.trimmed();
+    return fields;
+}
+
+/// Gives a test its rows from a text file: a table with "|" between its fields, the names of the columns in its
+/// first line and those of the rows in its first column. Missing fields are empty, more are refused, "#" starts
+/// a comment.
+inline void addRows(const char* file)
+{
+    QTest::addColumn<QVariantMap>("fields");
+    QByteArrayList lines = content(file).split('\n');
+    const auto isNone = [](const QByteArray& line) { return line.isEmpty() || line.startsWith('#'); };
+    lines.erase(std::remove_if(lines.begin(), lines.end(), isNone), lines.end());
     if (lines.isEmpty())
         qFatal("%s is missing or empty", file);
-    for (const QString& line : lines) {
-        if (line.startsWith(QLatin1Char('#')))
-            continue;
-        QStringList fields = line.split(QLatin1Char('|'));
-        if (fields.size() > int(columns.size()) + 1)
-            qFatal("%s has more fields than columns: %s", file, qPrintable(line));
-        const auto next = [&fields] { return fields.isEmpty() ? QString() : fields.takeFirst().trimmed(); };
-        QTestData& row = QTest::newRow(qPrintable(next()));
-        static_cast<void>((row << ... << valueOf<Types>(next())));
-        for (std::size_t i = sizeof...(Types); i < columns.size(); ++i)
-            row << next();
+    const QStringList columns = fieldsOf(lines.takeFirst());
+    for (const QByteArray& line : lines) {
+        const QStringList fields = fieldsOf(line);
+        if (fields.size() > columns.size())
+            qFatal("%s has more fields than columns: %s", file, line.constData());
+        QVariantMap row;
+        for (int i = 1; i < columns.size(); ++i)
+            row[columns[i]] = fields.value(i);
+        QTest::newRow(qPrintable(fields[0])) << row;
     }
 }
 
-/// The field of the current row in the column \p column.
+/// What the field of the current row in the column \p column stands for.
 template <typename Type = QString>
 Type field(const char* column)
 {
-    return *static_cast<const Type*>(QTest::qData(column, qMetaTypeId<Type>()));
+    const auto& fields = *static_cast<const QVariantMap*>(QTest::qData("fields", QMetaType::QVariantMap));
+    const QString name = QLatin1String(column);
+    if (!fields.contains(name))
+        refuse(name, "column");
+    return valueOf<Type>(fields[name].toString());
 }
 
 } // namespace TestData

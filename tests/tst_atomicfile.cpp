@@ -36,11 +36,7 @@ class AtomicFileTest : public QObject
 private Q_SLOTS:
     void init() { removeAll(); }
 
-    void takesItsPlace_data()
-    {
-        TestData::addRows<QString, bool, QString>("atomic-files.txt",
-                                                  {"target", "replacesLink", "written", "names"});
-    }
+    void takesItsPlace_data() { TestData::addRows("atomic-files.txt"); }
     void takesItsPlace()
     {
         if (TestData::field("target").contains(QRegularExpression("link|dang"_q)))
@@ -187,7 +183,7 @@ private Q_SLOTS:
         QCOMPARE(contentOf("new"), QByteArray("a stream"));
     }
 
-    void readsWhole_data() { TestData::addRows("whole-files.txt", {"path", "limit", "content", "error"}); }
+    void readsWhole_data() { TestData::addRows("whole-files.txt"); }
     void readsWhole()
     {
         const QString limit = TestData::field("limit");

@@ -77,11 +77,7 @@ private Q_SLOTS:
         QCOMPARE(_bbTemp, 5000.0);
     }
 
-    void converts_data()
-    {
-        TestData::addRows<QString, double, QString, QString, double>(
-            "colours.txt", {"function", "of", "given", "result", "near"});
-    }
+    void converts_data() { TestData::addRows("colours.txt"); }
     void converts()
     {
         const Function function = functions().value(TestData::field("function"));

@@ -74,7 +74,7 @@ private Q_SLOTS:
         QCOMPARE(told, QList<QVariantList>({{true}, {false}}));
     }
 
-    void eachTypeHasItsFolder_data() { TestData::addRows("paths.txt", {"path", "made", "dirName"}); }
+    void eachTypeHasItsFolder_data() { TestData::addRows("paths.txt"); }
     void eachTypeHasItsFolder()
     {
         const int type = typeOfRow();
@@ -132,7 +132,7 @@ private Q_SLOTS:
             QVERIFY2(!path.startsWith("/."_q) && !path.startsWith("//"_q), qPrintable(path));
     }
 
-    void aFolderThatCannotBeMadeIsReported_data() { TestData::addRows("path-errors.txt", {"messages"}); }
+    void aFolderThatCannotBeMadeIsReported_data() { TestData::addRows("path-errors.txt"); }
     void aFolderThatCannotBeMadeIsReported()
     {
         SKIP_ON_WINDOWS("a variable with the home folder");
@@ -148,7 +148,7 @@ private Q_SLOTS:
         QCOMPARE(active.entries(), expected);
     }
 
-    void usersOverrideFourFolders_data() { TestData::addRows("path-overrides.txt", {"key", "whenMissing"}); }
+    void usersOverrideFourFolders_data() { TestData::addRows("path-overrides.txt"); }
     void usersOverrideFourFolders()
     {
         const QString key = TestData::field("key");
@@ -186,10 +186,7 @@ private Q_SLOTS:
                               "8192 The given path type is unsupported to be changed yet."_q}));
     }
 
-    void foldersFollowTheApplicationsName_data()
-    {
-        TestData::addRows("path-names.txt", {"organization", "application", "settings", "projects", "cache"});
-    }
+    void foldersFollowTheApplicationsName_data() { TestData::addRows("path-names.txt"); }
     void foldersFollowTheApplicationsName()
     {
         QCoreApplication::setOrganizationName(TestData::field("organization"));

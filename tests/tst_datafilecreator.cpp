@@ -30,15 +30,12 @@ private Q_SLOTS:
         QFile::remove(SUBJECT);
     }
 
-    void opensslDecryptsWhatWeEncrypt_data()
-    {
-        TestData::addRows<QString, int, bool>("written-blocks.txt", {"password", "split", "canBeRead"});
-    }
+    void opensslDecryptsWhatWeEncrypt_data() { TestData::addRows("written-blocks.txt"); }
     void opensslDecryptsWhatWeEncrypt()
     {
         const QByteArray bytes = QByteArray::fromHex(TestData::field("password").toLatin1());
         const QString password = QString::fromUtf8(bytes.constData(), bytes.size());
-        QFETCH(bool, canBeRead);
+        const bool canBeRead = TestData::field<bool>("canBeRead");
         if (!canBeRead || bytes.contains('\0'))
             SKIP_ON_WINDOWS("openssl");
         QCOMPARE(DataFileCreator::canBeReadBack(password), canBeRead);
@@ -64,11 +61,7 @@ private Q_SLOTS:
         QCOMPARE(log.entries().filter("while opening a data file."_q).size(), 1);
     }
 
-    void unzipReadsWhatWePack_data()
-    {
-        TestData::addRows<QString, bool>("written-archives.txt",
-                                         {"entries", "files", "password", "names", "contents"});
-    }
+    void unzipReadsWhatWePack_data() { TestData::addRows("written-archives.txt"); }
     void unzipReadsWhatWePack()
     {
         QMap<QString, QByteArray> data;

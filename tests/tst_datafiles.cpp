@@ -78,10 +78,7 @@ private Q_SLOTS:
         QFile::remove(SUBJECT);
     }
 
-    void decryptsWhatOpensslEncrypted_data()
-    {
-        TestData::addRows("blocks.txt", {"password", "plain", "block"});
-    }
+    void decryptsWhatOpensslEncrypted_data() { TestData::addRows("blocks.txt"); }
     void decryptsWhatOpensslEncrypted()
     {
         const QByteArray password = QByteArray::fromHex(TestData::field("password").toLatin1());
@@ -201,7 +198,7 @@ private Q_SLOTS:
         QCOMPARE(reader.lastError(), "Could not locate none in the archiv %1."_q.arg(SUBJECT));
     }
 
-    void readsArchives_data() { TestData::addRows("archives.txt", {"archive", "password", "entries"}); }
+    void readsArchives_data() { TestData::addRows("archives.txt"); }
     void readsArchives()
     {
         TestLog::ActiveLog log;
@@ -215,10 +212,7 @@ private Q_SLOTS:
         QCOMPARE(log.entries(), QStringList());
     }
 
-    void reportsWhyAnArchiveCannotBeRead_data()
-    {
-        TestData::addRows("archives-damaged.txt", {"archive", "changes", "listing", "reading"});
-    }
+    void reportsWhyAnArchiveCannotBeRead_data() { TestData::addRows("archives-damaged.txt"); }
     void reportsWhyAnArchiveCannotBeRead()
     {
         QVERIFY(TestData::field("archive").isEmpty() || makeSubject(damagedArchive()));

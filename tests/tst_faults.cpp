@@ -56,7 +56,7 @@ private Q_SLOTS:
         TestTree::make("source/first=1 source/folder/second=2 target/second=0 old=old large*20000"_q);
     }
 
-    void order_data() { TestData::addRows("fault-order.txt", {"operation", "calls"}); }
+    void order_data() { TestData::addRows("fault-order.txt"); }
     void order()
     {
         const QStringList calls = TestData::field("calls").split("; "_q);
@@ -70,10 +70,7 @@ private Q_SLOTS:
         QCOMPARE(SystemCalls::inherited(), QByteArrayList());
     }
 
-    void failure_data()
-    {
-        TestData::addRows<QString, QString, int, int>("faults.txt", {"operation", "call", "error", "first"});
-    }
+    void failure_data() { TestData::addRows("faults.txt"); }
     /// Everything is as it was, and nothing but whole copies is left.
     void failure()
     {

@@ -23,7 +23,6 @@ using namespace TestCalls;
 
 namespace {
 
-constexpr std::initializer_list<const char*> COLUMNS = {"call", "result", "before", "after", "said"};
 const QStringList OPTIONS = {"recursive"_q, "move"_q, ".png"_q,   ".gz"_q,  "yes"_q,
                              "no"_q,        "full"_q, "thread"_q, "stay"_q, "report"_q};
 
@@ -141,13 +140,13 @@ private Q_SLOTS:
     }
     void cleanup() { TestFiles::removeAll(); }
 
-    void foldersAreCopied_data() { TestData::addRows("files-copy.txt", COLUMNS); }
+    void foldersAreCopied_data() { TestData::addRows("files-copy.txt"); }
     void foldersAreCopied() { check(); }
-    void filesAndFoldersAreKept_data() { TestData::addRows("files.txt", COLUMNS); }
+    void filesAndFoldersAreKept_data() { TestData::addRows("files.txt"); }
     void filesAndFoldersAreKept() { check(); }
-    void olderInstallationsMoveIn_data() { TestData::addRows("migration.txt", COLUMNS); }
+    void olderInstallationsMoveIn_data() { TestData::addRows("migration.txt"); }
     void olderInstallationsMoveIn() { check(); }
-    void versionsAreCompared_data() { TestData::addRows("versions.txt", COLUMNS); }
+    void versionsAreCompared_data() { TestData::addRows("versions.txt"); }
     void versionsAreCompared() { check(); }
 
 private:

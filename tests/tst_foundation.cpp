@@ -48,7 +48,7 @@ class FoundationTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void exceptionKeepsWhatItIsTold_data() { TestData::addRows<int>("exceptions.txt", {"type", "told"}); }
+    void exceptionKeepsWhatItIsTold_data() { TestData::addRows("exceptions.txt"); }
     void exceptionKeepsWhatItIsTold()
     {
         const auto given = E_ExceptionType(TestData::field<int>("type"));
@@ -65,7 +65,7 @@ private Q_SLOTS:
         QCOMPARE(::told(Exception(given, std::string(), false)), told + "||stay|0"_q);
     }
 
-    void aDescriptionIsAlwaysText_data() { TestData::addRows("descriptions.txt", {"given", "text"}); }
+    void aDescriptionIsAlwaysText_data() { TestData::addRows("descriptions.txt"); }
     void aDescriptionIsAlwaysText()
     {
         const auto given = QByteArray::fromPercentEncoding(TestData::field("given").toUtf8()).toStdString();
@@ -83,16 +83,13 @@ private Q_SLOTS:
         QVERIFY(cmp(std::string("a\0b", 3), std::string("A\0c", 3), false));
     }
 
-    void wrapsOnceIntoTheRange_data()
-    {
-        TestData::addRows<int, int, int, int>("ranges.txt", {"value", "min", "max", "wrapped"});
-    }
+    void wrapsOnceIntoTheRange_data() { TestData::addRows("ranges.txt"); }
     void wrapsOnceIntoTheRange()
     {
-        QFETCH(int, value);
-        QFETCH(int, min);
-        QFETCH(int, max);
-        QFETCH(int, wrapped);
+        const int value = TestData::field<int>("value");
+        const int min = TestData::field<int>("min");
+        const int max = TestData::field<int>("max");
+        const int wrapped = TestData::field<int>("wrapped");
         QCOMPARE(wrapToRange(value, min, max), wrapped);
         QCOMPARE(wrapToRange(value + 0.5, min + 0.5, max + 0.5), wrapped + 0.5);
         QCOMPARE(wrapToRange(float(value), float(min), float(max)), float(wrapped));

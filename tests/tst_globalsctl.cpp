@@ -54,10 +54,7 @@ class GlobalsctlTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void tellsItsUsage_data()
-    {
-        TestData::addRows<QString, int>("globalsctl-usage.txt", {"arguments", "exitCode", "says"});
-    }
+    void tellsItsUsage_data() { TestData::addRows("globalsctl-usage.txt"); }
     void tellsItsUsage()
     {
         const Result result = globalsctl(arguments());
@@ -67,16 +64,12 @@ private Q_SLOTS:
         QCOMPARE(result.exitCode == 0 ? result.errors : result.text(), QString());
     }
 
-    void readsPresetFiles_data()
-    {
-        TestData::addRows<QString, QString, int>("globalsctl-files.txt",
-                                                 {"content", "arguments", "exitCode", "output", "errors"});
-    }
+    void readsPresetFiles_data() { TestData::addRows("globalsctl-files.txt"); }
     void readsPresetFiles()
     {
         QString content = TestData::field("content");
         content.replace("\\n"_q, "\n"_q).replace("\\r"_q, "\r"_q).replace("\\t"_q, "\t"_q);
-        QFETCH(int, exitCode);
+        const int exitCode = TestData::field<int>("exitCode");
         QFile::remove("built"_q);
         QVERIFY(TestFiles::write(FILE_NAME, content.toUtf8()));
         QCOMPARE(globalsctl({"presets"_q, "build"_q, FILE_NAME, "built"_q}).exitCode, exitCode);
@@ -102,7 +95,7 @@ private Q_SLOTS:
                  FILE_NAME + ": good, 1 preset set\n"_q);
     }
 
-    void refusesWhatIsNoPresetFile_data() { TestData::addRows("globalsctl-refused.txt", {"file", "reason"}); }
+    void refusesWhatIsNoPresetFile_data() { TestData::addRows("globalsctl-refused.txt"); }
     void refusesWhatIsNoPresetFile()
     {
         if (isRowOfUnix({"file"}))
@@ -168,11 +161,7 @@ private Q_SLOTS:
         QVERIFY(globalsctl(command).output.contains("  no      set by the user: E_PT_DATA in User_Pathes\n"));
     }
 
-    void keepsSettings_data()
-    {
-        TestData::addRows<QString, QString, int>(
-            "globalsctl-settings.txt", {"content", "arguments", "exitCode", "output", "errors", "after"});
-    }
+    void keepsSettings_data() { TestData::addRows("globalsctl-settings.txt"); }
     void keepsSettings()
     {
         if (isRowOfUnix({"arguments", "errors"}))

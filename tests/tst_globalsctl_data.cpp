@@ -70,11 +70,7 @@ private Q_SLOTS:
         QCOMPARE(TestFiles::names(".."_q), QStringList("work"_q)); // nothing outside
     }
 
-    void doesWhatItIsAskedFor_data()
-    {
-        TestData::addRows<QString, QString, int>("globalsctl-data.txt",
-                                                 {"arguments", "name", "exitCode", "says", "changes"});
-    }
+    void doesWhatItIsAskedFor_data() { TestData::addRows("globalsctl-data.txt"); }
     void doesWhatItIsAskedFor()
     {
         if (isRowOfUnix({"arguments", "name", "says"}))
@@ -149,11 +145,7 @@ private Q_SLOTS:
         }
     }
 
-    void talksToTheUser_data()
-    {
-        TestData::addRows<QString, QString, int>("globalsctl-terminal.txt",
-                                                 {"command", "talk", "exitCode", "says", "changes"});
-    }
+    void talksToTheUser_data() { TestData::addRows("globalsctl-terminal.txt"); }
     void talksToTheUser()
     {
         SKIP_ON_WINDOWS("a terminal of Unix");

@@ -47,10 +47,7 @@ private Q_SLOTS:
         QVERIFY(QDir(ConfigManager::getInstance()->getPath(E_PT_LOGS)).removeRecursively());
     }
 
-    void aLineIsLabelTimeAndRawBytes_data()
-    {
-        TestData::addRows<int>("log-lines.txt", {"level", "message", "label"});
-    }
+    void aLineIsLabelTimeAndRawBytes_data() { TestData::addRows("log-lines.txt"); }
     void aLineIsLabelTimeAndRawBytes()
     {
         const QByteArray bytes = QByteArray::fromHex(TestData::field("message").toLatin1());

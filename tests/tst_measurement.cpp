@@ -64,25 +64,17 @@ class MeasurementTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void knowsUnits_data()
-    {
-        TestData::addRows<int, int, double, double, double, unsigned int, double>(
-            "measurement-units.txt",
-            {"dimension", "unit", "value", "to", "from", "decimals", "step", "name", "short"});
-    }
+    void knowsUnits_data() { TestData::addRows("measurement-units.txt"); }
     void knowsUnits()
     {
         const auto dimension = dimensionOfRow();
         const auto unit = unitOfRow();
-        QFETCH(double, value);
-        QFETCH(double, to);
-        QFETCH(double, from);
-        QFETCH(double, step);
-        QCOMPARE(exact(units()->toMeasurementUnit(dimension, unit, value)), exact(to));
-        QCOMPARE(exact(units()->fromMeasurementUnit(dimension, unit, value)), exact(from));
+        const auto number = [](const char* column) { return TestData::field<double>(column); };
+        QCOMPARE(exact(units()->toMeasurementUnit(dimension, unit, number("value"))), exact(number("to")));
+        QCOMPARE(exact(units()->fromMeasurementUnit(dimension, unit, number("value"))), exact(number("from")));
         QCOMPARE(units()->getMeasurementUnitPrecision(dimension, unit),
                  TestData::field<unsigned int>("decimals"));
-        QCOMPARE(units()->getMeasurementUnitStep(dimension, unit), step);
+        QCOMPARE(units()->getMeasurementUnitStep(dimension, unit), number("step"));
         QCOMPARE(units()->getMeasurementUnitName(dimension, unit), TestData::field("name"));
         QCOMPARE(units()->getMeasurementUnitAbbrevation(dimension, unit), TestData::field("short"));
     }
@@ -116,17 +108,13 @@ private Q_SLOTS:
         QCOMPARE(units()->getCubicMeasurementUnitAbbrevation(E_MU_METER), "m³"_q);
     }
 
-    void writesValues_data()
-    {
-        TestData::addRows<int, int, double>("measurement-strings.txt",
-                                            {"dimension", "unit", "value", "precision", "number", "whole"});
-    }
+    void writesValues_data() { TestData::addRows("measurement-strings.txt"); }
     void writesValues()
     {
         const auto dimension = dimensionOfRow();
         const auto unit = unitOfRow();
-        QFETCH(double, value);
-        QFETCH(QString, precision);
+        const double value = TestData::field<double>("value");
+        const QString precision = TestData::field("precision");
         for (const bool whole : {false, true}) {
             const QString text =
                 precision.isEmpty()
@@ -154,10 +142,7 @@ private Q_SLOTS:
         }
     }
 
-    void readsAbbreviations_data()
-    {
-        TestData::addRows<QString, int, int>("measurement-abbreviations.txt", {"text", "dimension", "unit"});
-    }
+    void readsAbbreviations_data() { TestData::addRows("measurement-abbreviations.txt"); }
     void readsAbbreviations()
     {
         const QString text = TestData::field("text");
@@ -208,10 +193,7 @@ private Q_SLOTS:
         QCOMPARE(units()->getMeasurementUnitName(E_MeasurementDimension(4), E_MU_FOOT), QString());
     }
 
-    void whatIsTypedIsRead_data()
-    {
-        TestData::addRows<int, int>("measurement-typed.txt", {"dimension", "unit", "text", "value"});
-    }
+    void whatIsTypedIsRead_data() { TestData::addRows("measurement-typed.txt"); }
     void whatIsTypedIsRead()
     {
         const auto value = units()->parseMeasurement(dimensionOfRow(), unitOfRow(), TestData::field("text"));

@@ -37,10 +37,7 @@ private Q_SLOTS:
         QVERIFY(QDir(m_config->getPath(E_PT_TEMP_CACHE)).isEmpty()); // the work leaves nothing behind
     }
 
-    void tellsHowTheLastRunEnded_data()
-    {
-        TestData::addRows<int>("planner-verdicts.txt", {"state", "verdict"});
-    }
+    void tellsHowTheLastRunEnded_data() { TestData::addRows("planner-verdicts.txt"); }
     void tellsHowTheLastRunEnded()
     {
         m_config->setRuntimeState(E_RuntimeState(TestData::field<int>("state")));

@@ -85,10 +85,7 @@ class PresetsTest : public QObject
 private Q_SLOTS:
     void cleanup() { QFile::remove(presetFile()); }
 
-    void followsTheTable_data()
-    {
-        TestData::addRows<int>("preset-table.txt", {"number", "type", "initial", "rule", "lower", "upper"});
-    }
+    void followsTheTable_data() { TestData::addRows("preset-table.txt"); }
     void followsTheTable()
     {
         const QString key = QString::fromLatin1(QTest::currentDataTag());
@@ -125,10 +122,7 @@ private Q_SLOTS:
             QVERIFY2(rows.contains("\n" + preset.key.toLatin1() + " "), qPrintable(preset.key));
     }
 
-    void tellsWhatLimitsAPreset_data()
-    {
-        TestData::addRows<int>("preset-bounds.txt", {"preset", "range", "others"});
-    }
+    void tellsWhatLimitsAPreset_data() { TestData::addRows("preset-bounds.txt"); }
     void tellsWhatLimitsAPreset()
     {
         const PresetBounds bounds = PresetManager::boundsOf(E_PresetValue(TestData::field<int>("preset")));
@@ -138,7 +132,7 @@ private Q_SLOTS:
         QCOMPARE("%1 %2"_q.arg(bounds.minimum).arg(bounds.maximum), TestData::field("others"));
     }
 
-    void keepsPresetsConsistent_data() { TestData::addRows("preset-writes.txt", {"written", "expected"}); }
+    void keepsPresetsConsistent_data() { TestData::addRows("preset-writes.txt"); }
     void keepsPresetsConsistent()
     {
         PresetManager& presets = freshPresets();
@@ -174,10 +168,7 @@ private Q_SLOTS:
         QVERIFY(!PresetManager::hasPreset(E_PV_MIN_CUBE_X));
     }
 
-    void keepsTypesAsGiven_data()
-    {
-        TestData::addRows("preset-types.txt", {"key", "type", "value", "looked", "stored"});
-    }
+    void keepsTypesAsGiven_data() { TestData::addRows("preset-types.txt"); }
     void keepsTypesAsGiven()
     {
         PresetManager& presets = freshPresets();
@@ -188,10 +179,7 @@ private Q_SLOTS:
                  TestData::field("stored").toLatin1().constData());
     }
 
-    void checksAspectRatios_data()
-    {
-        TestData::addRows<QString, bool, bool>("preset-ratios.txt", {"ratio", "preview", "screenshot"});
-    }
+    void checksAspectRatios_data() { TestData::addRows("preset-ratios.txt"); }
     void checksAspectRatios()
     {
         const QString ratio =
@@ -234,7 +222,7 @@ private Q_SLOTS:
         }
     }
 
-    void readsTheFile_data() { TestData::addRows("preset-files.txt", {"file", "failure", "expected"}); }
+    void readsTheFile_data() { TestData::addRows("preset-files.txt"); }
     void readsTheFile()
     {
         if (qstrcmp(GLOBALS_PRESET_PASSWORD, "globals-demo-presets") != 0)

@@ -282,7 +282,7 @@ private Q_SLOTS:
             delete step;
     }
 
-    void announcesEveryChange_data() { TestData::addRows("progress.txt", {"calls", "events", "values"}); }
+    void announcesEveryChange_data() { TestData::addRows("progress.txt"); }
     void announcesEveryChange()
     {
         Recorder recorder;
@@ -396,7 +396,7 @@ private Q_SLOTS:
         QCOMPARE(step("a"_q)->getCurrentProgressBarStep(), 100U);
     }
 
-    void showsReceiversWhatTheyAreToldOf_data() { TestData::addRows("progress-seen.txt", {"calls", "seen"}); }
+    void showsReceiversWhatTheyAreToldOf_data() { TestData::addRows("progress-seen.txt"); }
     void showsReceiversWhatTheyAreToldOf()
     {
         const Recorder recorder(Recorder::Noting::State);
@@ -405,7 +405,7 @@ private Q_SLOTS:
         QCOMPARE(recorder.events(), TestData::field("seen"));
     }
 
-    void aReceiverMayCallBack_data() { TestData::addRows("progress-reactions.txt", {"reaction", "events"}); }
+    void aReceiverMayCallBack_data() { TestData::addRows("progress-reactions.txt"); }
     void aReceiverMayCallBack()
     {
         states()->newProcess("P"_q, true, true);

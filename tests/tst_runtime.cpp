@@ -95,14 +95,10 @@ class RuntimeTest : public QObject
 private Q_SLOTS:
     void init() { nextStart()->clearSettings(); }
 
-    void aStateIsRecordedWithItsError_data()
-    {
-        TestData::addRows<int, QString, unsigned int, int>("runtime-states.txt",
-                                                           {"state", "word", "error", "verdict", "inWords"});
-    }
+    void aStateIsRecordedWithItsError_data() { TestData::addRows("runtime-states.txt"); }
     void aStateIsRecordedWithItsError()
     {
-        QFETCH(int, state);
+        const int state = TestData::field<int>("state");
         config()->setRuntimeState(E_RS_INITIALIZING);
         config()->setRuntimeState(E_RuntimeState(state));
         const auto noState = E_RuntimeState(10);
@@ -119,10 +115,7 @@ private Q_SLOTS:
         QVERIFY(alive.isValid() && qAbs(alive.secsTo(QDateTime::currentDateTime())) < 60);
     }
 
-    void aStoredWordIsReadInAnyCase_data()
-    {
-        TestData::addRows<QString, int>("runtime-words.txt", {"word", "state"});
-    }
+    void aStoredWordIsReadInAnyCase_data() { TestData::addRows("runtime-words.txt"); }
     void aStoredWordIsReadInAnyCase()
     {
         config()->setSetting(APPLICATION, "last_runtime_state"_q, TestData::field("word"));
@@ -215,15 +208,12 @@ private Q_SLOTS:
         QCOMPARE(TestFiles::textOf(settingsFile()).count("pec=7\n"), 1);
     }
 
-    void aCorrectedClockRenamesTheLog_data()
-    {
-        TestData::addRows<int, bool>("server-times.txt", {"milliseconds", "renamed"});
-    }
+    void aCorrectedClockRenamesTheLog_data() { TestData::addRows("server-times.txt"); }
     void aCorrectedClockRenamesTheLog()
     {
         TestLog::ActiveLog active("before");
-        QFETCH(int, milliseconds);
-        QFETCH(bool, renamed);
+        const int milliseconds = TestData::field<int>("milliseconds");
+        const bool renamed = TestData::field<bool>("renamed");
         const auto corrected = [=] { return QDateTime::currentDateTime().addMSecs(milliseconds); };
         config()->setCurrentServerTime(corrected());
         QVERIFY(qAbs(corrected().secsTo(config()->getCurrentServerTime())) < 5);
@@ -249,10 +239,7 @@ private Q_SLOTS:
         QCOMPARE(active.entries(), QStringList("8192 The server time is not valid."_q));
     }
 
-    void theLanguageIsStoredOrTheSystems_data()
-    {
-        TestData::addRows("languages.txt", {"system", "stored", "preferred"});
-    }
+    void theLanguageIsStoredOrTheSystems_data() { TestData::addRows("languages.txt"); }
     void theLanguageIsStoredOrTheSystems()
     {
         SKIP_ON_WINDOWS("a variable with the language");

@@ -18,10 +18,7 @@ private Q_SLOTS:
         TestFiles::removeAll();
     }
 
-    void aWriteIsInTheFileWhenItReturns_data()
-    {
-        TestData::addRows("setting-lines.txt", {"type", "value", "line"});
-    }
+    void aWriteIsInTheFileWhenItReturns_data() { TestData::addRows("setting-lines.txt"); }
     void aWriteIsInTheFileWhenItReturns()
     {
         QVariant value = TestData::field("value");
@@ -185,7 +182,7 @@ private Q_SLOTS:
         QCOMPARE(content(), QByteArray("[G]\nk=3\n"));
     }
 
-    void aDamagedValueHarmsNobody_data() { TestData::addRows("settings-damaged.txt", {"lines", "written"}); }
+    void aDamagedValueHarmsNobody_data() { TestData::addRows("settings-damaged.txt"); }
     void aDamagedValueHarmsNobody()
     {
         const auto text = [](const char* column) {

@@ -155,13 +155,10 @@ private Q_SLOTS:
         QVERIFY(active.entries()[1].endsWith(" The change is lost."_q));
     }
 
-    void whatIsNoFileIsAnErrorAndNotWaitedFor_data()
-    {
-        TestData::addRows("settings-not-files.txt", {"tree", "reason"});
-    }
+    void whatIsNoFileIsAnErrorAndNotWaitedFor_data() { TestData::addRows("settings-not-files.txt"); }
     void whatIsNoFileIsAnErrorAndNotWaitedFor()
     {
-        QFETCH(QString, reason);
+        const QString reason = TestData::field("reason");
         if (reason != "Is a directory"_q)
             SKIP_ON_WINDOWS("links and pipes");
         TestTree::make(TestData::field("tree"));
@@ -195,7 +192,7 @@ private Q_SLOTS:
         }
     }
 
-    void whatIsNoLineIsKeptAside_data() { TestData::addRows("settings-lines.txt", {"before", "lines"}); }
+    void whatIsNoLineIsKeptAside_data() { TestData::addRows("settings-lines.txt"); }
     void whatIsNoLineIsKeptAside()
     {
         const auto before = QByteArray::fromPercentEncoding(TestData::field("before").toUtf8());
@@ -252,10 +249,7 @@ private Q_SLOTS:
         QCOMPARE(settings.getSetting("G"_q, "m"_q).toByteArray(), QByteArray("x"));
     }
 
-    void aLockThatWasLeftBehindHoldsNobodyUp_data()
-    {
-        TestData::addRows<QString, int, int>("settings-locks.txt", {"tree", "age", "limit"});
-    }
+    void aLockThatWasLeftBehindHoldsNobodyUp_data() { TestData::addRows("settings-locks.txt"); }
     void aLockThatWasLeftBehindHoldsNobodyUp()
     {
         const QString name = QSysInfo::machineHostName() + "%0A"_q;
@@ -268,7 +262,7 @@ private Q_SLOTS:
         if (tree.contains(QLatin1Char('~')) || tree.contains(QLatin1Char('@')))
             SKIP_ON_WINDOWS("links and pipes");
         const std::chrono::seconds age(TestData::field<int>("age"));
-        QFETCH(int, limit);
+        const int limit = TestData::field<int>("limit");
         qint64 shortest = limit;
         for (int i = 0; i < 10 && shortest >= limit; ++i) { // one try of several shows it on a busy machine
             TestTree::make(tree);

@@ -18,10 +18,7 @@ class SystemTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void messagesBecomeEntries_data()
-    {
-        TestData::addRows<int>("xml-messages.txt", {"type", "description", "entry"});
-    }
+    void messagesBecomeEntries_data() { TestData::addRows("xml-messages.txt"); }
     void messagesBecomeEntries()
     {
         TestLog::ActiveLog active;

@@ -56,7 +56,8 @@ row() {
     echo "$1 | $2 | $3 | $block"
 }
 {
-    echo '# What the block is for, password, plain text, protected block; bytes in hex digits.'
+    echo '# Protected blocks of openssl; bytes in hex digits.'
+    echo 'case | password | plain | block'
     even=$(password 'house-planner!')
     for length in 0 1 15 16 17; do
         row "plain text of $length bytes" "$even" "$(seq -f %02.0f 10 99 | head -n "$length" | tr -d '\n')"

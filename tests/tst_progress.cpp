@@ -364,25 +364,22 @@ private Q_SLOTS:
         QCOMPARE(alive, 0);
     }
 
-    void ignoresWhatComesLateFromAnOldProcess_data()
-    {
-        QTest::addColumn<bool>("isDeletedFirst");
-        QTest::newRow("in order") << false;
-        QTest::newRow("after its deletion") << true;
-    }
     void ignoresWhatComesLateFromAnOldProcess()
     {
-        addStep("old"_q);
-        std::thread([] { step("old"_q)->setProgressStepState(ProgressStep::E_PS_RUNNING); }).join();
-        states()->newProcess("P"_q, true, true);
-        addStep("a"_q);
-        states()->setProgressStepState("a"_q, ProgressStep::E_PS_RUNNING);
-        if (TestData::field<bool>("isDeletedFirst"))
+        for (const bool isDeletedFirst : {false, true}) {
+            const TestHome::Turn turn(isDeletedFirst);
+            addStep("old"_q);
+            std::thread([] { step("old"_q)->setProgressStepState(ProgressStep::E_PS_RUNNING); }).join();
+            states()->newProcess("P"_q, true, true);
+            addStep("a"_q);
+            states()->setProgressStepState("a"_q, ProgressStep::E_PS_RUNNING);
+            if (isDeletedFirst)
+                TestHome::sendDeletions();
+            QCoreApplication::processEvents(); // now the call of the old step arrives
             TestHome::sendDeletions();
-        QCoreApplication::processEvents(); // now the call of the old step arrives
-        TestHome::sendDeletions();
-        QCOMPARE(states()->getActiveStep(), step("a"_q));
-        QCOMPARE(step("a"_q)->getProgressStepState(), ProgressStep::E_PS_RUNNING);
+            QCOMPARE(states()->getActiveStep(), step("a"_q));
+            QCOMPARE(step("a"_q)->getProgressStepState(), ProgressStep::E_PS_RUNNING);
+        }
     }
 
     void aReceiverMayCallAFinishedStep()

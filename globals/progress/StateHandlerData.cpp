@@ -2,6 +2,7 @@
 
 #include "globals/foundation/LockedRecord_p.h"
 
+#include <QHash>
 #include <QPointer>
 #include <QTimer>
 #include <QVector>
@@ -13,6 +14,7 @@ class GLOBALS_NO_EXPORT StateHandlerData::Private : public LockedRecord
 public:
     QMap<QString, ProgressStep*> steps;
     QVector<const QObject*> pendingDeletions;
+    QHash<const QObject*, int> endsToCome; ///< of the steps that were in one place, one after the other
     QPointer<ProgressStep> activeStep;
     unsigned int stepCounter = 0;
     QString processName;
@@ -65,6 +67,7 @@ void StateHandlerData::addStep(const QString& name, ProgressStep* step)
     const QMutexLocker lock(d->mutex());
     d->steps.insert(name, step);
     d->pendingDeletions.removeAll(step); // in the place of an older one
+    ++d->endsToCome[step];
 }
 
 void StateHandlerData::removeStep(const QString& name, bool deleteStep)
@@ -92,6 +95,9 @@ void StateHandlerData::clearStepMap()
 void StateHandlerData::endDeletion(const QObject* step)
 {
     const QMutexLocker lock(d->mutex());
+    if (--d->endsToCome[step] > 0)
+        return; // the end of an older one in the same place, told late
+    d->endsToCome.remove(step);
     d->pendingDeletions.removeAll(step);
 }
 

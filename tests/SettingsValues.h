@@ -242,18 +242,4 @@ inline QByteArray writtenTo(const QString& file, const QVariantMap& values)
     return TestFiles::textOf(file);
 }
 
-/// Finds all samples in the file. The texts of all others go through a change as they are.
-inline void readSamplesFrom(const QString& file)
-{
-    TEKLUVA::Settings settings(file, QSettings::IniFormat, nullptr);
-    const QVariantMap values = samples();
-    for (auto value = values.begin(); value != values.end(); ++value) {
-        const TestHome::Turn turn(value.key());
-        const QVariant read = settings.getSetting(QString(), value.key());
-        QVERIFY(read == *value || read.toString() == value->toString()); // numbers are texts in a file
-    }
-    settings.setSetting("text"_q, "more"_q, 1);
-    settings.removeSetting("text"_q, "more"_q);
-}
-
 } // namespace SettingsValues

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "TestData.h"
-#include "TestHome.h"
 #include "TestLog.h"
-#include "TestPlatform.h"
 #include "TestThreads.h"
 
 #include "globals/Settings.h"

@@ -85,6 +85,15 @@ private Q_SLOTS:
             QVERIFY2(change.startsWith("target/"), change.constData()); // a copy of what is still there
     }
 
+    void severalSettingsAreOneWrite()
+    {
+        Settings settings("settings.ini"_q, QSettings::IniFormat, nullptr);
+        settings.setSettings("G"_q, {{"a"_q, 1}, {"b"_q, 2}});
+        const SystemCalls watched;
+        settings.changeSettings({{"G"_q, "a"_q, {}}, {"H"_q, {}, {}}, {"H"_q, "d"_q, 4}, {"I"_q, "e"_q, 5}});
+        QCOMPARE(SystemCalls::changes().join(' ').count("rename "), 1);
+    }
+
     void writesWhatCannotBeReplaced()
     {
         SystemCalls calls;

@@ -122,23 +122,6 @@ private Q_SLOTS:
         QCOMPARE(content(), "[G]\nk=" + QByteArray(5000, 'x') + "\n");
     }
 
-    void aStoreThatEndsOnAFullDiskKeepsTheFileWhole()
-    {
-        SKIP_ON_WINDOWS("a full disk");
-        for (const bool byParent : {false, true}) {
-            replace("[G]\nk=1\n");
-            const TestPlatform::FullDisk full(4096);
-            auto parent = std::make_unique<QObject>();
-            auto settings = open(parent.get());
-            settings->setSetting("G"_q, "k"_q, QString(5000, QLatin1Char('x')));
-            if (byParent)
-                parent.reset();
-            settings.reset();
-            TestHome::sendDeletions();
-            QCOMPARE(content(), QByteArray("[G]\nk=1\n"));
-        }
-    }
-
     void aPendingChangeIsKeptOnceAndNotWrittenLater()
     {
         SKIP_ON_WINDOWS("a full disk");
@@ -169,19 +152,6 @@ private Q_SLOTS:
         QCOMPARE(content(), QByteArray("[G]\nk=2\n"));
     }
 
-    void aFileThatCannotBeWrittenIsReported()
-    {
-        TestLog::ActiveLog active;
-        QVERIFY(QDir().mkdir(FILE_NAME)); // in the file's place
-        m_settings->setSetting("G"_q, "k"_q, 1);
-        m_settings->setSetting("G"_q, "k"_q, 2);
-        QCOMPARE(active.entries().count(), 2);
-        QVERIFY(QDir().rmdir(FILE_NAME));
-        m_settings->setSetting("G"_q, "k"_q, 3);
-        QCOMPARE(active.entries().count(), 2);
-        QCOMPARE(content(), QByteArray("[G]\nk=3\n"));
-    }
-
     void aDamagedValueHarmsNobody_data() { TestData::addRows("settings-damaged.txt"); }
     void aDamagedValueHarmsNobody()
     {
@@ -197,18 +167,6 @@ private Q_SLOTS:
         QCOMPARE(content().replace("\n\n", "\n"), text("written"));
         m_settings->setSetting("N/sub"_q, "m"_q, 2);
         QCOMPARE(m_settings->getSettingsBelow("N"_q), (QVariantMap{{"N/n"_q, 1}, {"N/sub/m"_q, 2}}));
-    }
-
-    void aChangeThatWasGivenUpDoesNotComeBack()
-    {
-        {
-            const TestPlatform::FullDisk full(4096);
-            m_settings->setSetting("G"_q, "k"_q, QString(5000, QLatin1Char('x')));
-            init();
-        }
-        m_settings->setSetting("G"_q, "k"_q, 2);
-        TestHome::sendDeletions();
-        QCOMPARE(content(), QByteArray("[G]\nk=2\n"));
     }
 
     void aFileThatCannotBeReadForAMomentLosesNothing()

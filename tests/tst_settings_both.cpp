@@ -1,11 +1,6 @@
+#include "OtherPrograms.h"
 #include "SettingsValues.h"
-#include "TestData.h"
-#include "TestHome.h"
 #include "otherqt/Described.h"
-
-#include "globals/Settings.h"
-
-#include <QProcess>
 
 using namespace TEKLUVA;
 
@@ -16,11 +11,7 @@ const QString FILE_NAME = QStringLiteral("both.ini");
 /// What another process prints that reads, and writes, settings files with QSettings of the other Qt.
 QByteArray otherQt(const QStringList& arguments)
 {
-    QProcess other;
-    other.start(QStringLiteral(OTHER_QT_PROGRAM), arguments);
-    if (!other.waitForFinished() || other.exitCode() != 0)
-        qWarning() << "The process with the other Qt failed:" << other.readAllStandardError();
-    return other.readAllStandardOutput();
+    return OtherPrograms::outputOf(QStringLiteral(OTHER_QT_PROGRAM), arguments);
 }
 
 } // namespace
@@ -31,20 +22,6 @@ class SettingsBothTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void writesTheSameFileWithEitherQt()
-    {
-        QCOMPARE(SettingsValues::writtenTo(FILE_NAME, SettingsValues::samples()),
-                 TestData::content("settings-samples.ini"));
-    }
-
-    void readsTheSameFileWithEitherQt()
-    {
-        const QByteArray content = TestData::content("settings-samples.ini");
-        QVERIFY(TestFiles::write(FILE_NAME, content));
-        SettingsValues::readSamplesFrom(FILE_NAME);
-        QCOMPARE(TestFiles::textOf(FILE_NAME), content);
-    }
-
     void theOtherQtReadsWhatWeWrite()
     {
         if (QStringLiteral(OTHER_QT_PROGRAM).isEmpty())

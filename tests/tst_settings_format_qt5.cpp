@@ -1,6 +1,5 @@
 #include "SettingsValues.h"
 #include "TestData.h"
-#include "TestHome.h"
 
 #include "globals/Settings.h"
 

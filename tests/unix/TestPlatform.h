@@ -9,7 +9,6 @@
 #include <fcntl.h>
 #include <malloc.h>
 #include <sys/file.h>
-#include <sys/inotify.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -103,30 +102,6 @@ public:
 
 private:
     int m_descriptor;
-};
-
-/// Counts how often the settings file of the working folder is replaced or made.
-class Writes
-{
-    Q_DISABLE_COPY(Writes)
-
-public:
-    Writes()
-        : m_events(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
-    {
-        inotify_add_watch(m_events, ".", IN_MOVED_TO | IN_CREATE);
-    }
-    ~Writes() { ::close(m_events); }
-
-    auto count() const
-    {
-        QByteArray events(65536, 0);
-        const ssize_t size = read(m_events, events.data(), size_t(events.size()));
-        return events.left(int(qMax<ssize_t>(size, 0))).count(QByteArray("settings.ini", 13));
-    }
-
-private:
-    const int m_events;
 };
 
 /// A lower limit of this process for one of its resources, as long as the scope lives.

@@ -89,11 +89,6 @@ private:
     QFile m_file;
 };
 
-struct Writes
-{
-    int count() const { return 0; }
-};
-
 struct FullDisk
 {
     static constexpr quint64 WITH_ROOM = ~quint64{0};

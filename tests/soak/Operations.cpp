@@ -27,6 +27,9 @@ const QString PASSWORD = "house-planner!"_q;
 namespace {
 
 const QByteArray SETTINGS = "[A]\nother=1\n\n[G]\nk=old\n";
+const QString GROUP = "G"_q;
+const QString KEY = "k"_q;
+const QString CHANGED = "new"_q;
 
 /// Whether the file is the new one, or also the old one where nobody \p claims the new one.
 bool isWhole(const QString& path, const QByteArray& old, const QByteArray& fresh, bool claims)
@@ -62,10 +65,8 @@ Objects prepared;
 bool changeSetting()
 {
     const auto settings = prepared.settings ? std::move(prepared.settings) : newObjects().settings;
-    settings->setSetting(QStringLiteral("G"), QStringLiteral("k"), QStringLiteral("new"));
-    return !settings->hasPendingChanges()
-           && settings->getSetting(QStringLiteral("G"), QStringLiteral("k")).toString()
-                  == QStringLiteral("new");
+    settings->setSetting(GROUP, KEY, CHANGED);
+    return !settings->hasPendingChanges() && settings->getSetting(GROUP, KEY).toString() == CHANGED;
 }
 
 bool logLine()
@@ -96,46 +97,43 @@ ConfigManager& config()
 }
 
 const std::vector<Operation> OPERATIONS = {
-    {"settings", changeSetting,
+    {"settings", false, changeSetting,
      [](bool claims) {
          return isWhole(QStringLiteral("settings.ini"), SETTINGS, "[A]\nother=1\n\n[G]\nk=new\n", claims);
      }},
-    {"log", logLine,
+    {"log", false, logLine,
      [](bool claims) {
          const QByteArray line = TestFiles::contentOf(logPath);
          return line.endsWith("  new\r\n") || (!claims && line.isEmpty());
      }},
-    {"read", [] { return DataFileReader(QStringLiteral("block"), PASSWORD).getFileContent() == NEW; },
-     [](bool) { return true; }, true},
-    {"read archive", [] { return entryOf(QStringLiteral("old.zip")) == OLD; }, [](bool) { return true; },
-     true},
-    {"write", [] { return config().writeDataToFile(QStringLiteral("data"), NEW, false); },
+    {"read", true, [] { return DataFileReader(QStringLiteral("block"), PASSWORD).getFileContent() == NEW; }},
+    {"read archive", true, [] { return entryOf(QStringLiteral("old.zip")) == OLD; }},
+    {"write", false, [] { return config().writeDataToFile(QStringLiteral("data"), NEW, false); },
      [](bool claims) { return isWhole(QStringLiteral("data"), OLD, NEW, claims); }},
-    {"append", [] { return config().writeDataToFile(QStringLiteral("record"), NEW, true); },
+    {"append", false, [] { return config().writeDataToFile(QStringLiteral("record"), NEW, true); },
      [](bool claims) { return isWhole(QStringLiteral("record"), OLD, OLD + NEW, claims); }},
-    {"archive",
+    {"archive", true,
      [] {
          return DataFileCreator().createArchivFromData({{QStringLiteral("entry"), NEW}},
                                                        QStringLiteral("new.zip"), PASSWORD);
      },
      [](bool claims) {
-         return entryOf(QStringLiteral("new.zip")) == NEW
-                || (!claims && entryOf(QStringLiteral("new.zip")) == OLD);
-     },
-     true},
-    {"copy",
+         const QByteArray entry = entryOf(QStringLiteral("new.zip"));
+         return entry == NEW || (!claims && entry == OLD);
+     }},
+    {"copy", false,
      [] { return config().copyDirectory(QStringLiteral("from"), QStringLiteral("to"), true, false, {}); },
      [](bool claims) {
          return isWhole(QStringLiteral("to/a"), {}, NEW, claims)
                 && isWhole(QStringLiteral("to/sub/b"), {}, OLD, claims);
      }},
-    {"move",
+    {"move", false,
      [] { return config().copyDirectory(QStringLiteral("away"), QStringLiteral("to"), true, true, {}); },
      [](bool claims) {
          return TestFiles::contentOf(QStringLiteral("to/c")) == NEW
                 || (!claims && TestFiles::contentOf(QStringLiteral("away/c")) == NEW);
      }},
-    {"presets", readPresets, [](bool) { return true; }, true},
+    {"presets", true, readPresets},
 };
 
 /// What no operation changes, and what takes time to make.

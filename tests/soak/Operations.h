@@ -11,11 +11,10 @@ namespace Operations {
 struct Operation
 {
     const char* name = nullptr;
+    bool mayThrow = false; ///< without memory for its objects
     bool (*succeeds)() = nullptr;
     /// Whether what it leaves is whole. An operation that \p claims success has made all of it new.
-    bool (*holds)(bool claims) = nullptr;
-    /// Without memory for its objects.
-    bool mayThrow = false;
+    bool (*holds)(bool claims) = [](bool /*claims*/) { return true; };
 };
 
 const std::vector<Operation>& all();

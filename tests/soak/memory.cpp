@@ -73,8 +73,7 @@ bool survivesWithoutMemory(const Operation& operation, EndOfMemory::Failing fail
             return isGood && allocations > 0;
         }
         if (end == End::Harmful) {
-            static_cast<void>(
-                std::fprintf(stderr, "broken: %s after %ld allocations\n", operation.name, allocations));
+            qWarning("broken: %s after %ld allocations", operation.name, allocations);
             isGood = false;
         }
     }

@@ -25,8 +25,6 @@
 
 #include "Operations.h"
 
-#include "tests/TestFiles.h"
-#include "tests/TestHome.h"
 #include "tests/TestLog.h"
 #include "tests/TestThreads.h"
 
@@ -64,18 +62,14 @@ bool survives(Fault&& fault)
             claims.push_back(operation.succeeds());
         TestHome::sendDeletions();
     });
-    int tried = 0;
-    int failing = 0;
     for (std::size_t i = 0; i < claims.size(); ++i) {
-        ++tried;
-        failing += claims[i] ? 0 : 1;
         if (all()[i].holds(claims[i]))
             continue;
-        static_cast<void>(
-            std::fprintf(stderr, "broken, %s: %s\n", claims[i] ? "claims success" : "fails", all()[i].name));
+        qWarning("broken, %s: %s", claims[i] ? "claims success" : "fails", all()[i].name);
         isGood = false;
     }
-    static_cast<void>(std::printf("%d of %d operations fail\n", failing, tried));
+    const auto failing = std::count(claims.begin(), claims.end(), false);
+    std::printf("%td of %zu operations fail\n", failing, claims.size());
     return isGood;
 }
 
@@ -216,8 +210,7 @@ bool write(const QString& path, const QString& name, int count, const std::funct
         std::printf("%d\n", i);
         static_cast<void>(std::fflush(stdout));
     }
-    static_cast<void>(
-        std::fprintf(stderr, "    %s wrote %d times, %lld ms at most\n", qPrintable(name), count, longest));
+    qInfo("    %s wrote %d times, %lld ms at most", qPrintable(name), count, longest);
     return QFile::exists(path);
 }
 
@@ -264,8 +257,8 @@ bool check(const QString& path, const QString& name, int acknowledged)
         QFileInfo(path).dir().entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     const bool isAlone = files == QStringList(QFileInfo(path).fileName());
     if (!isQuick || !isWhole || !isAlone)
-        static_cast<void>(std::fprintf(stderr, "%s: %d of %d, %lld ms, %s\n", qPrintable(name), number,
-                                       acknowledged, timer.elapsed(), qPrintable(files.join(" "_q))));
+        qWarning("%s: %d of %d, %lld ms, %s", qPrintable(name), number, acknowledged, timer.elapsed(),
+                 qPrintable(files.join(" "_q)));
     return isQuick && isWhole && isAlone;
 }
 

@@ -128,64 +128,58 @@ int open64(const char* path, int flags, ...)
     const mode_t mode = (flags & O_CREAT) != 0 || isUnnamed(flags) ? va_arg(more, mode_t) : 0;
     va_end(more);
     noteIfInherited(path, flags);
-    return isForbidden(flags) || fails("open")
-               ? -1
-               : original<int(const char*, int, ...)>("open64")(path, flags, mode);
+    const bool hasFailed = isForbidden(flags) || fails("open");
+    return hasFailed ? -1 : original<decltype(open64)>("open64")(path, flags, mode);
 }
 
 int open(const char* path, int flags, ...) __attribute__((alias("open64")));
 
 ssize_t pread64(int file, void* target, size_t size, off64_t position)
 {
-    return fails("read")
-               ? -1
-               : original<ssize_t(int, void*, size_t, off64_t)>("pread64")(file, target, size, position);
+    return fails("read") ? -1 : original<decltype(pread64)>("pread64")(file, target, size, position);
 }
 
 ssize_t pwrite64(int file, const void* bytes, size_t size, off64_t position)
 {
-    return fails("write") ? -1
-                          : original<ssize_t(int, const void*, size_t, off64_t)>("pwrite64")(file, bytes,
-                                                                                             size, position);
+    return fails("write") ? -1 : original<decltype(pwrite64)>("pwrite64")(file, bytes, size, position);
 }
 
 int fdatasync(int file)
 {
-    return fails("sync", "sync") ? -1 : original<int(int)>("fdatasync")(file);
+    return fails("sync", "sync") ? -1 : original<decltype(fdatasync)>("fdatasync")(file);
 }
 
 int syncfs(int file) noexcept
 {
-    return fails("syncfs", "syncfs") ? -1 : original<int(int)>("syncfs")(file);
+    return fails("syncfs", "syncfs") ? -1 : original<decltype(syncfs)>("syncfs")(file);
 }
 
 int linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) noexcept
 {
-    return fails("link", QByteArray("link ") + to) ? -1
-                                                   : original<int(int, const char*, int, const char*, int)>(
-                                                       "linkat")(fromFolder, from, toFolder, to, flags);
+    const bool hasFailed = fails("link", QByteArray("link ") + to);
+    return hasFailed ? -1 : original<decltype(linkat)>("linkat")(fromFolder, from, toFolder, to, flags);
 }
 
 int rename(const char* from, const char* to) noexcept
 {
-    return fails("rename", QByteArray("rename ") + to)
-               ? -1
-               : original<int(const char*, const char*)>("rename")(from, to);
+    const bool hasFailed = fails("rename", QByteArray("rename ") + to);
+    return hasFailed ? -1 : original<decltype(rename)>("rename")(from, to);
 }
 
 int unlink(const char* path) noexcept
 {
-    return fails("unlink", QByteArray("unlink ") + path) ? -1 : original<int(const char*)>("unlink")(path);
+    const bool hasFailed = fails("unlink", QByteArray("unlink ") + path);
+    return hasFailed ? -1 : original<decltype(unlink)>("unlink")(path);
 }
 
 dirent* readdir(DIR* folder)
 {
-    return fails("readdir") ? nullptr : original<dirent*(DIR*)>("readdir")(folder);
+    return fails("readdir") ? nullptr : original<decltype(readdir)>("readdir")(folder);
 }
 
 dirent64* readdir64(DIR* folder)
 {
-    return fails("readdir") ? nullptr : original<dirent64*(DIR*)>("readdir64")(folder);
+    return fails("readdir") ? nullptr : original<decltype(readdir64)>("readdir64")(folder);
 }
 
 } // extern "C"

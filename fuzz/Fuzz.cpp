@@ -1,6 +1,5 @@
 #include "Fuzz.h"
 
-#include "tests/TestHome.h"
 #include "tests/TestLog.h"
 
 #include <QGuiApplication>

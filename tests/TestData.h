@@ -54,9 +54,9 @@ inline QStringList fieldsOf(const QByteArray& line)
     return fields;
 }
 
-/// Gives a test its rows from a text file: a table with "|" between its fields, the names of the columns in its
-/// first line and those of the rows in its first column. Missing fields are empty, more are refused, "#" starts
-/// a comment.
+/// Gives a test its rows from a text file: a table with "|" between its fields, the names of the columns in
+/// its first line and those of the rows in its first column. Missing fields are empty, more are refused, "#"
+/// starts a comment.
 inline void addRows(const char* file)
 {
     QTest::addColumn<QVariantMap>("fields");

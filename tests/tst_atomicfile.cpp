@@ -1,6 +1,5 @@
 #include "TestData.h"
 #include "TestHome.h"
-#include "TestPlatform.h"
 #include "TestTree.h"
 
 #include "globals/AtomicFile.h"

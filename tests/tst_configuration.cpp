@@ -1,7 +1,5 @@
 #include "TestData.h"
-#include "TestHome.h"
 #include "TestLog.h"
-#include "TestPlatform.h"
 
 #include "globals/ConfigManager.h"
 #include "globals/PathRegistry.h"
@@ -12,10 +10,7 @@ using namespace TEKLUVA;
 
 namespace {
 
-ConfigManager* config()
-{
-    return ConfigManager::getInstance();
-}
+const auto config = &ConfigManager::getInstance;
 
 /// The path type whose number names the current row.
 int typeOfRow()
@@ -91,14 +86,6 @@ private Q_SLOTS:
         const QByteArray rows = TestData::content("paths.txt");
         for (const PathDescription& path : describePaths())
             QVERIFY2(rows.contains("\n" + QByteArray::number(path.type) + " |"), qPrintable(path.role));
-    }
-
-    void otherNumbersHaveNoFolder()
-    {
-        for (const int type : {-1, 0, int(describePaths().count()) + 1}) {
-            QCOMPARE(config()->getPath(E_PathType(type)), QString());
-            QCOMPARE(config()->getDirName(E_PathType(type)), QString());
-        }
     }
 
     void describingMakesNothing()

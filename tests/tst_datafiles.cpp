@@ -1,7 +1,6 @@
 #include "OtherPrograms.h"
 #include "TestArchives.h"
 #include "TestLog.h"
-#include "TestPlatform.h"
 
 #include "globals/DataFileCreator.h"
 #include "globals/DataFileReader.h"

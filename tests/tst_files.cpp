@@ -1,7 +1,5 @@
 #include "TestCalls.h"
-#include "TestHome.h"
 #include "TestLog.h"
-#include "TestPlatform.h"
 #include "TestTree.h"
 
 #include "globals/ConfigManager.h"

@@ -1,5 +1,4 @@
 #include "TestFontDatabase.h"
-#include "TestHome.h"
 #include "TestLog.h"
 
 #include "globals/ConfigManager.h"
@@ -8,14 +7,7 @@
 
 using namespace TEKLUVA;
 
-namespace {
-
-ConfigManager* config()
-{
-    return ConfigManager::getInstance();
-}
-
-} // namespace
+static const auto config = &ConfigManager::getInstance;
 
 class FontsTest : public QObject
 {

@@ -187,18 +187,6 @@ private Q_SLOTS:
             QCOMPARE(QString::fromLatin1(TestFiles::contentOf(file).replace("\r\n", "\n")),
                      linesOf("after", "@"_q));
     }
-
-    void failsWhenTheOutputCannotBeWritten()
-    {
-        SKIP_ON_WINDOWS("a shell");
-        const auto inShell = [](const QString& command) {
-            return OtherPrograms::run("sh"_q, {"-c"_q, command, QStringLiteral(GLOBALSCTL)});
-        };
-        const Result full = inShell("exec \"$0\" paths >/dev/full"_q);
-        QCOMPARE(full.exitCode, 1);
-        QVERIFY2(full.errors.contains("could not be written"_q), qPrintable(full.errors));
-        QCOMPARE(inShell("exec \"$0\" --version >&- 2>&-"_q).exitCode, 1);
-    }
 };
 
 GLOBALS_TEST_MAIN(GlobalsctlTest)

@@ -1,5 +1,4 @@
 #include "OtherPrograms.h"
-#include "TestFiles.h"
 #include "TestLog.h"
 
 #include "globals/ConfigManager.h"
@@ -73,13 +72,7 @@ class LocaleTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void changesNothingOnDisk_data()
-    {
-        QTest::addColumn<QString>("locale");
-        for (const char* locale :
-             {"fa_IR.UTF-8", "ar_EG.UTF-8", "ne_NP.UTF-8", "tr_TR.UTF-8", "de_DE.UTF-8", "C"})
-            QTest::newRow(locale) << QString::fromLatin1(locale);
-    }
+    void changesNothingOnDisk_data() { TestData::addRows("locales.txt"); }
     void changesNothingOnDisk()
     {
         SKIP_ON_WINDOWS("locales of the C library");
@@ -87,7 +80,7 @@ private Q_SLOTS:
         QVERIFY2(expected.contains("tekluva-3D_#.log") && expected.contains("ERROR    #  T\xC3\xBCren")
                      && expected.contains("a.zip") && expected.contains("\nlarge="),
                  expected.constData());
-        QCOMPARE(writtenIn(TestData::field("locale")), expected);
+        QCOMPARE(writtenIn(QString::fromLatin1(QTest::currentDataTag())), expected);
     }
 
 private:

@@ -24,10 +24,7 @@ constexpr qint64 LARGEST = 500; ///< bytes of a rotated file
 /// The number of the other process's first line.
 constexpr int OTHERS = 100'000;
 
-LogManager* registry()
-{
-    return LogManager::getInstance();
-}
+const auto registry = &LogManager::getInstance;
 
 void write(Log& log, int from, int count)
 {

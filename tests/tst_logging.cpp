@@ -1,7 +1,5 @@
 #include "TestData.h"
-#include "TestHome.h"
 #include "TestLog.h"
-#include "TestPlatform.h"
 #include "TestThreads.h"
 
 #include "globals/ConfigManager.h"
@@ -20,10 +18,7 @@ using TestLog::pathOf;
 
 namespace {
 
-LogManager* registry()
-{
-    return LogManager::getInstance();
-}
+const auto registry = &LogManager::getInstance;
 
 /// Writes numbered lines from \p threads threads at once.
 void writeFrom(int threads, Log& log, int lines)

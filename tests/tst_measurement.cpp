@@ -1,5 +1,4 @@
 #include "TestData.h"
-#include "TestHome.h"
 #include "TestLog.h"
 
 #include "globals/ConfigManager.h"
@@ -17,10 +16,7 @@ using namespace TEKLUVA;
 
 namespace {
 
-MeasurementManager* units()
-{
-    return MeasurementManager::getInstance();
-}
+const auto units = &MeasurementManager::getInstance;
 
 E_MeasurementUnit unitOfRow()
 {
@@ -71,7 +67,8 @@ private Q_SLOTS:
         const auto unit = unitOfRow();
         const auto number = [](const char* column) { return TestData::field<double>(column); };
         QCOMPARE(exact(units()->toMeasurementUnit(dimension, unit, number("value"))), exact(number("to")));
-        QCOMPARE(exact(units()->fromMeasurementUnit(dimension, unit, number("value"))), exact(number("from")));
+        QCOMPARE(exact(units()->fromMeasurementUnit(dimension, unit, number("value"))),
+                 exact(number("from")));
         QCOMPARE(units()->getMeasurementUnitPrecision(dimension, unit),
                  TestData::field<unsigned int>("decimals"));
         QCOMPARE(units()->getMeasurementUnitStep(dimension, unit), number("step"));
@@ -84,14 +81,6 @@ private Q_SLOTS:
         const QByteArray rows = TestData::content("measurement-units.txt");
         for (const E_MeasurementUnit unit : MeasurementManager::getMeasurementUnits())
             QVERIFY2(rows.contains(" | 1 | " + QByteArray::number(unit) + " | "), QByteArray::number(unit));
-    }
-
-    void otherNumbersAreCentimetre()
-    {
-        for (const int unit : {-1, 0, int(MeasurementManager::getMeasurementUnits().count()) + 1}) {
-            QCOMPARE(units()->getLinearMeasurementUnitAbbrevation(E_MeasurementUnit(unit)), "cm"_q);
-            QCOMPARE(units()->getSquaredMeasurementUnitAbbrevation(E_MeasurementUnit(unit)), "m²"_q);
-        }
     }
 
     void functionsOfOneDimensionAgree()

@@ -1,5 +1,4 @@
 #include "TestData.h"
-#include "TestHome.h"
 #include "TestLog.h"
 
 #include "examples/planner/MainWindow.h"

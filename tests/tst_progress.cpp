@@ -184,7 +184,8 @@ const Calls VALUES = {
     {"message"_q, call(states, &StateHandler::getCurrentMessage)},
 };
 
-/// Makes a call on the state handler, "abort", or on a step, "a.percent 40"; "later abort" from the event loop.
+/// Makes a call on the state handler, "abort", or on a step, "a.percent 40"; "later abort" from the event
+/// loop.
 QVariant make(const Calls& calls, const QString& text)
 {
     QStringList words = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);

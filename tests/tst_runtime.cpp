@@ -1,5 +1,4 @@
 #include "OtherPrograms.h"
-#include "TestFiles.h"
 #include "TestLog.h"
 
 #include "globals/ConfigManager.h"
@@ -20,10 +19,7 @@ namespace {
 
 const QString APPLICATION = "Application"_q;
 
-ConfigManager* config()
-{
-    return ConfigManager::getInstance();
-}
+const auto config = &ConfigManager::getInstance;
 
 /// What the next start would see.
 ConfigManager* nextStart()

@@ -1,6 +1,4 @@
 #include "OtherPrograms.h"
-#include "TestData.h"
-#include "TestHome.h"
 #include "TestLog.h"
 
 #include "examples/viewer/SettingsDialog.h"
@@ -55,16 +53,7 @@ private Q_SLOTS:
         QVERIFY(!m_window->findChild<ProgressDialog*>()->isVisible());
     }
 
-    void tellsWhyACatalogueCannotBeRead_data()
-    {
-        QTest::addColumn<QString>("password");
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QString>("reason");
-        QTest::newRow("missing") << "secret"_q
-                                 << "none.dat"_q
-                                 << "none.dat"_q;
-        QTest::newRow("wrong password") << "other"_q << m_file << "\"sofas\" is damaged"_q;
-    }
+    void tellsWhyACatalogueCannotBeRead_data() { TestData::addRows("catalogue-errors.txt"); }
     void tellsWhyACatalogueCannotBeRead()
     {
         m_window = std::make_unique<ViewerWindow>(TestData::field("password"));

@@ -27,10 +27,7 @@ QStringList itemsOf(const QComboBox& box)
     return items;
 }
 
-StateHandler* states()
-{
-    return StateHandler::getInstance();
-}
+const auto states = &StateHandler::getInstance;
 
 /// The visible rows: "label value/maximum", without a maximum for a bar that is busy.
 QStringList rowsOf(const QDialog& dialog)
@@ -87,15 +84,7 @@ private Q_SLOTS:
         m_config->clearSettings();
     }
 
-    void aUnitBoxShowsAnyUnit_data()
-    {
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("millimetre") << int(E_MU_MILLIMETER) << "mm - Millimeter"_q;
-        QTest::newRow("foot") << int(E_MU_FOOT) << "ft - Fuß"_q;
-        QTest::newRow("none") << int(E_MU_UNDEFINED) << "cm - Zentimeter"_q;
-        QTest::newRow("unknown") << 7 << "cm - Zentimeter"_q;
-    }
+    void aUnitBoxShowsAnyUnit_data() { TestData::addRows("unit-boxes.txt"); }
     void aUnitBoxShowsAnyUnit()
     {
         const auto unit = E_MeasurementUnit(TestData::field<int>("unit"));
@@ -209,30 +198,26 @@ private Q_SLOTS:
         QCOMPARE(dialog.result(), int(QDialog::Rejected));
     }
 
-    void aProgressDialogAborts_data()
-    {
-        QTest::addColumn<int>("key");
-        QTest::newRow("button") << int(Qt::Key_Space);
-        QTest::newRow("escape") << int(Qt::Key_Escape);
-        QTest::newRow("close") << 0;
-    }
     void aProgressDialogAborts()
     {
         ProgressDialog dialog;
-        const auto result = runWorker("P"_q, [] {
-            while (!states()->wasAborted())
-                QThread::msleep(1);
-        });
         auto* button = dialog.findChild<QPushButton*>();
-        QTRY_VERIFY(button->isVisible() && button->isEnabled());
-        const int key = TestData::field<int>("key");
-        if (key == 0)
-            dialog.close();
-        else
-            QTest::keyClick(key == Qt::Key_Space ? static_cast<QWidget*>(button) : &dialog, Qt::Key(key));
-        QVERIFY(dialog.isVisible()); // until the work has ended
-        QTRY_VERIFY(!dialog.isVisible());
-        QVERIFY(states()->wasAborted());
+        const QMap<QString, std::function<void()>> ways = {
+            {"button"_q, [button] { QTest::keyClick(button, Qt::Key_Space); }},
+            {"escape"_q, [&dialog] { QTest::keyClick(&dialog, Qt::Key_Escape); }},
+            {"close"_q, [&dialog] { dialog.close(); }}};
+        for (const QString& way : ways.keys()) {
+            const TestHome::Turn turn(way);
+            const auto result = runWorker("P"_q, [] {
+                while (!states()->wasAborted())
+                    QThread::msleep(1);
+            });
+            QTRY_VERIFY(button->isVisible() && button->isEnabled());
+            ways[way]();
+            QVERIFY(dialog.isVisible()); // until the work has ended
+            QTRY_VERIFY(!dialog.isVisible());
+            QVERIFY(states()->wasAborted());
+        }
     }
 
     void aShortProcessIsNotShown()

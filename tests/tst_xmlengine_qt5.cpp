@@ -1,4 +1,3 @@
-#include "TestHome.h"
 #include "TestLog.h"
 
 #include "globals/MessageHandler.h"

@@ -2,6 +2,7 @@
 
 #include "commands/Command.h"
 #include "support/LogRecord.h"
+#include "support/Report.h"
 
 #include "globals/MeasurementManager.h"
 #include "globals/PresetManager.h"
@@ -39,12 +40,6 @@ QStringList presets()
     return keys;
 }
 
-QStringList parts()
-{
-    return {QStringLiteral("logs"),     QStringLiteral("paths"), QStringLiteral("presets"),
-            QStringLiteral("settings"), QStringLiteral("state"), QStringLiteral("versions")};
-}
-
 struct ValueRow
 {
     const char* word;
@@ -52,8 +47,11 @@ struct ValueRow
 };
 
 constexpr ValueRow VALUES[] = {
-    {"UNIT", &units},     {"DIMENSION", &dimensions}, {"LEVEL", &globalsctl::levelNames},
-    {"PRESET", &presets}, {"PART", &parts},
+    {"UNIT", &units},
+    {"DIMENSION", &dimensions},
+    {"LEVEL", &globalsctl::levelNames},
+    {"PRESET", &presets},
+    {"PART", &globalsctl::reportPartNames},
 };
 
 constexpr const char* FILES[] = {"FILE", "TARGET", "TEXT", "ARCHIVE"};

@@ -129,47 +129,51 @@ QStringList newestLogs()
     return paths.mid(0, MOST_LOGS);
 }
 
-void requireKnown(const QStringList& excluded)
+/// The names of the parts that are to be left out, "state" or "logs/a.log". Throws UsageError for what is
+/// none.
+QStringList excludedParts(const QCommandLineParser& line)
 {
-    QStringList known = {LOGS};
-    for (const PartRow& part : PARTS)
-        known << QString::fromLatin1(part.name);
-    for (const QString& name : excluded) {
-        const QString first = name.section(QLatin1Char('/'), 0, 0);
-        if (!known.contains(first) && !known.contains(QFileInfo(first).completeBaseName()))
+    const QStringList known = reportPartNames();
+    QStringList excluded;
+    for (const QString& given : line.values(QStringLiteral("exclude"))) {
+        // As they are called in the archive, and as shells complete the name of a folder.
+        static const QRegularExpression END(QStringLiteral("(\\.txt|/+)$"));
+        const QString name = QString(given).remove(END);
+        const bool isLog = name.startsWith(LOGS + QLatin1Char('/')) && name.endsWith(QLatin1String(".log"));
+        if (!known.contains(name) && !isLog)
             throw UsageError(QStringLiteral("--exclude is \"%1\", not one of %2%3")
-                                 .arg(name, known.join(QStringLiteral(", ")), suggestion(first, known)));
+                                 .arg(given, known.join(QStringLiteral(", ")), suggestion(name, known)));
+        excluded << name;
     }
-}
-
-/// Whether \p part, "logs/a.log" or "state.txt", has one of these names or is in a folder that has.
-bool isExcluded(const QString& part, const QStringList& excluded)
-{
-    return std::any_of(excluded.begin(), excluded.end(), [&part](const QString& name) {
-        return part == name || part == name + QLatin1String(".txt")
-               || part.startsWith(name + QLatin1Char('/'));
-    });
+    return excluded;
 }
 
 } // namespace
 
+QStringList reportPartNames()
+{
+    QStringList names = {LOGS};
+    for (const PartRow& part : PARTS)
+        names << QString::fromLatin1(part.name);
+    return names;
+}
+
 ReportParts reportParts(const QCommandLineParser& line)
 {
-    const QStringList excluded = line.values(QStringLiteral("exclude"));
-    requireKnown(excluded);
+    const QStringList excluded = excludedParts(line);
     useFoldersOf(line);
     ReportParts parts;
     const auto add = [&parts](const QString& name, const QString& text) {
         parts.insert(name, withoutSecrets(text).toUtf8());
     };
     for (const PartRow& part : PARTS) {
-        const QString name = QLatin1String(part.name) + QStringLiteral(".txt");
-        if (!isExcluded(name, excluded))
-            add(name, textOf(part, line) + QLatin1Char('\n'));
+        const QString name = QLatin1String(part.name);
+        if (!excluded.contains(name))
+            add(name + QStringLiteral(".txt"), textOf(part, line) + QLatin1Char('\n'));
     }
-    for (const QString& path : newestLogs()) {
+    for (const QString& path : excluded.contains(LOGS) ? QStringList() : newestLogs()) {
         const QString name = LOGS + QLatin1Char('/') + QFileInfo(path).fileName();
-        if (!isExcluded(name, excluded))
+        if (!excluded.contains(name))
             add(name, endOfLog(path));
     }
     return parts;
@@ -177,11 +181,13 @@ ReportParts reportParts(const QCommandLineParser& line)
 
 QString withoutSecrets(QString text)
 {
-    static const QRegularExpression NAMED(QStringLiteral("(%1)(\"?\\s*[=:]\\s*)(\"[^\"\\n]*\"|[^\\s\"]+)")
-                                              .arg(wordsForSecrets().join(QLatin1Char('|'))),
+    // A value in quotes ends with its line where the second quote is missing.
+    const QString value = QStringLiteral("\"(?:[^\"\\\\\n]|\\\\.)*\"?|'[^'\n]*'?|[^\\s\"]+");
+    static const QRegularExpression NAMED(QStringLiteral("((?:%1)\\w*[\"']?\\s*[=:]\\s*)(?:%2)")
+                                              .arg(wordsForSecrets().join(QLatin1Char('|')), value),
                                           QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression IN_ADDRESS(QStringLiteral("(\\w+://[^/\\s:@]+):[^@/\\s]+@"));
-    text.replace(NAMED, QStringLiteral("\\1\\2***"));
+    static const QRegularExpression IN_ADDRESS(QStringLiteral("(\\w+://[^/\\s:@]*):[^@/\\s]+@"));
+    text.replace(NAMED, QStringLiteral("\\1***"));
     return text.replace(IN_ADDRESS, QStringLiteral("\\1:***@"));
 }
 

@@ -13,6 +13,9 @@ namespace globalsctl {
 /// as names tell: values of keys such as "password", and what follows such words in a text, are left out.
 using ReportParts = QMap<QString, QByteArray>;
 
+/// What --exclude may name: all logs, and each other part.
+QStringList reportPartNames();
+
 /// Of the application that \p line names, without the parts that --exclude names. Throws UsageError for names
 /// that no part can have. A part that cannot be had says why.
 ReportParts reportParts(const QCommandLineParser& line);

@@ -24,17 +24,16 @@ struct SpanRow
 
 constexpr SpanRow SPANS[] = {{'s', 1}, {'m', MINUTE}, {'h', HOUR}, {'d', DAY}};
 
-struct FormRow
+constexpr const char* DATE_FORMS[] = {"yyyy-MM-dd", "dd.MM.yyyy"};
+constexpr int DATE_SIZE = 10;
+
+struct ClockRow
 {
     const char* form;
     qint64 lasts; ///< seconds: what such a text stands for goes on so long
 };
 
-constexpr FormRow FORMS[] = {
-    {"yyyy-MM-dd", DAY},          {"yyyy-MM-dd hh:mm", MINUTE}, {"yyyy-MM-dd hh:mm:ss", 1},
-    {"yyyy-MM-ddThh:mm", MINUTE}, {"yyyy-MM-ddThh:mm:ss", 1},   {"dd.MM.yyyy", DAY},
-    {"dd.MM.yyyy hh:mm", MINUTE}, {"dd.MM.yyyy hh:mm:ss", 1},
-};
+constexpr ClockRow CLOCK_FORMS[] = {{"hh:mm", MINUTE}, {"hh:mm:ss", 1}};
 
 /// From the first second to the last one.
 struct Moment
@@ -57,14 +56,39 @@ std::optional<Moment> momentAgo(const QString& text)
     return Moment{moment, moment};
 }
 
+/// In UTC, where each day has all its hours: a log does not say when its clock was changed.
+Moment momentAt(const QDate& date, const QTime& clock, qint64 lasts)
+{
+    const QDateTime begin(date, clock, Qt::UTC);
+    return {begin, begin.addSecs(lasts - 1)};
+}
+
+QDate dateIn(const QString& text)
+{
+    for (const char* form : DATE_FORMS) {
+        const QDate date = QDate::fromString(text, QLatin1String(form));
+        if (date.isValid())
+            return date;
+    }
+    return {};
+}
+
 std::optional<Moment> momentIn(const QString& text)
 {
-    for (const FormRow& row : FORMS) {
-        const QDateTime begin = QDateTime::fromString(text, QLatin1String(row.form));
-        if (begin.isValid())
-            return Moment{begin, begin.addSecs(row.lasts - 1)};
+    const QDate date = dateIn(text.left(DATE_SIZE));
+    if (!date.isValid())
+        return momentAgo(text);
+    const QString rest = text.mid(DATE_SIZE);
+    if (rest.isEmpty())
+        return momentAt(date, QTime(0, 0), DAY);
+    if (rest[0] != QLatin1Char(' ') && rest[0] != QLatin1Char('T'))
+        return std::nullopt;
+    for (const ClockRow& row : CLOCK_FORMS) {
+        const QTime clock = QTime::fromString(rest.mid(1), QLatin1String(row.form));
+        if (clock.isValid())
+            return momentAt(date, clock, row.lasts);
     }
-    return momentAgo(text);
+    return std::nullopt;
 }
 
 Moment momentOf(const QCommandLineParser& line, const QString& option)

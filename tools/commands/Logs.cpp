@@ -44,7 +44,7 @@ public:
         }
     }
 
-    /// Opens the files that are new, or have taken the place of others.
+    /// Opens the files that are new, or have taken the place of others, which are closed once they are read.
     void openNew()
     {
         for (const QString& path : wanted()) {
@@ -52,6 +52,8 @@ public:
             if (QFileInfo::exists(path) && std::none_of(m_readers.begin(), m_readers.end(), isRead))
                 open(path);
         }
+        const auto isOver = [](const auto& reader) { return reader->isOver(); };
+        m_readers.erase(std::remove_if(m_readers.begin(), m_readers.end(), isOver), m_readers.end());
     }
 
 private:
@@ -61,6 +63,7 @@ private:
     {
         const OpenEnd openEnd = m_isFollowed ? OpenEnd::Awaited : OpenEnd::Taken;
         m_readers.push_back(std::make_unique<LogReader>(path, openEnd));
+        m_showsNames = m_showsNames || path != m_readers.front()->path();
     }
 
     void print(const LogReader& reader, const LogRecord& record) const
@@ -74,7 +77,7 @@ private:
             return;
         }
         const QString line = lineOf(record);
-        printResult(m_readers.size() > 1 ? printable(reader.name()) + QStringLiteral("  ") + line : line);
+        printResult(m_showsNames ? printable(reader.name()) + QStringLiteral("  ") + line : line);
     }
 
     const QStringList m_named;
@@ -82,6 +85,7 @@ private:
     const bool m_inJson;
     const LogFilter m_filter;
     LogReaders m_readers;
+    bool m_showsNames = false; ///< of the logs, because there are several
 };
 
 /// Until the user ends it, or nobody reads any more.

@@ -88,6 +88,12 @@ bool LogReader::isAt(const QString& path) const
     return FileSystem::identityOf(m_file) == FileSystem::identityOf(path);
 }
 
+bool LogReader::isOver()
+{
+    const bool isReplaced = QFileInfo::exists(m_path) && !isAt(m_path);
+    return isReplaced && !head() && !m_head;
+}
+
 LogReader* readerOfOldest(const LogReaders& readers)
 {
     LogReader* oldest = nullptr;

@@ -36,6 +36,8 @@ public:
 
     /// Whether \p path is the file that is read, which may have had another name when it was opened.
     bool isAt(const QString& path) const;
+    /// Whether another file has its name by now, and all of this one has been read.
+    bool isOver();
 
 private:
     QByteArray readLine();

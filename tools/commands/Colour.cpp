@@ -162,13 +162,13 @@ void printAnswerTo(const QString& argument, bool inJson)
 
 int showColour(const QCommandLineParser& line)
 {
-    const QString argument = line.positionalArguments().value(0);
+    const QStringList arguments = line.positionalArguments();
     const bool inJson = line.isSet(QStringLiteral("json"));
     const bool isImage = line.isSet(QStringLiteral("image"));
     if (isImage)
         writeImage(line);
-    if (!argument.isEmpty())
-        printAnswerTo(argument, inJson);
+    if (!arguments.isEmpty())
+        printAnswerTo(arguments.first(), inJson);
     else if (!isImage)
         printList(inJson);
     return Done;

@@ -1,5 +1,6 @@
 #include "commands/Command.h"
 #include "support/Archive.h"
+#include "support/Failure.h"
 #include "support/Output.h"
 
 #include "globals/DataBlock.h"
@@ -97,10 +98,14 @@ void printNames(const Archive& archive)
 
 int listData(const QCommandLineParser& line)
 {
+    const bool inJson = line.isSet(QStringLiteral("json"));
+    const bool onlyNames = line.isSet(QStringLiteral("names"));
+    if (inJson && onlyNames)
+        throw UsageError(QStringLiteral("--names and --json cannot both be had"));
     const Archive archive(line.positionalArguments().first());
-    if (line.isSet(QStringLiteral("names")))
+    if (onlyNames)
         printNames(archive);
-    else if (line.isSet(QStringLiteral("json")))
+    else if (inJson)
         printAnswer(objectOf(archive, listingOf(archive)));
     else
         printListing(listingOf(archive));

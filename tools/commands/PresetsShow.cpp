@@ -11,8 +11,8 @@ namespace globalsctl {
 
 int showPresets(const QCommandLineParser& line)
 {
-    const QString path = line.positionalArguments().value(0);
-    const PresetFile file = path.isEmpty() ? PresetFile() : PresetFile(path);
+    const QStringList files = line.positionalArguments();
+    const PresetFile file = files.isEmpty() ? PresetFile() : PresetFile(files.first());
     if (file.hasFaults())
         printRemarks(file);
     file.readAsApplication();

@@ -38,6 +38,12 @@ double numberIn(const QString& digits)
     return QString(digits).replace(QLatin1Char(','), QLatin1Char('.')).toDouble();
 }
 
+/// Nothing for a number of too many digits.
+std::optional<double> ifFinite(double value)
+{
+    return std::isfinite(value) ? std::make_optional(value) : std::nullopt;
+}
+
 bool isMinus(const QString& sign)
 {
     return !sign.isEmpty() && sign != QLatin1String("+");
@@ -81,7 +87,7 @@ std::optional<double> MeasurementManager::parseMeasurement(E_MeasurementDimensio
     const QString trimmed = text.trimmed();
     if (dimension == E_MD_LINEAR) {
         if (const auto length = feetAndInches(*this, trimmed))
-            return length;
+            return ifFinite(*length);
     }
     const auto match = FORM.match(trimmed);
     const QString typed = match.captured(3);
@@ -90,8 +96,7 @@ std::optional<double> MeasurementManager::parseMeasurement(E_MeasurementDimensio
         return std::nullopt;
     const double number =
         isMinus(match.captured(1)) ? -numberIn(match.captured(2)) : numberIn(match.captured(2));
-    const double value = fromMeasurementUnit(dimension, *typedUnit, number);
-    return std::isfinite(value) ? std::make_optional(value) : std::nullopt;
+    return ifFinite(fromMeasurementUnit(dimension, *typedUnit, number));
 }
 
 std::optional<double> MeasurementManager::parseMeasurement(const QString& text) const

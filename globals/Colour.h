@@ -95,11 +95,10 @@ GLOBALS_EXPORT void spectrum_to_xyz(double (*spec_intens)(const double&), float&
 /// in watts per square metre and metre of wavelength.
 [[nodiscard]] GLOBALS_EXPORT double bb_spectrum(const double& wavelength);
 
-/// The colour of a black body of \p kelvin, in linear RGB of Rec709system, scaled so that the greatest
-/// component is
-/// 1. Below about 1900 kelvin blue is negative, at the lowest temperatures green too. Below about 150 kelvin
-/// and at extremely high temperatures the sums leave the range of single precision, and the components are
-/// NaN. Stores \p kelvin in _bbTemp.
+/// The colour of a black body of \p kelvin, in linear RGB of Rec709system, scaled as by norm_rgb(): the
+/// greatest component is one. Below about 1900 kelvin blue is negative, at the lowest temperatures green too.
+/// Below about 150 kelvin and at extremely high temperatures the sums leave the range of single precision,
+/// and the components are NaN. Stores \p kelvin in _bbTemp.
 GLOBALS_EXPORT void temperaturToColor(const double& kelvin, float& r, float& g, float& b);
 
 /// The same as a screen shows it: negative components are 0, and the transfer function of Rec709system is

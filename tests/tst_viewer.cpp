@@ -53,6 +53,15 @@ private Q_SLOTS:
         QVERIFY(!m_window->findChild<ProgressDialog*>()->isVisible());
     }
 
+    void showsASearchBeforeTheNextOneBegins()
+    {
+        m_window->open(m_file);
+        while (StateHandler::getInstance()->isProcessRunning())
+            QThread::msleep(1);
+        find("sofa"_q); // before the window has heard of the end
+        QTRY_COMPARE(status(), "4 articles found."_q);
+    }
+
     void tellsWhyACatalogueCannotBeRead_data() { TestData::addRows("catalogue-errors.txt"); }
     void tellsWhyACatalogueCannotBeRead()
     {

@@ -95,11 +95,10 @@ void ViewerWindow::open(const QString& path)
 
 void ViewerWindow::search()
 {
-    if (StateHandler::getInstance()->isProcessRunning())
+    if (m_work.valid())
         return;
-    m_work = runWorker(tr("Searching"), [this, text = m_text->text()] {
-        m_articles =
-            findArticles(m_path, m_password, text); // the window looks at them when the work has ended
+    m_work = runWorker(tr("Searching"), [this, path = m_path, text = m_text->text()] {
+        m_articles = findArticles(path, m_password, text); // the window looks at them when the work has ended
     });
 }
 
@@ -120,6 +119,8 @@ void ViewerWindow::showEnd(E_ProcessResult result)
 
 void ViewerWindow::showArticles()
 {
+    if (m_work.valid())
+        return; // they are the worker's, and shown when it has ended
     m_rows->removeRows(0, m_rows->rowCount());
     for (const Article& article : std::as_const(m_articles)) {
         QList<QStandardItem*> row;

@@ -22,7 +22,7 @@ class ViewerWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    ViewerWindow(QString password, QWidget* parent = nullptr);
+    explicit ViewerWindow(QString password, QWidget* parent = nullptr);
     ~ViewerWindow() override;
 
     void open(const QString& path);
@@ -40,7 +40,7 @@ private:
     QString m_path;
     const QString m_password;
     QVector<Article> m_articles;
-    std::future<TEKLUVA::E_ProcessResult> m_work;
+    std::future<TEKLUVA::E_ProcessResult> m_work; ///< valid until its end has been shown
     QLineEdit* m_text;
     QStandardItemModel* m_rows;
     TEKLUVA::LogDock* m_log;

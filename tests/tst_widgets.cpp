@@ -194,8 +194,20 @@ private Q_SLOTS:
         addStep("first"_q, ProgressStep::E_PRT_PERCENT_ALT); // with the number that another one had
         states()->getStepData("first"_q)->handleProgressState(3, 4);
         QTRY_COMPARE(rowsOf(dialog), QStringList({"first 75/100"_q}));
+        QCOMPARE(dialog.findChildren<QLabel*>().last()->textFormat(), Qt::PlainText);
+        states()->setProgressStepState("first"_q, ProgressStep::E_PS_FINISHED);
+        QTRY_COMPARE(rowsOf(dialog), QStringList({"first 100/100"_q}));
         states()->endProcess(E_PR_FAILED);
         QCOMPARE(dialog.result(), int(QDialog::Rejected));
+    }
+
+    void aLateEndDoesNotHideTheNextProcess()
+    {
+        ProgressDialog dialog;
+        runWorker("P"_q, [] {}).wait(); // its last signal is still waiting for the event loop
+        states()->newProcess("Next"_q, false, false);
+        QTRY_VERIFY(dialog.isVisible());
+        states()->endProcess(E_PR_DONE);
     }
 
     void aProgressDialogAborts()

@@ -1,5 +1,7 @@
 #include "globals/widgets/PresetTable.h"
 
+#include "ToolTip_p.h"
+
 #include "globals/PresetManager.h"
 
 #include <QEvent>
@@ -14,7 +16,7 @@ QStandardItem* makeItem(const QVariant& content)
 {
     auto* item = new QStandardItem;
     item->setData(content, Qt::DisplayRole);
-    item->setToolTip(content.toString()); // bounds may be longer than the column
+    item->setToolTip(toolTipOf(content.toString())); // bounds may be longer than the column
     item->setEditable(false);
     return item;
 }

@@ -1,5 +1,7 @@
 #include "globals/widgets/ProgressDialog.h"
 
+#include "ToolTip_p.h"
+
 #include <QEvent>
 #include <QFormLayout>
 #include <QLabel>
@@ -47,14 +49,16 @@ bool isPercentage(ProgressStep::E_ProgressType type)
 void showStep(const ProgressStepSnapshot& step, QProgressBar* bar)
 {
     const bool showsPercent = isPercentage(step.type);
-    const bool isEmptyAndFinished = step.barSteps == 0 && step.state == ProgressStep::E_PS_FINISHED;
-    const quint64 all = showsPercent ? 100 : isEmptyAndFinished ? 1 : step.barSteps; // 0: the bar is busy
-    const quint64 done = showsPercent ? step.percent : isEmptyAndFinished ? 1 : step.currentBarStep;
+    quint64 all = showsPercent ? 100 : step.barSteps; // 0: the bar is busy
+    quint64 done = showsPercent ? step.percent : step.currentBarStep;
+    const bool isFinished = step.state == ProgressStep::E_PS_FINISHED;
+    if (isFinished && (showsPercent || all == 0))
+        done = all = std::max<quint64>(all, 1);
     constexpr quint64 LARGEST = std::numeric_limits<int>::max();
     const quint64 divisor = all / LARGEST + 1;
     bar->setMaximum(static_cast<int>(all / divisor));
     bar->setValue(static_cast<int>(done / divisor));
-    bar->setToolTip(step.description);
+    bar->setToolTip(toolTipOf(step.description));
 }
 
 /// Of a label, in which an ampersand would mark a letter.
@@ -86,6 +90,7 @@ void ProgressDialog::Private::setSteps(const QVector<ProgressStepSnapshot>& show
     for (const ProgressStepSnapshot& step : shown) {
         steps.append({step.id, new QProgressBar});
         auto* label = new QLabel;
+        label->setTextFormat(Qt::PlainText); // names of files are in it
         label->setBuddy(steps.last().bar);
         rows->insertRow(static_cast<int>(steps.size()) - 1, label, steps.last().bar);
     }
@@ -131,7 +136,9 @@ ProgressDialog::ProgressDialog(QWidget* parent)
         setWindowTitle(snapshot.processName);
         d->show(snapshot);
     });
-    connect(states, &StateHandler::processFinished, this, [this](E_ProcessResult result) {
+    connect(states, &StateHandler::processFinished, this, [this, states](E_ProcessResult result) {
+        if (states->isProcessRunning())
+            return; // the next one began before a worker's last signal arrived
         d->opening.stop();
         done(result == E_PR_DONE ? Accepted : Rejected);
     });

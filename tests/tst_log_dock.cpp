@@ -153,10 +153,12 @@ private Q_SLOTS:
         dock->findChild<QTreeView*>()->scrollToTop();
         writeLines();
         QCOMPARE(bar->value(), 0); // whoever reads is left in peace
-        write(log, {"information"});
+        write(log, {"<b>two\nlines"});
         dock->setLowestLevel(E_LL_INFO);
+        dock->setLowestLevel(E_LogLevel(0));
         QCOMPARE(dock->getLowestLevel(), E_LL_INFO);
-        QCOMPARE(dock->getModel()->rowCount(), 1);
+        QCOMPARE(messagesIn(*dock->getModel()), "<b>two lines"_q);
+        QVERIFY(!dock->getModel()->index(0, 2).data(Qt::ToolTipRole).toString().contains("<b>"_q));
         dock->setLowestLevel(E_LL_DEBUG);
         QCoreApplication::processEvents();
         QVERIFY(bar->maximum() > 0);

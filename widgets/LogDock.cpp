@@ -53,6 +53,7 @@ class GLOBALS_WIDGETS_NO_EXPORT LogDock::Private
 public:
     LogModel* model = nullptr;
     QComboBox* lowest = nullptr;
+    QTreeView* view = nullptr;
 };
 
 LogDock::LogDock(Log* log, QWidget* parent)
@@ -67,7 +68,7 @@ LogDock::LogDock(Log* log, QWidget* parent)
         d->lowest->addItem(QString(), static_cast<int>(row.level));
     layout->addWidget(d->lowest, 0, Qt::AlignLeft);
 
-    auto* view = new QTreeView;
+    auto* view = d->view = new QTreeView;
     d->model = new LogModel(log, this);
     view->setModel(d->model);
     view->setRootIsDecorated(false);
@@ -95,7 +96,9 @@ LogModel* LogDock::getModel() const
 
 void LogDock::setLowestLevel(E_LogLevel level)
 {
-    d->lowest->setCurrentIndex(d->lowest->findData(static_cast<int>(level)));
+    const int row = d->lowest->findData(static_cast<int>(level));
+    if (row >= 0)
+        d->lowest->setCurrentIndex(row);
 }
 
 E_LogLevel LogDock::getLowestLevel() const
@@ -106,6 +109,7 @@ E_LogLevel LogDock::getLowestLevel() const
 void LogDock::setTexts()
 {
     setWindowTitle(tr("Protokoll"));
+    d->view->setAccessibleName(windowTitle());
     d->lowest->setAccessibleName(tr("Welche Meldungen gezeigt werden"));
     for (int i = 0; i < d->lowest->count(); ++i)
         d->lowest->setItemText(i, tr(LOWEST_LEVELS[i].text));

@@ -1,5 +1,7 @@
 #include "globals/widgets/LogModel.h"
 
+#include "ToolTip_p.h"
+
 #include <QApplication>
 #include <QDateTime>
 #include <QLocale>
@@ -54,14 +56,14 @@ QVariant shown(const LogModelRow& row, int column)
     if (column == LogModel::E_LC_LEVEL)
         return LogModel::tr(lookOf(row.level).name);
     if (column == LogModel::E_LC_MESSAGE)
-        return row.message;
+        return QString(row.message).replace(QLatin1Char('\n'), QLatin1Char(' ')); // rows are one line high
     return QLocale().toString(QDateTime::fromMSecsSinceEpoch(row.time).time(), QStringLiteral("hh:mm:ss"));
 }
 
 QVariant toolTip(const LogModelRow& row, int column)
 {
     if (column != LogModel::E_LC_TIME)
-        return column == LogModel::E_LC_MESSAGE ? row.message : QVariant();
+        return column == LogModel::E_LC_MESSAGE ? toolTipOf(row.message) : QVariant();
     return QLocale().toString(QDateTime::fromMSecsSinceEpoch(row.time), QLocale::LongFormat);
 }
 

@@ -28,7 +28,7 @@ public:
 
     /// Belongs to the dock.
     LogModel* getModel() const;
-    /// The lowest level that is shown, E_LL_DEBUG at first.
+    /// The lowest level that is shown, E_LL_DEBUG at first. A number that is no level changes nothing.
     void setLowestLevel(E_LogLevel level);
     E_LogLevel getLowestLevel() const;
 

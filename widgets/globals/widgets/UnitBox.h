@@ -20,12 +20,13 @@ GLOBALS_WIDGETS_EXPORT void selectUnit(QComboBox* box, E_MeasurementUnit unit);
 /// The unit that \p box shows; E_MU_UNDEFINED for an empty box.
 [[nodiscard]] GLOBALS_WIDGETS_EXPORT E_MeasurementUnit selectedUnit(const QComboBox* box);
 
-/// A choice of the unit of lengths, in the user's language. With a use it shows what is stored, also when
-/// that changes elsewhere, and stores what the user chooses.
+/// A choice of the unit of lengths, in the user's language. With a use it shows what is stored, also after
+/// another part of the program has stored another unit, and stores what the user chooses.
 ///
 ///     form->addRow(tr("&Unit"), new UnitBox(E_UU_CONSTRUCTION));
 ///
-/// Main thread only. The settings are read when the box is made and when they change.
+/// Main thread only. The settings are read when the box is made and after each signal of MeasurementManager:
+/// what another process stores, or a reset, which has no signal, does not show.
 class GLOBALS_WIDGETS_EXPORT UnitBox : public QComboBox
 {
     Q_OBJECT

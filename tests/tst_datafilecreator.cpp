@@ -78,7 +78,6 @@ private Q_SLOTS:
                     ? creator.createArchivFromFiles(files, SUBJECT, password, isEntry)
                     : creator.createArchivFromData(data, SUBJECT, password, isEntry));
 
-        QVERIFY(!TestPlatform::IS_UNIX || outputOf("unzip"_q, {"-tq"_q, SUBJECT}).startsWith("No errors"));
         QCOMPARE(QString::fromUtf8(TestArchives::namesIn(TestFiles::contentOf(SUBJECT)).join(';')),
                  TestData::field("names"));
         const QByteArray header = TestFiles::contentOf(SUBJECT).left(14);
@@ -90,6 +89,8 @@ private Q_SLOTS:
             contents << reader.getContentOfArchivedFile(name);
         QCOMPARE(QString::fromUtf8(contents.join(';')), TestData::field("contents"));
         QVERIFY(QFileInfo(SUBJECT).permissions() & QFile::ReadOther);
+        SKIP_ON_WINDOWS("unzip");
+        QVERIFY(outputOf("unzip"_q, {"-tq"_q, SUBJECT}).startsWith("No errors"));
     }
 
     void keepsTheOlderArchiveOnFailure()
@@ -97,15 +98,14 @@ private Q_SLOTS:
         TestTree::make("in/good=content pipe~ subject=old"_q);
         QVERIFY(TestFiles::write("in/large"_q, TestData::content("large.dat")));
         const auto before = TestFiles::treeBelow();
-        const QString pipe = TestPlatform::IS_UNIX ? "pipe"_q : "in"_q;
         const DataFileCreator creator;
         const auto packs = [&creator](const QStringList& files, const QString& target = SUBJECT) {
             return creator.createArchivFromFiles(files, target, QString())
                    || creator.createArchivFromFiles(files, target, PASSWORD);
         };
-        for (const QString& target : {QString(), "no/such/folder"_q, "in"_q, pipe})
+        for (const QString& target : {QString(), "no/such/folder"_q, "in"_q})
             QVERIFY2(!packs({"in/good"_q}, target), qPrintable(target));
-        for (const QString& file : {"missing"_q, "in"_q, pipe, "/proc/self/status"_q}) {
+        for (const QString& file : {"missing"_q, "in"_q}) {
             QVERIFY2(!packs({"in/good"_q, file}), qPrintable(file));
             QVERIFY2(!packs({file}), qPrintable(file));
         }
@@ -115,12 +115,17 @@ private Q_SLOTS:
         QVERIFY(!creator.packFile(nullptr, "in/good"_q));
         QVERIFY(!creator.createArchivFromFiles({"in/good"_q, "in/large"_q}, SUBJECT, PASSWORD,
                                                [](int entry) { return entry == 0; }));
-        for (const quint64 room : {0U, 20U, 100U, 40000U}) {
-            const TestPlatform::FullDisk disk(room);
-            QVERIFY2(!TestPlatform::IS_UNIX || !packs({"in/good"_q, "in/large"_q}), QByteArray::number(room));
-        }
         QVERIFY(creator.encryptFile("missing"_q, PASSWORD).isEmpty());
         QVERIFY(creator.encryptFile("in"_q, PASSWORD).isEmpty());
+        QCOMPARE(TestFiles::changes(before, TestFiles::treeBelow()).keys(), QByteArrayList());
+        SKIP_ON_WINDOWS("pipes, files of the system, and a disk that tests can fill");
+        QVERIFY(!packs({"in/good"_q}, "pipe"_q));
+        for (const QString& file : {"pipe"_q, "/proc/self/status"_q})
+            QVERIFY2(!packs({"in/good"_q, file}) && !packs({file}), qPrintable(file));
+        for (const quint64 room : {0U, 20U, 100U, 40000U}) {
+            const TestPlatform::FullDisk disk(room);
+            QVERIFY2(!packs({"in/good"_q, "in/large"_q}), QByteArray::number(room));
+        }
         QCOMPARE(TestFiles::changes(before, TestFiles::treeBelow()).keys(), QByteArrayList());
     }
 

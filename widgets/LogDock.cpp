@@ -32,17 +32,17 @@ int levelsFrom(int level)
     return LogModel::ALL_LEVELS & ~(level - 1);
 }
 
-/// Scrolls new rows into sight if the last one was there before.
-void followEnd(QTreeView* view)
+/// Keeps the last row in sight where it is in sight, whatever makes it more to scroll: new rows, or less
+/// room, for a horizontal scroll bar, say, which comes after the rows.
+void followEnd(QScrollBar* bar)
 {
     auto isAtEnd = std::make_shared<bool>(true);
-    QObject::connect(view->model(), &QAbstractItemModel::rowsAboutToBeInserted, view, [view, isAtEnd] {
-        const QScrollBar* bar = view->verticalScrollBar();
-        *isAtEnd = bar->value() == bar->maximum();
-    });
-    QObject::connect(view->model(), &QAbstractItemModel::rowsInserted, view, [view, isAtEnd] {
+    QObject::connect(bar, &QScrollBar::valueChanged, bar,
+                     [bar, isAtEnd](int value) { *isAtEnd = value == bar->maximum(); });
+    QObject::connect(bar, &QScrollBar::rangeChanged, bar, [bar, isAtEnd](int, int maximum) {
         if (*isAtEnd)
-            view->scrollToBottom();
+            bar->setValue(maximum);
+        *isAtEnd = bar->value() == maximum;
     });
 }
 
@@ -76,8 +76,7 @@ LogDock::LogDock(Log* log, QWidget* parent)
     view->setAlternatingRowColors(true);
     view->header()->setResizeContentsPrecision(0); // of the rows in sight only
     view->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    followEnd(view);
-    view->scrollToBottom();
+    followEnd(view->verticalScrollBar());
     layout->addWidget(view);
     setWidget(content);
     connect(d->lowest, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this, view] {

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <system_error>
 
 namespace TEKLUVA {
 
@@ -73,6 +74,8 @@ public:
 
     /// The reason of the first failure, in the words of the system; empty before.
     QString error() const;
+    /// The same as a code, to be compared with those of std::errc.
+    std::error_code errorCode() const;
 
 private:
     class Private;

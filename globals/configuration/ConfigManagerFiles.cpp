@@ -13,7 +13,10 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <memory>
+#include <optional>
+#include <system_error>
 
 namespace TEKLUVA {
 
@@ -64,6 +67,34 @@ bool writeInPlace(const QString& filename, const QByteArray& data, QIODevice::Op
     return failed(isAccepted ? CANNOT_FLUSH : CANNOT_WRITE);
 }
 
+/// Whether a file that cannot be replaced for this \p reason may be written itself: its folder is not
+/// writable or is sticky, it is a mount point or a device, or the file system cannot rename. For any other
+/// reason, such as a full disk, its content would be lost, too.
+bool isReasonToOverwrite(const std::error_code& reason)
+{
+    constexpr std::errc REASONS[] = {
+        std::errc::permission_denied,      std::errc::operation_not_permitted,
+        std::errc::read_only_file_system,  std::errc::device_or_resource_busy,
+        std::errc::cross_device_link,      std::errc::not_supported,
+        std::errc::function_not_supported,
+    };
+    return std::any_of(std::begin(REASONS), std::end(REASONS),
+                       [&reason](std::errc known) { return reason == known; });
+}
+
+bool replaceOrOverwrite(const QString& filename, const QByteArray& data)
+{
+    std::optional<AtomicFile> file(std::in_place, filename);
+    const bool isOpen = !file->errorCode();
+    if (file->write(data) && file->commit())
+        return true;
+    const std::error_code reason = file->errorCode();
+    file.reset(); // and its room is free
+    if (isReasonToOverwrite(reason))
+        return writeInPlace(filename, data, QIODevice::WriteOnly);
+    return failed(isOpen ? CANNOT_FLUSH : CANNOT_OPEN);
+}
+
 /// Runs \p operation; what it throws, for want of memory, is a failure.
 template <typename Operation>
 auto run(Operation&& operation)
@@ -95,16 +126,7 @@ bool writeData(const QString& filename, const QByteArray& data, bool append)
         return failed("No data to write.");
     if (!isUsableTarget(filename))
         return failed(append ? CANNOT_APPEND : CANNOT_OPEN);
-    if (append)
-        return writeInPlace(filename, data, QIODevice::Append);
-    AtomicFile file(filename);
-    if (!file.error().isEmpty())
-        return writeInPlace(filename, data, QIODevice::WriteOnly);
-    if (!file.write(data) || !file.sync())
-        return failed(CANNOT_FLUSH);
-    // There is room. What cannot take the place, in a sticky folder or over a mount point, may yet be
-    // written.
-    return file.commit() || writeInPlace(filename, data, QIODevice::WriteOnly);
+    return append ? writeInPlace(filename, data, QIODevice::Append) : replaceOrOverwrite(filename, data);
 }
 
 /// The account that an auto-save belongs to.

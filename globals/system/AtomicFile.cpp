@@ -317,4 +317,9 @@ QString AtomicFile::error() const
     return d->error ? System::messageOf(d->error) : QString();
 }
 
+std::error_code AtomicFile::errorCode() const
+{
+    return d->error;
+}
+
 } // namespace TEKLUVA

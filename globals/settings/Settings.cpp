@@ -74,6 +74,7 @@ public:
             return Result();
         return run([&]() -> Result {
             const QMutexLocker locked(&lock);
+            const QtMessagePause pause; // a receiver of the active log may need the store
             return query(*store);
         });
     }

@@ -222,6 +222,8 @@ private Q_SLOTS:
         QCOMPARE(m_settings->damagedLines(), QList<int>({3, 4}));
         replace("\n" + before);
         QCOMPARE(m_settings->damagedLines(), QList<int>({4, 5})); // of the file as it is now
+        replace(QByteArray("[\n").repeated(1'000'000));           // in time that grows with the file
+        QCOMPARE(m_settings->damagedLines().size(), 1'000'000);
         replace(before);
         m_settings->setSetting("G"_q, "a"_q, 2);
         QCOMPARE(m_settings->damagedLines(), QList<int>({3, 4})); // in what was written

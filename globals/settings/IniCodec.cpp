@@ -93,9 +93,10 @@ private:
     {
         Line line;
         line.begin = m_begin;
-        const auto bracket = m_content.indexOf(']', m_begin);
-        line.isDamaged = bracket < 0 || bracket >= m_end;
-        const QByteArray name = part(m_begin + 1, line.isDamaged ? m_end : bracket).trimmed();
+        const QByteArray head = part(m_begin + 1, m_end);
+        const auto bracket = head.indexOf(']');
+        line.isDamaged = bracket < 0;
+        const QByteArray name = head.mid(0, bracket).trimmed(); // all of it without a bracket
         if (name.compare(GENERAL, Qt::CaseInsensitive) == 0)
             m_section.clear();
         else if (name.compare(GENERAL_GROUP, Qt::CaseInsensitive) == 0)

@@ -246,6 +246,41 @@ private Q_SLOTS:
         delete registry();
     }
 
+    void theActiveLogIsDeletedWhileTheClockIsCorrected()
+    {
+        const auto correctBy = [](int seconds) {
+            const QDateTime now = QDateTime::currentDateTime();
+            ConfigManager::getInstance()->setCurrentServerTime(now.addSecs(seconds));
+        };
+        std::atomic<int> step{0};
+        auto log = std::make_unique<Log>("before", true);
+        registry()->setActiveLog(log.get());
+        connect(log.get(), &Log::contentChanged, [&step] {
+            step = 1;
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            step = 2;
+        });
+        const TestThreads corrector(
+            1, [&](int) { correctBy(1000); }, [&] { correctBy(0); });
+        while (step == 0)
+            std::this_thread::yield();
+        log.reset();
+        QCOMPARE(step.load(), 2);
+    }
+
+    void anEntryMayMakeTheConfiguration()
+    {
+        Log log("asked", true);
+        registry()->setActiveLog(&log);
+        const QString settings = ConfigManager::getInstance()->getPath(E_PT_SETTINGS) + "settings.ini"_q;
+        delete ConfigManager::getInstance();
+        QFile::remove(settings);
+        QVERIFY(QDir().mkpath(settings)); // which is an error entry
+        delete log.getEntry(99);
+        QVERIFY(QDir().rmdir(settings));
+        QCOMPARE(log.getEntryCount(), 1U);
+    }
+
     void twoLogsShareAFile()
     {
         Log first("shared", true);

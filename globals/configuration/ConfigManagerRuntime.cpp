@@ -31,12 +31,13 @@ bool isGerman(QLocale::Language language)
 
 void renameActiveLog(const QDateTime& serverTime)
 {
-    Log* log = LogManager::getInstance()->getActiveLog();
-    if (!log)
+    if (!LogManager::hasInstance())
         return;
     const QString stamp = QLocale::c().toString(serverTime, QStringLiteral("yyyyMMddhhmmss"));
-    log->setLogName("tekluva-3D_" + stamp.toStdString(), false);
-    log->logStatusMessage("Synchronized to server time.", std::string(), 0);
+    LogManager::getInstance()->withActiveLog([&stamp](Log& log) {
+        log.setLogName("tekluva-3D_" + stamp.toStdString(), false);
+        log.logStatusMessage("Synchronized to server time.", std::string(), 0);
+    });
 }
 
 } // namespace

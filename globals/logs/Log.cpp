@@ -242,13 +242,17 @@ void Log::writeEntry(LogEntry* entry)
 
 LogEntry* Log::getEntry(unsigned int index)
 {
-    const QMutexLocker locked(d->mutex());
-    if (index >= d->entries.size())
-        return new LogEntry(E_LL_WARNING, "Index out of range.");
-    Private::KeptEntry& kept = d->entries[index];
-    if (!kept.entry)
-        kept.entry.reset(new LogEntry(kept.record)); // its constructor is private
-    return kept.entry.get();
+    {
+        const QMutexLocker locked(d->mutex());
+        if (index < d->entries.size()) {
+            Private::KeptEntry& kept = d->entries[index];
+            if (!kept.entry)
+                kept.entry.reset(new LogEntry(kept.record)); // its constructor is private
+            return kept.entry.get();
+        }
+    }
+    // Its time comes from the configuration, which may have to report an error to this log first.
+    return new LogEntry(E_LL_WARNING, "Index out of range.");
 }
 
 LogLines Log::getLines(quint64 from, unsigned int atMost) const

@@ -3,6 +3,7 @@
 #include "TestTree.h"
 
 #include "globals/AtomicFile.h"
+#include "globals/Containment.h"
 #include "globals/WholeFile.h"
 
 #include <QRegularExpression>
@@ -98,6 +99,14 @@ private Q_SLOTS:
         QCOMPARE(contentOf("a\xff").size() + int(fs::file_size("a\xff")), 3);
     }
 
+    void containment()
+    {
+        TestTree::make("a/b/ ab/ l@a"_q);
+        QVERIFY(isWithin("a/b"_q, "a"_q) && isWithin("a/c/d"_q, "a"_q) && isWithin("c/d"_q, "."_q));
+        QVERIFY(!isWithin("ab"_q, "a"_q) && !isWithin("a"_q, "a/b"_q) && !isWithin(""_q, "."_q));
+        QVERIFY(!TestPlatform::IS_UNIX || isWithin("l/c"_q, "a"_q));
+    }
+
     void nothingIsLeftWithoutCommit()
     {
         QVERIFY(write("old", "old"));
@@ -166,6 +175,7 @@ private Q_SLOTS:
         AtomicFile missing(fs::path{"none"});
         QVERIFY(!missing.copyFrom("missing"));
         QCOMPARE(missing.error(), "No such file or directory"_q);
+        QVERIFY(!AtomicFile(fs::path{"none"}).copyFrom("/dev/null"));
     }
 
     void streams()

@@ -275,6 +275,8 @@ bool AtomicFile::copyFrom(const fs::path& source)
     if (!d->check(result))
         return false;
     const FileStatus status = original.status(result);
+    if (!result && status.kind != System::FileKind::Regular)
+        result = std::make_error_code(std::errc::not_supported); // it might never end
     if (!d->check(result) || !d->check(d->file.copyFrom(original)))
         return false;
     d->size = status.size;

@@ -135,7 +135,9 @@ Path canonical(const Path& path, std::error_code& error)
 
 Path weaklyCanonical(const Path& path, std::error_code& error)
 {
-    return std::filesystem::weakly_canonical(path, error);
+    // It would leave a path relative of which nothing exists.
+    const Path whole = std::filesystem::absolute(path, error);
+    return error ? Path() : std::filesystem::weakly_canonical(whole, error);
 }
 
 FileHandle FileHandle::openForReading(const Path& path, std::error_code& error)

@@ -144,6 +144,7 @@ private Q_SLOTS:
         QVERIFY(archive.getContentOfArchivedFile("none").isEmpty());
         QCOMPARE(archive.lastError(),
                  "Could not locate none in the archiv "_q + archive.getFilename() + "."_q);
+        QVERIFY(archive.isArchiv() && archive.lastError().isEmpty());
 
         const DataFileCreator creator;
         QVERIFY(creator.encryptFile("in"_q, PASSWORD).isEmpty());
@@ -227,6 +228,8 @@ private Q_SLOTS:
         const bool isRead = !reader.getContentOfArchivedFile("first.txt").isEmpty();
         QCOMPARE(messages(whileReading), TestData::field("reading"));
         QCOMPARE(isRead, messages(whileReading).isEmpty());
+        reader.visitArchivedFiles(
+            [](const auto& file) { return file.beginning(INT_MAX).isEmpty(); }); // throws nothing
     }
 
     void listsAsManyEntriesAsThereAre()

@@ -49,10 +49,11 @@ QByteArray decryptBlock(const QByteArray& block, const QByteArray& password)
 /// At most \p count bytes; none when they cannot be unpacked.
 QByteArray beginningOf(Archive& archive, const ArchiveEntry& entry, int count)
 {
-    const quint64 size = std::min(entry.size, quint64(std::max(count, 0)));
-    QByteArray bytes(static_cast<int>(size), Qt::Uninitialized);
-    const auto result = archive.unpack(entry, bytes, Archive::Checksum::Ignored);
-    return result == Archive::UnpackResult::Whole ? bytes : QByteArray();
+    auto bytes = allocate(std::min(entry.size, quint64(std::max(count, 0))));
+    if (!bytes)
+        return {};
+    const auto result = archive.unpack(entry, *bytes, Archive::Checksum::Ignored);
+    return result == Archive::UnpackResult::Whole ? *bytes : QByteArray();
 }
 
 } // namespace
@@ -198,13 +199,13 @@ QString DataFileReader::getFilename() const
 
 bool DataFileReader::isArchiv() const
 {
+    d->error.clear();
     return d->run([this] { return Archive(d->place, d->known).isOpen(); });
 }
 
 QByteArray DataFileReader::getFileContent() const
 {
     return d->run([this]() -> QByteArray {
-        d->error.clear();
         if (isArchiv()) {
             d->error = getFilename() + QLatin1String(" is an archive");
             return {};

@@ -139,6 +139,9 @@ private Q_SLOTS:
         config()->setSetting(APPLICATION, "last_runtime_state"_q, "updating"_q);
         QCOMPARE(verdictInWords(), "was updating"_q);
         config()->setSetting(APPLICATION, "last_runtime_state"_q, "started"_q);
+        config()->setSetting(APPLICATION, "run_start"_q, 0);
+        config()->setSetting(APPLICATION, "run_pid"_q, QCoreApplication::applicationPid() + (1LL << 32));
+        QCOMPARE(verdictInWords(), "crashed while it was started"_q);
         config()->setSetting(APPLICATION, "run_boot"_q, "another machine's"_q);
         QCOMPARE(verdictInWords(), "running, or crashed, while it was started"_q);
     }

@@ -72,10 +72,11 @@ Process thisProcess()
 
 bool isRunning(const Process& process)
 {
-    // 0 and negative numbers stand for groups of processes.
-    if (process.id <= 0 || process.boot != thisBoot())
+    // 0 and negative numbers stand for groups of processes, and a larger one than there are for another.
+    const auto id = static_cast<pid_t>(process.id);
+    if (process.id <= 0 || process.id != id || process.boot != thisBoot())
         return false;
-    const bool exists = ::kill(static_cast<pid_t>(process.id), 0) == 0 || errno == EPERM;
+    const bool exists = ::kill(id, 0) == 0 || errno == EPERM;
     if (!exists)
         return false;
     const ProcessStatus status = statusOfProcess(process.id);

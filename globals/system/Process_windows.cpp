@@ -46,10 +46,10 @@ Process thisProcess()
 
 bool isRunning(const Process& process)
 {
-    if (process.id <= 0 || process.boot != thisBoot())
+    const auto id = static_cast<DWORD>(process.id);
+    if (process.id <= 0 || process.id != qint64{id} || process.boot != thisBoot())
         return false;
-    const Handle handle(
-        ::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, static_cast<DWORD>(process.id)));
+    const Handle handle(::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id));
     if (!handle.isOpen())
         return ::GetLastError() == ERROR_ACCESS_DENIED; // one of another user
     DWORD exitCode = 0;

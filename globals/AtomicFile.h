@@ -19,10 +19,10 @@ namespace TEKLUVA {
 ///     if (!file.write(content) || !file.commit())
 ///         report(file.error());
 ///
-/// The new file has the permissions of the one that it replaces, or those of any new file, and its owner if
-/// the process may give it away. What a replacement cannot keep: other names (hard links) of the old file
-/// keep the old content, and access lists and extended attributes are lost. What is no regular file is not
-/// replaced.
+/// The new file has the permissions of the one that it replaces, or those of any new file, and its owner and
+/// group if the process may give them; otherwise the group may do what all others may. What a replacement
+/// cannot keep: other names (hard links) of the old file keep the old content, and access lists and extended
+/// attributes are lost. What is no regular file is not replaced.
 ///
 /// A process that is killed leaves nothing visible: until the file has its name it has none, or, where the
 /// file system cannot do that, a hidden one (".globals-", 16 digits, ".tmp"), which the next writer into that

@@ -144,6 +144,11 @@ ssize_t pwrite64(int file, const void* bytes, size_t size, off64_t position)
     return fails("write") ? -1 : original<decltype(pwrite64)>("pwrite64")(file, bytes, size, position);
 }
 
+int fchown(int file, uid_t owner, gid_t group) noexcept
+{
+    return fails("chown") ? -1 : original<int(int, uid_t, gid_t)>("fchown")(file, owner, group);
+}
+
 int fdatasync(int file)
 {
     return fails("sync", "sync") ? -1 : original<decltype(fdatasync)>("fdatasync")(file);

@@ -9,6 +9,7 @@
 #include "globals/DataFileReader.h"
 
 #include <QApplication>
+#include <QProcess>
 #include <QTimer>
 
 #include <cerrno>
@@ -100,6 +101,17 @@ private Q_SLOTS:
         calls.fail("rename", EBUSY);
         QVERIFY(OPERATIONS["write"_q]());
         QCOMPARE(TestFiles::contentOf("old"_q), QByteArray("new"));
+    }
+
+    void anotherGroupMayNotReadOn()
+    {
+        if (QProcess::execute("chown"_q, {"1:1"_q, "old"_q}) != 0)
+            QSKIP("Only root can give files away.");
+        std::filesystem::permissions("old", std::filesystem::perms(0640));
+        SystemCalls calls;
+        calls.fail("chown", EPERM);
+        QVERIFY(OPERATIONS["write"_q]());
+        QCOMPARE(int(std::filesystem::status("old").permissions()), 0600);
     }
 
     void writesWithoutUnnamedFiles()

@@ -174,12 +174,8 @@ void AtomicFile::Private::takeAttributes()
 {
     std::error_code unknown;
     const FileStatus status = System::statusOf(m_target, unknown);
-    if (unknown)
-        return;
-    // As far as the file system has them and the user may give them. The owner first: it takes permissions
-    // away.
-    static_cast<void>(file.setOwner(status.owner, status.group));
-    static_cast<void>(file.setPermissions(status.permissions));
+    if (!unknown)
+        file.takeAttributes(status);
 }
 
 /// Tries names until \p make has made the file under one of them.

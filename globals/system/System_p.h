@@ -137,7 +137,9 @@ public:
     /// Copies the content of \p source to the beginning of this file, inside the system where it can.
     std::error_code copyFrom(const FileHandle& source) const;
     std::error_code setPermissions(quint32 permissions) const;
-    std::error_code setOwner(quint32 owner, quint32 group) const;
+    /// Gives the file owner, group and permissions of \p other, as far as the file system has them and the
+    /// process may give them. What another group was allowed is not allowed to that of this file.
+    void takeAttributes(const FileStatus& other) const;
     std::error_code setSize(qint64 size) const;
     /// Locks the file against other handles that ask for it, also those of this process, until it is closed.
     /// operation_would_block when another one has it.

@@ -33,6 +33,30 @@ FileKind kindOf(mode_t mode)
     return S_ISDIR(mode) ? FileKind::Folder : FileKind::Other;
 }
 
+/// Gives a file the owner and the group of \p other, or the group alone, which users may give who are in it.
+void giveTo(int descriptor, const FileStatus& other)
+{
+    constexpr auto SAME_OWNER = static_cast<uid_t>(-1);
+    int result = ::fchown(descriptor, other.owner, other.group);
+    if (result < 0)
+        result = ::fchown(descriptor, SAME_OWNER, other.group);
+    static_cast<void>(result); // the file's status tells
+}
+
+/// The permissions of \p other for the file \p own: another group may do what all others may, and another
+/// owner lends nobody his rights.
+quint32 permissionsOf(const FileStatus& other, const FileStatus& own)
+{
+    constexpr int FROM_OTHERS_TO_GROUP = 3;
+    quint32 permissions = other.permissions;
+    if (own.owner != other.owner)
+        permissions &= ~quint32{S_ISUID};
+    if (own.group != other.group)
+        permissions = (permissions & ~quint32{S_ISGID | S_IRWXG})
+                      | (permissions & quint32{S_IRWXO}) << FROM_OTHERS_TO_GROUP;
+    return permissions;
+}
+
 } // namespace
 
 FileStatus statusFrom(const struct stat& status)
@@ -201,11 +225,16 @@ std::error_code FileHandle::setPermissions(quint32 permissions) const
     return errorOf(::fchmod(m_descriptor, permissions));
 }
 
-std::error_code FileHandle::setOwner(quint32 owner, quint32 group) const
+void FileHandle::takeAttributes(const FileStatus& other) const
 {
-    if (owner == ::geteuid() && group == ::getegid())
-        return {};
-    return errorOf(::fchown(m_descriptor, owner, group));
+    std::error_code unknown;
+    FileStatus own = status(unknown);
+    if (own.owner != other.owner || own.group != other.group) {
+        giveTo(m_descriptor, other);
+        own = status(unknown);
+    }
+    // Last, because a new owner takes permissions away.
+    static_cast<void>(setPermissions(permissionsOf(other, own)));
 }
 
 std::error_code FileHandle::setSize(qint64 size) const

@@ -310,9 +310,8 @@ std::error_code FileHandle::setPermissions(quint32 /*permissions*/) const
     return {}; // those of the folder hold for a new file
 }
 
-std::error_code FileHandle::setOwner(quint32 /*owner*/, quint32 /*group*/) const
+void FileHandle::takeAttributes(const FileStatus& /*other*/) const
 {
-    return {};
 }
 
 std::error_code FileHandle::setSize(qint64 size) const

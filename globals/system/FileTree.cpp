@@ -100,6 +100,8 @@ bool TreeCopy::copyEntry(const QFileInfo& entry, System::EntryKind kind, const Q
     const bool isLink = kind == System::EntryKind::Link;
     if (entry.isDir())
         return copyFolder(entry, isLink, target);
+    if (kind == System::EntryKind::Folder)
+        return !m_rules.recursive; // its name is no text, or nobody may look at it
     if (isLink && !entry.exists())
         return !isChosen(entry.filePath()) || copyLink(entry.filePath(), target);
     // A pipe or a device has no content to copy, and opening it might never end.

@@ -67,7 +67,7 @@ enum class Recorder {
 Recorder recorderOf(const QVariantMap& record)
 {
     const System::Process process = processOf(record);
-    if (process.id == 0 || process.boot != System::thisProcess().boot)
+    if (process.id == 0 || process.boot.isEmpty() || process.boot != System::thisBoot())
         return Recorder::Unknown;
     return System::isRunning(process) ? Recorder::Running : Recorder::Gone;
 }

@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QStandardPaths>
 
+#include <array>
+
 #include <pwd.h>
 #include <unistd.h>
 
@@ -25,8 +27,12 @@ QString located(QStandardPaths::StandardLocation location, const char* variable,
 /// The home folder that the system has on record for the user of this process; empty if it has none.
 QString homeOfAccount()
 {
-    const passwd* account = ::getpwuid(::getuid()); // NOLINT(concurrency-mt-unsafe): nobody else asks
-    return account ? QFile::decodeName(account->pw_dir) : QString();
+    constexpr std::size_t LARGEST_RECORD = std::size_t{16} * 1024;
+    std::array<char, LARGEST_RECORD> texts; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    passwd account = {};
+    passwd* found = nullptr; // stays so when there is none, and on failure
+    ::getpwuid_r(::getuid(), &account, texts.data(), texts.size(), &found);
+    return found ? QFile::decodeName(found->pw_dir) : QString();
 }
 
 QString genericCache()

@@ -168,7 +168,7 @@ public:
     /// Runs in the constructor. Silent. If something in an old folder cannot be copied, that folder stays
     /// complete. The settings are moved last, so that after a killed start the next one goes on.
     void checkAndClean();
-    /// What the last checkAndClean() has done.
+    /// What the last checkAndClean() has done. Not while another thread calls that.
     MigrationReport migrationReport() const;
     /// @}
 

@@ -16,8 +16,7 @@ namespace TEKLUVA {
 /// Writes what DataFileReader reads: protected data blocks, and zip archives of them.
 ///
 ///     DataFileCreator creator;
-///     const bool isMade = creator.createArchivFromFiles({"chairs.3ds", "tables.3ds"}, "models.dat",
-///     password);
+///     const bool isMade = creator.createArchivFromFiles({"chair.3ds", "table.3ds"}, "models.dat", password);
 ///
 /// Passwords should be ASCII: the writer halves a password by its characters and the reader by its UTF-8
 /// bytes, so that what was written with a password such as "üöa" cannot be read back. canBeReadBack() tells

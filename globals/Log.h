@@ -120,8 +120,8 @@ public:
     bool initWriting(bool write) const;
 
 Q_SIGNALS:
-    /// The entries changed. Emitted under the log's lock: a receiver connected directly must not call
-    /// logMessage(), resetLog(), setLogName() or clear() of this log.
+    /// The entries changed. Emitted under the log's lock: a receiver connected directly must not delete this
+    /// log or call its logMessage(), resetLog(), setLogName() or clear().
     void contentChanged();
     /// A message was added, which is getEntry(\p index) until the log is emptied or drops an entry. Emitted
     /// after contentChanged(), with the same rule.

@@ -280,7 +280,7 @@ bool SettingsFile::replaceFile(const QString& path, const QByteArray& content)
 /// values over ours when neither has.
 void SettingsFile::makeNewerThan(const FileStatus& before)
 {
-    constexpr qint64 MILLISECOND = 1'000'000;
+    constexpr qint64 MILLISECOND = 1'000'000; // in nanoseconds
     const auto now = statusOf(m_place);
     if (now && now->modified / MILLISECOND <= before.modified / MILLISECOND)
         static_cast<void>(System::setModified(m_place, before.modified + MILLISECOND));

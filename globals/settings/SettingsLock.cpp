@@ -65,8 +65,8 @@ QByteArray textIn(const FileHandle& file, std::error_code& error)
 /// Whether a process of another host may hold it, of whose lock the system need not know.
 bool isOfOtherHost(const QByteArray& text, const FileStatus& status)
 {
-    constexpr qint64 NANOSECONDS = 1'000'000;
-    const qint64 age = QDateTime::currentMSecsSinceEpoch() - status.modified / NANOSECONDS;
+    constexpr qint64 MILLISECOND = 1'000'000; // in nanoseconds
+    const qint64 age = QDateTime::currentMSecsSinceEpoch() - status.modified / MILLISECOND;
     const QByteArray host = text.split('\n').value(2);
     return !host.isEmpty() && host != hostName() && std::abs(age) <= STALE_MILLISECONDS;
 }

@@ -22,8 +22,8 @@ QByteArray writeTime(const QDateTime& time);
 
 /// \name Reading
 /// Whatever the bytes are, the process goes on: types that Qt reads at the caller's risk, such as pens and
-/// images, are not read, and neither are lists deeper than any that we write. Invalid for these and for what
-/// is damaged.
+/// images, are not read, and neither are lists and maps nested in more than 64 others. Invalid for these and
+/// for what is damaged.
 /// @{
 QVariant read(const QByteArray& bytes, QDataStream::Version version = VERSION);
 QVariant readTime(const QByteArray& bytes);

@@ -8,8 +8,7 @@
 /// 1. A link is copied as the text it has, and never followed. What it leads to belongs to somebody else.
 ///    "a/here@b" in a copied folder leads to the copy of b.
 /// 2. The copy must resolve to what the link resolves to, or to the copy of that. "up@../x", copied to a
-/// folder
-///    elsewhere, would resolve to another x, or to none: a failure. A dangling link may stay one.
+///    folder elsewhere, would resolve to another x, or to none: a failure. A dangling link may stay one.
 /// 3. The copy must still resolve when the folders that are going to be deleted are gone. "old@/data/old/x",
 ///    copied out of /data/old before that is deleted, would dangle: a failure. So would one that goes through
 ///    another link in there.

@@ -37,8 +37,8 @@ namespace TEKLUVA {
 /// Threads: the first getInstance() must be called on the main thread. From then on any thread may add and
 /// change steps, request an abort and ask for it; signals are emitted in the calling thread. A step that a
 /// worker starts becomes the active one when the main thread handles its signal. Call newProcess() and
-/// endProcess() only when nobody works on the old process any more. A status message with a time is removed
-/// from the main thread, whichever thread has set it.
+/// endProcess() only when nobody works on the old process any more; a receiver of processFinished() may begin
+/// the next one. A status message with a time is removed from the main thread, whichever thread has set it.
 ///
 /// Ownership: the handler has no parent, and nothing in the library destroys it. It owns the steps: they live
 /// in its thread and are deleted there after endProcess() or the next newProcess(). A step that is replaced
@@ -147,7 +147,7 @@ Q_SIGNALS:
     void processFinished(TEKLUVA::E_ProcessResult result);
     /// Something that a display shows has changed, in whatever thread. Emitted in the main thread, by its
     /// event loop and under no lock, at most 30 times a second; and by endProcess() for the last state, in
-    /// the thread that calls it.
+    /// the thread that calls it. Connect to it where getSnapshot() may be called.
     void progressChanged(const TEKLUVA::ProgressSnapshot& snapshot);
 
 protected:

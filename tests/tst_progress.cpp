@@ -331,6 +331,20 @@ private Q_SLOTS:
         QCOMPARE(alive, 0);
     }
 
+    void anEndMayBeginTheNextProcess()
+    {
+        const QObject scope;
+        connect(states(), &StateHandler::processFinished, &scope, [] {
+            states()->newProcess("next"_q, true, true);
+            addStep("first"_q);
+        });
+        states()->newProcess("P"_q, true, true);
+        addStep("old"_q);
+        states()->endProcess(E_PR_DONE);
+        QCOMPARE(states()->getAllSteps().keys(), QList<QString>({"first"_q}));
+        QVERIFY(states()->isProcessRunning());
+    }
+
     void ignoresWhatComesLateFromAnOldProcess()
     {
         for (const bool isDeletedFirst : {false, true}) {

@@ -44,13 +44,18 @@ void StateHandler::newProcess(const QString& name, bool show_total_progress, boo
     d->data.setProcessName(name);
     d->data.setShowTotalProgressState(show_total_progress);
     Q_EMIT createNewProcessRequested(name, show_total_progress, show_abort_btn);
-    deleteSteps();
-    d->data.setAbortState(false);
-    d->isRunning = true;
+    {
+        const QMutexLocker lock(&d->processLock);
+        deleteSteps();
+        d->data.setAbortState(false);
+        ++d->processNumber;
+        d->isRunning = true;
+    }
     d->noteChange();
 }
 
-/// What the steps of the process that ends report from now on does not reach the handler.
+/// What the steps of the process that ends report from now on does not reach the handler. Expects the process
+/// lock.
 void StateHandler::deleteSteps()
 {
     const QMap<QString, ProgressStep*> steps = d->data.getProgressStepMap();

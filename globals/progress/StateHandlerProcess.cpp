@@ -54,13 +54,17 @@ void StateHandler::connectNotify(const QMetaMethod& signal)
 
 void StateHandler::endProcess(E_ProcessResult result)
 {
+    const unsigned int ending = d->processNumber;
     const bool wasRunning = d->isRunning.exchange(false);
     if (!wasRunning)
         return;
     if (d->isListenedTo)
         Q_EMIT progressChanged(getSnapshot());
     Q_EMIT processFinished(result);
-    deleteSteps();
+    const QMutexLocker lock(&d->processLock);
+    const bool isLast = d->processNumber == ending;
+    if (isLast) // otherwise a receiver has begun the next process, which has deleted them
+        deleteSteps();
 }
 
 bool StateHandler::isProcessRunning() const

@@ -26,6 +26,10 @@ public:
     QStringList order;              ///< of the steps, as displays show them
     QHash<QString, double> weights; ///< of steps that do not have the weight 1
     std::atomic<bool> isRunning = false;
+    std::atomic<unsigned int> processNumber = 0; ///< of the process that has begun last
+    /// Held while the steps of a process are deleted, and until the next one has begun. Nothing is called
+    /// back under it.
+    QMutex processLock;
     std::atomic<bool> isListenedTo = false; ///< without listeners an update of a step costs no call
     Throttle snapshots{std::chrono::milliseconds(34)}; ///< not more than 30 times a second
 };

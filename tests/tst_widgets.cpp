@@ -159,6 +159,8 @@ private Q_SLOTS:
         QCOMPARE(table.model()->rowCount(), PresetManager::describePresets().size());
         QCOMPARE(before.mid(4, 4),
                  QStringList({"room_height"_q, "double"_q, "270"_q, "min_room_height to max_room_height"_q}));
+        QCOMPARE(before[10], "2.1e-05"_q);                       // in single precision
+        QVERIFY(table.testAttribute(Qt::WA_SetLayoutDirection)); // also where texts run to the left
         const QModelIndex bounds = table.model()->index(2, 3);
         QCOMPARE(table.getPresetAt(bounds), E_PV_ROOM_HEIGHT);
         QCOMPARE(bounds.data(Qt::ToolTipRole), bounds.data());

@@ -8,9 +8,19 @@
 #include <QHeaderView>
 #include <QStandardItemModel>
 
+#include <limits>
+
 namespace TEKLUVA {
 
 namespace {
+
+/// As a file has it: of a float no more digits than it holds, 0.0022 and not 0.002199999988079071.
+QString valueText(const QVariant& value)
+{
+    if (value.userType() != QMetaType::Float)
+        return value.toString();
+    return QString::number(static_cast<double>(value.toFloat()), 'g', std::numeric_limits<float>::digits10);
+}
 
 QStandardItem* makeItem(const QVariant& content)
 {
@@ -27,6 +37,7 @@ PresetTable::PresetTable(QWidget* parent)
     : QTreeView(parent)
 {
     setModel(new QStandardItemModel(this));
+    setLayoutDirection(Qt::LeftToRight); // as files are read; otherwise -1500 would be shown as "1500-"
     setRootIsDecorated(false);
     setUniformRowHeights(true);
     setAlternatingRowColors(true);
@@ -48,7 +59,7 @@ void PresetTable::refresh()
         QStandardItem* key = makeItem(preset.key);
         key->setData(static_cast<int>(preset.value), Qt::UserRole);
         rows->appendRow({key, makeItem(preset.type),
-                         makeItem(PresetManager::getPreset(preset.value).toString()),
+                         makeItem(valueText(PresetManager::getPreset(preset.value))),
                          makeItem(preset.bounds)});
     }
     setTitles();

@@ -70,6 +70,11 @@ private Q_SLOTS:
     void severalChangesAreMadeAtOnce()
     {
         m_settings->setSettings("G"_q, {{"a"_q, 1}, {"b"_q, 2}});
+        QVariantMap many; // in time that grows with their number
+        for (int i = 0; i < 50'000; ++i)
+            many.insert(QString::number(i), i);
+        m_settings->setSettings("H/many"_q, many);
+        QCOMPARE(m_settings->getAllGroupMembers("H/many"_q).size(), 50'000);
         m_settings->setSetting("H/sub"_q, "c"_q, 3);
         m_settings->setSetting("H"_q, "c"_q, 3);
         m_settings->changeSettings(

@@ -75,6 +75,16 @@ QStringList childNames(const IniValues& values, const QString& group, bool group
     return names;
 }
 
+/// Removes the value at \p path and those below it.
+void removeBelow(IniValues& values, const QString& path)
+{
+    const QString prefix = prefixOf(path);
+    values.remove(path);
+    auto value = values.lowerBound(prefix);
+    while (value != values.end() && value.key().startsWith(prefix))
+        value = values.erase(value);
+}
+
 bool isDoubtful(const IniCodec::Line& line)
 {
     return line.isDamaged || !line.value.isPlain();
@@ -146,13 +156,13 @@ bool SettingsFile::change(const QList<SettingsChange>& changes)
 bool SettingsFile::letGo()
 {
     const bool isWritten = writePending(PATIENCE);
-    m_pending.clear();
+    m_pending = {};
     return isWritten;
 }
 
 void SettingsFile::refresh()
 {
-    if (m_pending.empty() || !writePending(milliseconds(0)))
+    if (!isPending() || !writePending(milliseconds(0)))
         static_cast<void>(reload()); // the values stay as they are where it cannot be read
 }
 
@@ -217,30 +227,25 @@ QList<int> SettingsFile::damagedLines()
 
 void SettingsFile::keepPending(const SettingsChange& change)
 {
-    Pending pending{pathOf(change), std::nullopt};
-    if (change.value)
-        pending.value = IniValue(*change.value);
-    const QString prefix = prefixOf(pending.path);
-    const auto isSuperseded = [&](const Pending& earlier) {
-        if (pending.value) // a removal before it has removed more
-            return earlier.value && earlier.path == pending.path;
-        return earlier.path == pending.path || earlier.path.startsWith(prefix);
-    };
-    m_pending.reserve(m_pending.size() + 1); // nothing older is given up before there is room for the change
-    m_pending.erase(std::remove_if(m_pending.begin(), m_pending.end(), isSuperseded), m_pending.end());
-    m_pending.push_back(pending);
+    const QString path = pathOf(change);
+    if (change.value) {
+        m_pending.values.insert(path, IniValue(*change.value));
+        return;
+    }
+    m_pending.removals.insert(path);
+    removeBelow(m_pending.values, path);
 }
 
 bool SettingsFile::writePending(milliseconds patience)
 {
-    if (m_pending.empty())
+    if (!isPending())
         return true;
     // The removal of what is not there, say, takes neither a lock nor a write.
     const bool isNothingNew = withPending() == m_values && reload() && withPending() == m_values;
     if (!isNothingNew && !(m_isIni ? writeToFile(patience) : writeWithQt()))
         return false;
     m_values = withPending(); // where nothing is new the types may be
-    m_pending.clear();
+    m_pending = {};
     return true;
 }
 
@@ -367,17 +372,10 @@ bool SettingsFile::fail(const QString& reason)
 IniValues SettingsFile::withPending() const
 {
     IniValues values = m_values;
-    for (const Pending& change : m_pending) {
-        if (change.value) {
-            values.insert(change.path, *change.value);
-            continue;
-        }
-        const QString prefix = prefixOf(change.path);
-        values.remove(change.path);
-        auto value = values.lowerBound(prefix);
-        while (value != values.end() && value.key().startsWith(prefix))
-            value = values.erase(value);
-    }
+    for (const QString& path : m_pending.removals)
+        removeBelow(values, path);
+    for (auto value = m_pending.values.begin(); value != m_pending.values.end(); ++value)
+        values.insert(value.key(), *value);
     return values;
 }
 

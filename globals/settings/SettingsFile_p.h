@@ -5,6 +5,7 @@
 #include "globals/system/System_p.h"
 
 #include <QList>
+#include <QSet>
 #include <QSettings>
 
 #include <chrono>
@@ -29,7 +30,7 @@ public:
 
     /// Writes \p changes, with whatever is pending, to disk at once. False when all of that stays pending.
     bool change(const QList<SettingsChange>& changes);
-    bool isPending() const { return !m_pending.empty(); }
+    bool isPending() const { return !m_pending.removals.isEmpty() || !m_pending.values.isEmpty(); }
 
     /// Tries for the last time to write what is pending and forgets it, so that it cannot overwrite what a
     /// later store writes. False when it is lost.
@@ -69,10 +70,12 @@ public:
     QList<int> damagedLines();
 
 private:
+    /// Changes that are not on disk. The removals come first: a value that was set before one of them is not
+    /// kept.
     struct Pending
     {
-        QString path;
-        std::optional<IniValue> value; ///< without one the path and all below it is removed
+        QSet<QString> removals; ///< of these paths and all below them
+        IniValues values;
     };
 
     void keepPending(const SettingsChange& change);
@@ -99,7 +102,7 @@ private:
     IniValues m_values; ///< those in it
     /// The file that has this content; none when it might have changed with the same times.
     std::optional<System::FileStatus> m_seen;
-    std::vector<Pending> m_pending;
+    Pending m_pending;
     bool m_isReadable = true;
     QString m_reason; ///< of the last failure
 };

@@ -184,6 +184,16 @@ private Q_SLOTS:
         QCOMPARE(content(), QByteArray("[G]\nk=1\n"));
     }
 
+    void whatCouldNotBeReadAgainIsNotWritten()
+    {
+        m_settings->setSetting("G"_q, "k"_q, 1);
+        m_settings->setSetting("G"_q, "large"_q, QString(11'200'000, QChar(0xffff))); // six bytes for each
+        QVERIFY(m_settings->hasPendingChanges());
+        QCOMPARE(content(), QByteArray("[G]\nk=1\n"));
+        m_settings->removeSetting("G"_q, "large"_q);
+        QVERIFY(!m_settings->hasPendingChanges());
+    }
+
     void linksAreFollowed()
     {
         SKIP_ON_WINDOWS("links");

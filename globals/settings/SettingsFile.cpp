@@ -261,6 +261,8 @@ bool SettingsFile::writeToFile(milliseconds patience)
     if (m_isDamaged && !replaceFile(m_path + QLatin1String(".damaged"), m_content))
         return false;
     const QByteArray content = IniCodec::write(withPending());
+    if (content.size() > LARGEST_FILE) // nobody would read it any more
+        return fail(System::messageOf(std::make_error_code(std::errc::file_too_large)));
     const auto before = statusOf(m_place);
     if (!replaceFile(m_path, content))
         return false;

@@ -42,7 +42,8 @@ struct SettingsChange
 /// Formats that were registered with QSettings are read and written by it, without these promises.
 ///
 /// Thread-safe, except openSettingsFile() and whenPendingChanges(). Receivers of the active log's
-/// contentChanged() may use the store.
+/// contentChanged() may use the store. The functions of registered formats, and the stream operators of the
+/// application's own types, must not: they run under its lock.
 ///
 /// Use one object per file and process: one with pending changes writes them later, over what another has
 /// written.

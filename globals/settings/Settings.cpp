@@ -129,8 +129,8 @@ private:
 void Settings::Private::reportReading()
 {
     logFailureOf([this](const SettingsFile& file) {
-        const bool isNew = std::exchange(m_isReadable, file.isReadable()) && !m_isReadable;
-        return isNew ? file.failureToRead() : QString();
+        const bool wasReadable = std::exchange(m_isReadable, file.isReadable());
+        return wasReadable && !m_isReadable ? file.failureToRead() : QString();
     });
 }
 

@@ -41,6 +41,7 @@ PresetTable::PresetTable(QWidget* parent)
     setRootIsDecorated(false);
     setUniformRowHeights(true);
     setAlternatingRowColors(true);
+    header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter);
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     refresh();
 }

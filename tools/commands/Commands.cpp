@@ -87,8 +87,7 @@ const std::vector<Command> COMMANDS = {
     {"data list",
      "ARCHIVE",
      "Show the entries of an archive, their sizes in bytes as stored and as they really are, and whether "
-     "they "
-     "have the form of protected blocks",
+     "they have the form of protected blocks",
      {NAMES, JSON},
      &listData},
     {"data test",
@@ -119,8 +118,7 @@ const std::vector<Command> COMMANDS = {
     {"report",
      "TARGET",
      "Write an archive for support: the last run, the settings without secrets, paths, presets that differ, "
-     "the "
-     "newest logs and versions; shows what it took",
+     "the newest logs and versions; shows what it took",
      {EXCLUDE, FORCE, PROGRAM, SETTINGS_FILE, ORGANIZATION, APPLICATION, JSON},
      &writeReport},
     {"logs",
@@ -163,8 +161,7 @@ const std::vector<Command> COMMANDS = {
     {"units",
      "[VALUE]",
      "Show all units, or convert a measured value and show it as the application does; -5 needs -- before "
-     "it, and options "
-     "before that",
+     "it, and options before that",
      {FROM, TO, DIMENSION, JSON},
      &convertUnits},
 };

@@ -64,7 +64,8 @@ struct PresetBounds
 /// navigation values again; all other values stay as they were written.
 ///
 /// Types: a value keeps the type it was given in, which is text when it comes from a file, and int, float,
-/// double or bool otherwise. Bounds compare values as numbers. Text that is no number counts as 0.
+/// double or bool otherwise. Bounds compare values as numbers. Text that is no number counts as 0; "nan" is
+/// one, and no bound holds it.
 ///
 /// Threads: not thread-safe. The start-up thread fills it; afterwards any thread may read.
 ///

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "TestData.h"
-#include "TestHome.h"
 
 #include "globals/DataFileReader.h"
 

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "TestFiles.h"
+#include "TestHome.h"
 #include "TestTypes.h"
-
-#include <QTest>
 
 #include <algorithm>
 
@@ -12,7 +11,7 @@ namespace TestData {
 
 inline QString path(const QString& name)
 {
-    return QStringLiteral(TEST_DATA "/") + name;
+    return TEST_DATA "/"_q + name;
 }
 
 inline QByteArray content(const char* name)
@@ -37,8 +36,8 @@ Type valueOf(const QString& text)
         QVariant value = text;
         bool isOne = TestTypes::convert(value, qMetaTypeId<Type>());
         if constexpr (std::is_same_v<Type, bool>) {
-            value = text == QLatin1String("yes");
-            isOne = value.toBool() || text == QLatin1String("no");
+            value = text == "yes"_q;
+            isOne = value.toBool() || text == "no"_q;
         }
         if (!isOne)
             refuse(text, value.typeName());
@@ -49,7 +48,7 @@ Type valueOf(const QString& text)
 inline QStringList fieldsOf(const QByteArray& line)
 {
     QStringList fields;
-    for (const QString& field : QString::fromUtf8(line).split(QLatin1Char('|')))
+    for (const QString& field : QString::fromUtf8(line).split("|"_q))
         fields << field.trimmed();
     return fields;
 }

@@ -1,5 +1,4 @@
 #include "TestData.h"
-#include "TestHome.h"
 
 #include "globals/Colour.h"
 

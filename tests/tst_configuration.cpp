@@ -39,6 +39,13 @@ QString spelt(const QString& path)
     return path.isEmpty() ? path : bases.value(path[0]) + path.mid(1) + QLatin1Char('/');
 }
 
+/// Puts a file in the place of the home folder.
+void blockHome()
+{
+    QVERIFY(TestFiles::write("obstacle"_q, {}));
+    qputenv("HOME", QFile::encodeName(QDir::current().absoluteFilePath("obstacle"_q)));
+}
+
 } // namespace
 
 class ConfigurationTest : public QObject
@@ -125,9 +132,7 @@ private Q_SLOTS:
         SKIP_ON_WINDOWS("a variable with the home folder");
         const int type = typeOfRow();
         TestLog::ActiveLog active;
-        QFile obstacle("obstacle"_q);
-        QVERIFY(obstacle.open(QIODevice::WriteOnly));
-        qputenv("HOME", QFile::encodeName(QFileInfo(obstacle).absoluteFilePath()));
+        blockHome();
         config()->getPath(E_PathType(type));
         QStringList expected;
         for (const QString& message : TestData::field("messages").split(QLatin1Char(';'), Qt::SkipEmptyParts))
@@ -200,9 +205,7 @@ private Q_SLOTS:
         SKIP_ON_WINDOWS("a variable with the home folder");
         TestLog::ActiveLog active;
         delete config();
-        QFile obstacle("obstacle"_q);
-        QVERIFY(obstacle.open(QIODevice::WriteOnly));
-        qputenv("HOME", QFile::encodeName(QFileInfo(obstacle).absoluteFilePath()));
+        blockHome();
         config()->setAutosaveInterval(1);
         QStringList entries = active.entries();
         entries.removeDuplicates();

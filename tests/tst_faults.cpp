@@ -1,6 +1,5 @@
 #include "SystemCalls.h"
 #include "TestData.h"
-#include "TestHome.h"
 #include "TestTree.h"
 
 #include "globals/AtomicFile.h"

@@ -1,5 +1,4 @@
 #include "TestData.h"
-#include "TestHome.h"
 
 #include "globals/Exception.h"
 #include "globals/FilterEvent.h"

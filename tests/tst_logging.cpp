@@ -16,20 +16,7 @@ using TestLog::messagesIn;
 using TestLog::messagesOf;
 using TestLog::pathOf;
 
-namespace {
-
-const auto registry = &LogManager::getInstance;
-
-/// Writes numbered lines from \p threads threads at once.
-void writeFrom(int threads, Log& log, int lines)
-{
-    TestThreads::run(threads, [&log, lines](int thread) {
-        for (int i = 0; i < lines; ++i)
-            log.logStatusMessage(std::to_string(1000 * thread + i) + std::string(60, '.'), "", 0);
-    });
-}
-
-} // namespace
+static const auto registry = &LogManager::getInstance;
 
 class LoggingTest : public QObject
 {
@@ -227,25 +214,6 @@ private Q_SLOTS:
         QVERIFY(!registry()->getActiveLog());
     }
 
-    void theActiveLogIsDeletedWhileOthersUseIt()
-    {
-        std::atomic<bool> isEnding = false;
-        const auto write = [&isEnding](int) {
-            while (!isEnding)
-                registry()->withActiveLog([](Log& log) { log.logStatusMessage("x", "", 0); });
-        };
-        {
-            const TestThreads writers(3, write, [&isEnding] { isEnding = true; });
-            for (int i = 0; i < 200; ++i) {
-                Log log("short-lived", true);
-                registry()->setActiveLog(&log);
-                while (log.getEntryCount() == 0)
-                    std::this_thread::yield();
-            }
-        }
-        delete registry();
-    }
-
     void theActiveLogIsDeletedWhileTheClockIsCorrected()
     {
         const auto correctBy = [](int seconds) {
@@ -336,22 +304,23 @@ private Q_SLOTS:
     void linesOfManyThreadsAreWholeAndComplete()
     {
         Log log("busy 0", true);
-        std::atomic<bool> done{false};
-        std::thread renamer([&log, &done] {
-            for (int i = 1; !done; ++i)
-                log.setLogName("busy " + std::to_string(i), false);
-        });
+        std::atomic<bool> isOver{false};
         std::atomic<bool> namesAreWhole{true};
-        std::thread lister([&done, &namesAreWhole] {
-            while (!done) {
-                for (Log* listed : registry()->getAllLogs())
+        const auto disturb = [&](int thread) {
+            for (int i = 1; !isOver; ++i) {
+                if (thread == 0)
+                    log.setLogName("busy " + std::to_string(i), false);
+                for (const Log* listed : registry()->getAllLogs())
                     namesAreWhole = namesAreWhole && listed->getName().rfind("busy ", 0) == 0;
             }
-        });
-        writeFrom(8, log, 200);
-        done = true;
-        renamer.join();
-        lister.join();
+        };
+        {
+            const TestThreads disturbers(2, disturb, [&isOver] { isOver = true; });
+            TestThreads::run(8, [&log](int thread) {
+                for (int i = 0; i < 200; ++i)
+                    log.logStatusMessage(std::to_string(1000 * thread + i) + std::string(60, '.'), "", 0);
+            });
+        }
         QVERIFY(namesAreWhole);
 
         QStringList messages = messagesOf(log);

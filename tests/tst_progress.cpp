@@ -1,5 +1,4 @@
 #include "TestCalls.h"
-#include "TestHome.h"
 #include "TestThreads.h"
 
 #include "globals/StateHandler.h"

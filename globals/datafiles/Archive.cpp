@@ -90,8 +90,9 @@ Archive::Archive(const System::Path& place, KnownArchive& known)
             m_minizip->source.setFile(m_file);
         return;
     }
+    const bool isSettled = System::isSettled(m_status); // asked before the file is read
     m_directory = ArchiveDirectory::read(m_file, m_status.size);
-    const bool isKept = m_directory && m_directory->memory() <= LARGEST_KEPT_DIRECTORY;
+    const bool isKept = isSettled && m_directory && m_directory->memory() <= LARGEST_KEPT_DIRECTORY;
     known = isKept ? KnownArchive{m_status, m_directory, nullptr} : KnownArchive();
 }
 

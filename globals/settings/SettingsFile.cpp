@@ -323,6 +323,7 @@ bool SettingsFile::reload()
     if (status && m_seen == status)
         return true;
     m_seen.reset();
+    const bool isSettled = status && System::isSettled(*status);
     const bool isMissing = status == FileStatus();
     const auto content =
         isMissing ? std::make_optional(QByteArray()) : readWhole(m_path, LARGEST_FILE, &m_reason);
@@ -331,7 +332,7 @@ bool SettingsFile::reload()
         return false;
     if (*content != m_content)
         take(*content);
-    if (status && (isMissing || System::isSettled(*status)))
+    if (isMissing || isSettled)
         m_seen = status;
     return true;
 }

@@ -194,9 +194,11 @@ public:
     /// nobody could be asked; the rest is copied all the same.
     bool copyDirectory(const QString& source, const QString& target, bool recursive, bool removeSource,
                        const QStringList& suffixes);
-    /// Deletes \p path with all in it. Links are deleted, not followed. False when something is left.
+    /// Deletes \p path with all in it. Links are deleted, not followed. False when something is left. A
+    /// folder is held open for each level: what lies deeper than the process may open files is left.
     bool deleteDirectory(const QString& path);
-    /// Bytes of the file, or of all files below the folder \p path; 0 if it does not exist.
+    /// Bytes of the file, or of all files below the folder \p path; 0 if it does not exist. Folders that
+    /// cannot be read, or lie too deep for deleteDirectory(), count as 0.
     qint64 getDirectoryContentSize(const QString& path) const;
     /// Makes \p path and its parents unless something exists there. False when that failed.
     bool createDirectory(const QString& path);

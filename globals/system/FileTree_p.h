@@ -6,7 +6,8 @@
 #include <functional>
 
 /// Whole folders: copied, deleted, measured. Symbolic links to folders are never followed: what they lead to
-/// belongs to somebody else, and one that leads to a folder above would never end.
+/// belongs to somebody else, and one that leads to a folder above would never end. Deleting and measuring
+/// hold a folder open for each level.
 namespace TEKLUVA::FileTree {
 
 /// What to do about a file that exists in the place of a copy.

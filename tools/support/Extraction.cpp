@@ -97,7 +97,7 @@ QString Extraction::write(const fs::path& place, const QByteArray& content)
     const bool isPlaced = file.write(content) && file.commit(AtomicFile::Durability::Later);
     if (isPlaced)
         return {};
-    m_isDiskFull = FileSystem::isWantOfRoom(file.error());
+    m_isDiskFull = FileSystem::isWantOfRoom(file.errorCode());
     return QStringLiteral("could not be written: %1").arg(file.error());
 }
 

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <string>
+#include <system_error>
 #include <utility>
 
 class QFile;
@@ -36,7 +37,7 @@ std::filesystem::path pathOfEntry(const std::string& name);
 QString faultOfEntry(const std::string& name);
 /// @}
 
-/// Whether \p reason is the system's word for a disk, or a share of it, without room.
-bool isWantOfRoom(const QString& reason);
+/// Whether \p reason is that the disk, or a share of it, has no room.
+bool isWantOfRoom(const std::error_code& reason);
 
 } // namespace globalsctl::FileSystem

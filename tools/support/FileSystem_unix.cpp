@@ -61,12 +61,10 @@ QString faultOfEntry(const std::string& /*name*/)
     return {}; // any bytes are a name
 }
 
-bool isWantOfRoom(const QString& reason)
+bool isWantOfRoom(const std::error_code& reason)
 {
     constexpr int CODES[] = {ENOSPC, EDQUOT, EFBIG};
-    return std::any_of(std::begin(CODES), std::end(CODES), [&reason](int code) {
-        return reason == QString::fromStdString(std::generic_category().message(code));
-    });
+    return std::find(std::begin(CODES), std::end(CODES), reason.value()) != std::end(CODES);
 }
 
 } // namespace globalsctl::FileSystem

@@ -102,13 +102,13 @@ QString faultOfEntry(const std::string& name)
     return {};
 }
 
-bool isWantOfRoom(const QString& reason)
+bool isWantOfRoom(const std::error_code& reason)
 {
     constexpr int DISK_QUOTA_EXCEEDED = 1295; // which the compiler's headers lack
     constexpr int CODES[] = {ERROR_DISK_FULL, ERROR_HANDLE_DISK_FULL, DISK_QUOTA_EXCEEDED,
                              ERROR_FILE_TOO_LARGE};
-    return std::any_of(std::begin(CODES), std::end(CODES),
-                       [&reason](int code) { return reason == qt_error_string(code); });
+    const bool isKnown = std::find(std::begin(CODES), std::end(CODES), reason.value()) != std::end(CODES);
+    return isKnown && reason.category() == std::system_category();
 }
 
 } // namespace globalsctl::FileSystem

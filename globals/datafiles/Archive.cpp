@@ -37,15 +37,18 @@ ZPOS64_T entryCount(void* zip)
     return info.number_entry;
 }
 
-/// Nothing when the current entry's header cannot be read. \p name gets the whole name.
+/// Nothing when the current entry's header cannot be read. \p name gets the whole name, or as much as is
+/// known of one that is longer than the file.
 std::optional<ArchiveEntry> currentEntry(void* zip, std::string& name)
 {
     unz_file_info64 info{};
     if (unzGetCurrentFileInfo64(zip, &info, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK)
         return std::nullopt;
-    name.resize(info.size_filename);
-    if (unzGetCurrentFileInfo64(zip, nullptr, name.data(), info.size_filename, nullptr, 0, nullptr, 0)
-        != UNZ_OK)
+    const auto readName = [zip, &name](uLong size) {
+        name.resize(size);
+        return unzGetCurrentFileInfo64(zip, nullptr, name.data(), size, nullptr, 0, nullptr, 0) == UNZ_OK;
+    };
+    if (!readName(info.size_filename) && !readName(std::min<uLong>(info.size_filename, LONGEST_KNOWN_NAME)))
         return std::nullopt;
     name.resize(name.find('\0') == std::string::npos ? name.size() : name.find('\0'));
     unz64_file_pos place{};

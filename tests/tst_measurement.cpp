@@ -102,7 +102,7 @@ private Q_SLOTS:
     {
         const auto dimension = dimensionOfRow();
         const auto unit = unitOfRow();
-        const double value = TestData::field<double>("value");
+        const auto value = TestData::field<double>("value");
         const QString precision = TestData::field("precision");
         for (const bool whole : {false, true}) {
             const QString text =

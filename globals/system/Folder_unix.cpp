@@ -112,10 +112,4 @@ std::error_code Folder::remove(const FolderEntry& entry) const
     return errorOf(::unlinkat(descriptorOf(m_stream.get()), entry.name.c_str(), flags));
 }
 
-std::vector<FolderEntry> entriesOf(const Path& path, std::error_code& error)
-{
-    const Folder folder = Folder::open(path, error);
-    return error ? std::vector<FolderEntry>() : folder.entries(error);
-}
-
 } // namespace TEKLUVA::System

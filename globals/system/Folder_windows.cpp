@@ -44,9 +44,12 @@ void Folder::Close::operator()(void* /*stream*/) const
 
 Folder Folder::open(const Path& path, std::error_code& error)
 {
-    error.clear(); // comes with its entries
+    const bool isFolder = std::filesystem::is_directory(path, error);
+    if (!isFolder && !error)
+        error = std::make_error_code(std::errc::not_a_directory);
     Folder folder;
-    folder.m_path = path;
+    if (isFolder)
+        folder.m_path = path;
     return folder;
 }
 
@@ -61,7 +64,9 @@ Folder Folder::openInside(const Path& name, std::error_code& error) const
 
 std::vector<FolderEntry> Folder::entries(std::error_code& error) const
 {
-    error.clear();
+    error = m_path.empty() ? std::make_error_code(std::errc::bad_file_descriptor) : std::error_code();
+    if (error)
+        return {};
     WIN32_FIND_DATAW entry = {};
     HANDLE first = ::FindFirstFileW((m_path / L"*").c_str(), &entry);
     if (first == INVALID_HANDLE_VALUE) {
@@ -90,11 +95,6 @@ std::error_code Folder::remove(const FolderEntry& entry) const
     std::error_code error;
     const bool isRemoved = std::filesystem::remove(m_path / entry.name, error);
     return isRemoved || error ? error : std::make_error_code(std::errc::no_such_file_or_directory);
-}
-
-std::vector<FolderEntry> entriesOf(const Path& path, std::error_code& error)
-{
-    return Folder::open(path, error).entries(error);
 }
 
 } // namespace TEKLUVA::System

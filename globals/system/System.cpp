@@ -1,5 +1,7 @@
 #include "globals/system/System_p.h"
 
+#include "globals/system/Folder_p.h"
+
 #include <array>
 #include <tuple>
 #include <utility>
@@ -20,6 +22,12 @@ bool isRegularFile(const Path& path)
     std::error_code error;
     const FileStatus status = statusOf(path, error);
     return !error && status.kind == FileKind::Regular;
+}
+
+std::vector<FolderEntry> entriesOf(const Path& path, std::error_code& error)
+{
+    const Folder folder = Folder::open(path, error);
+    return error ? std::vector<FolderEntry>() : folder.entries(error);
 }
 
 FileHandle::FileHandle(FileHandle&& other) noexcept

@@ -174,6 +174,7 @@ inline QVariantMap plainSamples()
     return {
         {"text/home"_q, "/home/jürgen"_q},
         {"text/wide"_q, "€ \xf0\x9f\x8f\xa0"_q},
+        {"text/zero"_q, QString("a%z"_q).replace(1, 1, QChar(0))},
         {"text/head"_q, "@Size(1 2)"_q},
         {"text/größe"_q, "a, b; c=\"d\""_q},
         {"number/int"_q, -5},

@@ -218,6 +218,10 @@ private Q_SLOTS:
         for (const int line : m_settings->damagedLines())
             lines << QString::number(line);
         QCOMPARE(lines.join(QLatin1Char(' ')), TestData::field("lines"));
+        QVERIFY(QDir().mkdir("settings.ini.damaged"_q)); // where they would be kept
+        m_settings->setSetting("N"_q, "n"_q, 0);
+        QVERIFY(m_settings->hasPendingChanges() && TestFiles::contentOf(FILE_NAME) == before);
+        QVERIFY(QDir().rmdir("settings.ini.damaged"_q));
         m_settings->setSetting("N"_q, "n"_q, 1);
         QCOMPARE(TestFiles::contentOf("settings.ini.damaged"), before);
         QVERIFY(m_settings->damagedLines().isEmpty());

@@ -190,6 +190,13 @@ QStringList removeOld(const OldFolders& older, const QString& base)
     return goneOf(beside);
 }
 
+/// Of a start that was killed after it had emptied them. Others are not empty.
+void removeEmptyFolders(const QString& base)
+{
+    for (const OlderInstallation& older : OLDER_INSTALLATIONS)
+        QDir().rmdir(folderBeside(base, older.leftover));
+}
+
 bool isFirstStart(const QString& base)
 {
     return QFileInfo(base).isDir() && !QFileInfo::exists(settingsIn(base));
@@ -233,6 +240,8 @@ MigrationReport moveAll(const QString& base)
         if (isThere(older.data))
             report.kept << older.data;
     }
+    if (isThere(stagedSettingsIn(base)))
+        removeEmptyFolders(base);
     // Does not replace settings that another process has written meanwhile.
     QFile::rename(stagedSettingsIn(base), settingsIn(base));
     return report;

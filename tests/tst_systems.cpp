@@ -77,6 +77,7 @@ private:
     {
         const QByteArray content = TestFiles::textOf(path);
         QCOMPARE(content, TestData::content("settings-samples.ini"));
+        QCOMPARE(SettingsValues::writtenTo("written.ini"_q, SettingsValues::samples()), content);
         QFile::remove("settings.ini"_q);
         QVERIFY(QFile::copy(path, "settings.ini"_q));
         Settings settings("settings.ini"_q, QSettings::IniFormat, nullptr);

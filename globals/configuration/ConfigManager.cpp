@@ -63,9 +63,6 @@ ConfigManager::ConfigManager()
     // and must not create a second configuration manager. What the entry needs, the values in memory, exists.
     __instance = this;
     d->data.setAutoSaveIntervall(60000);
-    d->data.setForceNavigationState(false);
-    d->data.setServerTimeDiff(0);
-    d->data.setServerTimeState(false);
 
     // Before the settings file exists: its absence is the sign of a first start.
     if (startOptions().movesOlderData)

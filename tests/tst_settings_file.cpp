@@ -218,15 +218,22 @@ private Q_SLOTS:
         for (const int line : m_settings->damagedLines())
             lines << QString::number(line);
         QCOMPARE(lines.join(QLatin1Char(' ')), TestData::field("lines"));
-        QVERIFY(QDir().mkdir("settings.ini.damaged"_q)); // where they would be kept
+        QStringList aside("settings.ini.damaged"_q);
+        for (int number = 2; number <= 9; ++number)
+            aside << aside[0] + QLatin1Char('.') + QString::number(number);
+        for (const QString& path : aside)
+            QVERIFY(QDir().mkdir(path)); // where they would be kept
         m_settings->setSetting("N"_q, "n"_q, 0);
         QVERIFY(m_settings->hasPendingChanges() && TestFiles::contentOf(FILE_NAME) == before);
-        QVERIFY(QDir().rmdir("settings.ini.damaged"_q));
-        m_settings->setSetting("N"_q, "n"_q, 1);
-        QCOMPARE(TestFiles::contentOf("settings.ini.damaged"), before);
-        QVERIFY(m_settings->damagedLines().isEmpty());
-        QVERIFY(QFile::remove("settings.ini.damaged"_q));
-        m_settings->setSetting("N"_q, "n"_q, 2);
+        for (const QString& path : aside.mid(1))
+            QVERIFY(QDir().rmdir(path));
+        for (int n = 1; n < 4; ++n) { // the same again is not kept twice
+            m_settings->setSetting("N"_q, "n"_q, n);
+            QVERIFY(m_settings->damagedLines().isEmpty());
+            replace(before);
+        }
+        QCOMPARE(TestFiles::contentOf(aside[1]), before);
+        QVERIFY(QFile::remove(aside[1]) && QDir().rmdir(aside[0]));
         QCOMPARE(names(), QStringList(FILE_NAME));
     }
 

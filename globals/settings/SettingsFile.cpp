@@ -26,6 +26,8 @@ using IniText::SEPARATOR;
 /// How long a change waits for another process that writes.
 constexpr milliseconds PATIENCE{5000};
 constexpr qint64 LARGEST_FILE = qint64{64} << 20;
+/// Damaged files that are kept. The last one of them is replaced by those that come after it.
+constexpr int MOST_KEPT_ASIDE = 9;
 
 bool isIni(QSettings::Format format)
 {
@@ -257,8 +259,7 @@ bool SettingsFile::writeToFile(milliseconds patience)
         return fail(lock.reason());
     if (!reload() || !mayBeReplaced())
         return false;
-    // Kept for the user and for support.
-    if (m_isDamaged && !replaceFile(m_path + QLatin1String(".damaged"), m_content))
+    if (m_isDamaged && !keepAside())
         return false;
     const QByteArray content = IniCodec::write(withPending());
     if (content.size() > LARGEST_FILE) // nobody would read it any more
@@ -273,6 +274,20 @@ bool SettingsFile::writeToFile(milliseconds patience)
     m_isDamaged = false;
     m_doubtful.reset();
     return true;
+}
+
+/// Keeps the content for the user and for support, beside what was kept before: the first damage may have
+/// cost more than the next.
+bool SettingsFile::keepAside()
+{
+    const QString first = m_path + latin1(".damaged");
+    QString path = first;
+    for (int number = 2; number <= MOST_KEPT_ASIDE && QFileInfo::exists(path); ++number) {
+        if (readWhole(path) == m_content)
+            return true;
+        path = first + QLatin1Char('.') + QString::number(number);
+    }
+    return replaceFile(path, m_content);
 }
 
 bool SettingsFile::replaceFile(const QString& path, const QByteArray& content)

@@ -81,6 +81,7 @@ private:
     void keepPending(const SettingsChange& change);
     bool writePending(std::chrono::milliseconds patience);
     bool writeToFile(std::chrono::milliseconds patience);
+    bool keepAside();
     bool replaceFile(const QString& path, const QByteArray& content);
     void makeNewerThan(const System::FileStatus& before);
     bool mayBeReplaced();

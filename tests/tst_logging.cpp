@@ -106,6 +106,8 @@ private Q_SLOTS:
         }
         log.logStatusMessage("after", "", 0);
         QVERIFY(!log.getEntry(1)->isWritten());
+        log.getEntry(1)->setWritten(); // as told, so it is never written
+        log.writeEntry(log.getEntry(1));
         QCOMPARE(messagesOf(log), QStringList({"kept"_q, "after"_q}));
         const std::unique_ptr<LogEntry> none(log.getEntry(3));
         QCOMPARE(none->getMessage(), std::string("Index out of range."));

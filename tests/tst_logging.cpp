@@ -128,8 +128,7 @@ private Q_SLOTS:
                 log.setLogName("a new name", false);
             log.logStatusMessage("two", "", 0);
 
-            QVERIFY(!QFile::exists(oldPath));
-            QVERIFY(pathOf(log).endsWith("/logs/a new name.log"_q));
+            QVERIFY(!QFile::exists(oldPath) && pathOf(log).endsWith("/logs/a new name.log"_q));
             QCOMPARE(messagesOf(log), QStringList({"one"_q, "two"_q}));
             registry()->updateLogName("a new name", &log);
             QCOMPARE(registry()->getAllLogs(), (std::vector<Log*>{&log, &other}));
@@ -212,8 +211,7 @@ private Q_SLOTS:
         b.setLogName("not registered", false);
         registry()->removeLog(&b);
         delete registry();
-        QVERIFY(!a);
-        QVERIFY(!registry()->getActiveLog());
+        QVERIFY(!a && !registry()->getActiveLog());
     }
 
     void theActiveLogIsDeletedWhileTheClockIsCorrected()

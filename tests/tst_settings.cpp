@@ -61,6 +61,8 @@ private Q_SLOTS:
         QCOMPARE(content(), QByteArray("[OnlySub]\nsub\\d=4\n\n[Y]\ne=5\n"));
         m_settings->clearSettings();
         QCOMPARE(content(), QByteArray());
+        m_settings->setSetting("/"_q, "/"_q, 1); // to QSettings a key without a name
+        QVERIFY(m_settings->hasSettingGroup(""_q));
     }
 
     void theFoldersOfTheFileAreMade()
@@ -178,8 +180,7 @@ private Q_SLOTS:
             const TestPlatform::NoDescriptors noFiles;
             QCOMPARE(m_settings->getSetting("G"_q, "old"_q).toInt(), 1);
             m_settings->setSetting("G"_q, "own"_q, 3);
-            QVERIFY(m_settings->hasPendingChanges());
-            QVERIFY(!m_settings->lastError().isEmpty());
+            QVERIFY(m_settings->hasPendingChanges() && !m_settings->lastError().isEmpty());
         }
         QCOMPARE(m_settings->getSetting("G"_q, "new"_q).toInt(), 2);
         QCOMPARE(m_settings->lastError(), QString());

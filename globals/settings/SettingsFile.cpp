@@ -45,7 +45,7 @@ QString normal(const QString& path)
 QString prefixOf(const QString& group)
 {
     const QString path = normal(group);
-    return path.isEmpty() ? path : path + SEPARATOR;
+    return path.isEmpty() ? QString() : path + SEPARATOR; // null, which a null key begins with, too
 }
 
 /// With an empty key what stands before the keys of the group, which a file may hold as a key.

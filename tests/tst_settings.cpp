@@ -48,17 +48,18 @@ private Q_SLOTS:
 
     void groupsAndKeys()
     {
-        replace("[X]\na=1\nb=2\nsub\\c=3\n\n[OnlySub]\nsub\\d=4\n\n[Y]\ne=5\n");
+        replace("[X]\na=1\nb=2\nsub\\c=3\n\n[OnlySub]\nsub\\d=4\n\n[Y]\ne=@Size(1 2)5)\n");
         init();
         QVERIFY(m_settings->hasSettingGroup("X"_q) && !m_settings->hasSettingGroup("OnlySub"_q));
         QCOMPARE(m_settings->getAllGroups(), QStringList({"OnlySub"_q, "X"_q, "Y"_q}));
+        QCOMPARE(m_settings->getSetting("Y"_q, "e"_q).toString(), "@Size(1 2)5)"_q); // as with QSettings
         m_settings->removeSetting("X"_q, QString());
         m_settings->removeSetting("X"_q, "/"_q);
         QCOMPARE(m_settings->getAllGroupMembers("X"_q), QStringList({"a"_q, "b"_q}));
         m_settings->removeSetting("X"_q, "b"_q);
         QCOMPARE(m_settings->getAllGroupMembers("X"_q), QStringList("a"_q));
         m_settings->removeSettingGroup("X"_q);
-        QCOMPARE(content(), QByteArray("[OnlySub]\nsub\\d=4\n\n[Y]\ne=5\n"));
+        QCOMPARE(content(), QByteArray("[OnlySub]\nsub\\d=4\n\n[Y]\ne=@Size(1 2)5)\n"));
         m_settings->clearSettings();
         QCOMPARE(content(), QByteArray());
         m_settings->setSetting("/"_q, "/"_q, 1); // to QSettings a key without a name

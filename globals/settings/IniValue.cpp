@@ -99,10 +99,12 @@ QStringList textsOf(const QVariant& variant)
 /// @{
 using Content = std::optional<QVariant>;
 
-/// What is no number counts as 0, as it does for QSettings.
+/// What is no number counts as 0, as it does for QSettings. None where the bracket is closed before the end.
 QVector<int> numbersIn(const QString& content)
 {
     QVector<int> numbers;
+    if (content.contains(QLatin1Char(')')))
+        return numbers;
     for (const QString& text : content.split(QLatin1Char(' ')))
         numbers << text.toInt();
     return numbers;

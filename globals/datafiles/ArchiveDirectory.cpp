@@ -167,13 +167,19 @@ std::optional<ArchiveEntry> ArchiveDirectory::find(std::string_view name)
         m_isSearched = true;
         return findInTurn(name);
     }
-    if (m_index.empty()) {
-        m_index.reserve(m_headers.size());
-        for (std::size_t number = 0; number < m_headers.size(); ++number)
-            m_index.emplace(knownName(entryAt(number)), number); // keeps the first of its name
-    }
+    if (m_index.empty())
+        m_index = makeIndex(); // all of it, or it throws
     const auto found = m_index.find(name);
     return found == m_index.end() ? std::nullopt : std::make_optional(entryAt(found->second));
+}
+
+ArchiveDirectory::Index ArchiveDirectory::makeIndex() const
+{
+    Index index;
+    index.reserve(m_headers.size());
+    for (std::size_t number = 0; number < m_headers.size(); ++number)
+        index.emplace(knownName(entryAt(number)), number); // keeps the first of its name
+    return index;
 }
 
 std::optional<ArchiveEntry> ArchiveDirectory::findInTurn(std::string_view name) const

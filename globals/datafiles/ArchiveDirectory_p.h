@@ -58,14 +58,17 @@ public:
     qint64 memory() const;
 
 private:
+    using Index = std::unordered_map<std::string_view, std::size_t>;
+
     ArchiveDirectory() = default;
     bool parse(quint64 position, quint32 count);
+    Index makeIndex() const;
     std::optional<ArchiveEntry> findInTurn(std::string_view name) const;
 
     QByteArray m_bytes;
     quint64 m_position = 0;         ///< of the bytes in the file
     std::vector<quint32> m_headers; ///< where each begins in the bytes
-    std::unordered_map<std::string_view, std::size_t> m_index;
+    Index m_index;
     bool m_isSearched = false;
 };
 

@@ -69,6 +69,13 @@ bool changeSetting()
     return !settings->hasPendingChanges() && settings->getSetting(GROUP, KEY).toString() == CHANGED;
 }
 
+/// By one reader, which makes an index of the archive for the second time.
+bool readArchive()
+{
+    static const DataFileReader READER("old.zip"_q, PASSWORD);
+    return READER.getContentOfArchivedFile("entry") == OLD;
+}
+
 bool logLine()
 {
     const auto log = prepared.log ? std::move(prepared.log) : newObjects().log;
@@ -107,7 +114,7 @@ const std::vector<Operation> OPERATIONS = {
          return line.endsWith("  new\r\n") || (!claims && line.isEmpty());
      }},
     {"read", true, [] { return DataFileReader(QStringLiteral("block"), PASSWORD).getFileContent() == NEW; }},
-    {"read archive", true, [] { return entryOf(QStringLiteral("old.zip")) == OLD; }},
+    {"read archive", true, readArchive, [](bool /*claims*/) { return readArchive(); }},
     {"write", false, [] { return config().writeDataToFile(QStringLiteral("data"), NEW, false); },
      [](bool claims) { return isWhole(QStringLiteral("data"), OLD, NEW, claims); }},
     {"append", false, [] { return config().writeDataToFile(QStringLiteral("record"), NEW, true); },
@@ -146,7 +153,7 @@ bool prepareSources()
            && TestFiles::write("from/sub/b"_q, OLD)
            && TestFiles::write("block"_q, creator.encryptData(NEW, PASSWORD))
            && TestFiles::write("presets.dat"_q, PresetManager::protectedContent("room_height=260\n"))
-           && creator.createArchivFromData({{"entry"_q, OLD}}, "old.zip"_q, PASSWORD);
+           && creator.createArchivFromData({{"aside"_q, NEW}, {"entry"_q, OLD}}, "old.zip"_q, PASSWORD);
 }
 
 } // namespace

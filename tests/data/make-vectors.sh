@@ -121,5 +121,6 @@ printf 'room_height=260\na=b=c\nroom_height=280\n' | presets two-separators
 printf 'room_height=260\n  show_endstrips \nroom_height=280\n' | presets no-separator
 printf 'room_height=260\nHöhe=3\nroom_height=280\n' | presets unknown-key
 printf 'room_height=260\nroom_height = 280\n' | presets blanks
+printf '\0\nroom_height=260' | presets zero-byte
 printf 'room_height=260\n' | presets wrong-password 'planner-demo-globals'
 printf '' | presets nothing

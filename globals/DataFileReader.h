@@ -49,7 +49,8 @@ struct ArchivedFile
 /// to 32 MiB of it, and 64 KiB for what unpacks it, as long as the file is the same: reading many entries by
 /// their names then costs no walk each.
 ///
-/// Reentrant: distinct readers may be used in different threads.
+/// Thread-safe: the file name and the password never change, and what is remembered has a lock. lastError()
+/// is about the operation of any thread that has ended last.
 class GLOBALS_EXPORT DataFileReader : public QObject
 {
     Q_OBJECT

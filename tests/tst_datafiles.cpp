@@ -1,11 +1,14 @@
 #include "OtherPrograms.h"
 #include "TestArchives.h"
 #include "TestLog.h"
+#include "TestThreads.h"
 
 #include "globals/DataFileCreator.h"
 #include "globals/DataFileReader.h"
 
 #include <QRegularExpression>
+
+#include <atomic>
 
 using namespace TEKLUVA;
 using namespace OtherPrograms;
@@ -203,12 +206,21 @@ private Q_SLOTS:
     {
         TestLog::ActiveLog log;
         const DataFileReader reader(TestData::path(TestData::field("archive")), TestData::field("password"));
-        QVERIFY(reader.isArchiv());
-        QVERIFY(reader.getFileContent().isEmpty());
-        QByteArrayList read;
-        for (const std::string& name : reader.getListOfArchivedFiles())
-            read << QByteArray::fromStdString(name) + '=' + reader.getContentOfArchivedFile(name);
-        QCOMPARE(QString::fromUtf8(read.join("; ")), TestData::field("entries"));
+        QVERIFY(reader.isArchiv() && reader.getFileContent().isEmpty());
+        const auto readAll = [&reader] {
+            QByteArrayList read;
+            for (const std::string& name : reader.getListOfArchivedFiles())
+                read << QByteArray::fromStdString(name) + '=' + reader.getContentOfArchivedFile(name);
+            return QString::fromUtf8(read.join("; "));
+        };
+        const QString entries = TestData::field("entries");
+        QCOMPARE(readAll(), entries);
+        std::atomic<int> others = 0;
+        TestThreads::run(4, [&](int) {
+            for (int i = 0; i < 200; ++i)
+                others += readAll() == entries ? 0 : 1;
+        });
+        QCOMPARE(others.load(), 0);
         QCOMPARE(log.entries(), QStringList());
     }
 
@@ -266,8 +278,7 @@ private Q_SLOTS:
         for (const QString& name : {"pipe"_q, "."_q, "/dev/zero"_q}) {
             const TestHome::Turn turn(name);
             const DataFileReader reader(name, QString());
-            QVERIFY(!reader.isArchiv());
-            QVERIFY(reader.getFileContent().isEmpty());
+            QVERIFY(!reader.isArchiv() && reader.getFileContent().isEmpty());
             QVERIFY(reader.getListOfArchivedFiles().empty());
         }
     }

@@ -4,6 +4,8 @@
 
 #include <unzip.h>
 
+#include <QMutexLocker>
+
 #include <algorithm>
 
 namespace TEKLUVA {
@@ -86,23 +88,39 @@ Archive::Archive(const System::Path& place, KnownArchive& known)
     m_status = m_file.status(error);
     if (error || m_status.kind != System::FileKind::Regular)
         return;
-    if (known.directory && known.status == m_status) {
-        m_directory = known.directory;
-        m_minizip = std::move(known.minizip); // from here: an operation in between opens its own
-        if (m_minizip)
-            m_minizip->source.setFile(m_file);
-        return;
-    }
-    const bool isSettled = System::isSettled(m_status); // asked before the file is read
-    m_directory = ArchiveDirectory::read(m_file, m_status.size);
-    const bool isKept = isSettled && m_directory && m_directory->memory() <= LARGEST_KEPT_DIRECTORY;
-    known = isKept ? KnownArchive{m_status, m_directory, nullptr} : KnownArchive();
+    const bool isKnown = takeKnown();
+    if (!isKnown)
+        readDirectory();
 }
 
 Archive::~Archive()
 {
-    if (m_directory && m_directory == m_known.directory)
+    const QMutexLocker lock(&m_known.mutex);
+    if (m_minizip && m_directory && m_directory == m_known.directory)
         m_known.minizip = std::move(m_minizip);
+}
+
+bool Archive::takeKnown()
+{
+    const QMutexLocker lock(&m_known.mutex);
+    if (!m_known.directory || m_known.status != m_status)
+        return false;
+    m_directory = m_known.directory;
+    m_minizip = std::move(m_known.minizip);
+    if (m_minizip)
+        m_minizip->source.setFile(m_file);
+    return true;
+}
+
+void Archive::readDirectory()
+{
+    const bool isSettled = System::isSettled(m_status); // asked before the file is read
+    m_directory = ArchiveDirectory::read(m_file, m_status.size);
+    const bool isKept = isSettled && m_directory && m_directory->memory() <= LARGEST_KEPT_DIRECTORY;
+    const QMutexLocker lock(&m_known.mutex);
+    m_known.status = m_status;
+    m_known.directory = isKept ? m_directory : nullptr;
+    m_known.minizip.reset();
 }
 
 void* Archive::zip() const

@@ -2,6 +2,7 @@
 
 #include "globals/system/Buffer_p.h"
 
+#include <QMutexLocker>
 #include <QtEndian>
 
 #include <algorithm>
@@ -163,6 +164,7 @@ ArchiveEntry ArchiveDirectory::entryAt(std::size_t number) const
 
 std::optional<ArchiveEntry> ArchiveDirectory::find(std::string_view name)
 {
+    const QMutexLocker lock(&m_searchMutex);
     if (!m_isSearched) {
         m_isSearched = true;
         return findInTurn(name);

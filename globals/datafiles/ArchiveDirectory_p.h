@@ -3,6 +3,7 @@
 #include "globals/system/System_p.h"
 
 #include <QByteArray>
+#include <QMutex>
 
 #include <memory>
 #include <optional>
@@ -51,7 +52,7 @@ public:
     /// \p number counts from 0.
     ArchiveEntry entryAt(std::size_t number) const;
 
-    /// The first entry that is known as \p name. The second call makes an index.
+    /// The first entry that is known as \p name. The second call makes an index. Thread-safe.
     std::optional<ArchiveEntry> find(std::string_view name);
 
     /// How much memory the directory takes, without the index.
@@ -68,6 +69,7 @@ private:
     QByteArray m_bytes;
     quint64 m_position = 0;         ///< of the bytes in the file
     std::vector<quint32> m_headers; ///< where each begins in the bytes
+    QMutex m_searchMutex;
     Index m_index;
     bool m_isSearched = false;
 };

@@ -3,6 +3,7 @@
 #include "globals/datafiles/ArchiveDirectory_p.h"
 
 #include <QByteArray>
+#include <QMutex>
 
 #include <functional>
 #include <memory>
@@ -21,9 +22,11 @@ struct CloseMinizip
 using MinizipPointer = std::unique_ptr<MinizipArchive, CloseMinizip>;
 
 /// What was learned of the archive that was read last, to be used again as long as the file is the same. The
-/// file itself is closed between two operations.
+/// file itself is closed between two operations. Those at one time share the directory; one of them has
+/// minizip, and the others open their own.
 struct KnownArchive
 {
+    QMutex mutex;
     System::FileStatus status;
     std::shared_ptr<ArchiveDirectory> directory;
     MinizipPointer minizip;
@@ -66,6 +69,10 @@ public:
     UnpackResult unpack(const ArchiveEntry& entry, QByteArray& content, Checksum checksum);
 
 private:
+    /// False when another archive is known, or none.
+    bool takeKnown();
+    /// Reads the directory, and keeps it as the known one unless it is unusual, too large or still changing.
+    void readDirectory();
     /// Opens the archive with minizip, once. Null when it cannot.
     void* zip() const;
     WalkResult walkWithMinizip(const std::function<bool(const ArchiveEntry&)>& visit);

@@ -3,6 +3,7 @@
 #include "globals/WholeFile.h"
 #include "globals/datafiles/Archive_p.h"
 #include "globals/datafiles/DataFileFormat_p.h"
+#include "globals/foundation/LockedRecord_p.h"
 #include "globals/foundation/WithoutExceptions_p.h"
 #include "globals/logs/ActiveLog_p.h"
 #include "globals/system/Buffer_p.h"
@@ -58,7 +59,7 @@ QByteArray beginningOf(Archive& archive, const ArchiveEntry& entry, int count)
 
 } // namespace
 
-class GLOBALS_NO_EXPORT DataFileReader::Private
+class GLOBALS_NO_EXPORT DataFileReader::Private : public LockedRecord
 {
 public:
     Private(const QString& path, const QString& passwordText)
@@ -75,9 +76,11 @@ public:
         return withoutExceptions(operation, [this](const char* what) { fail(caughtMessage(what)); });
     }
 
+    void setError(const QString& text) { set(error, text); }
+
     void fail(const std::string& message)
     {
-        error = QString::fromStdString(message);
+        setError(QString::fromStdString(message));
         logError(message);
     }
 
@@ -199,7 +202,7 @@ QString DataFileReader::getFilename() const
 
 bool DataFileReader::isArchiv() const
 {
-    d->error.clear();
+    d->setError(QString());
     return d->run([this] { return Archive(d->place, d->known).isOpen(); });
 }
 
@@ -207,14 +210,14 @@ QByteArray DataFileReader::getFileContent() const
 {
     return d->run([this]() -> QByteArray {
         if (isArchiv()) {
-            d->error = getFilename() + QLatin1String(" is an archive");
+            d->setError(getFilename() + QLatin1String(" is an archive"));
             return {};
         }
         QString reason;
         const auto content = readWhole(getFilename(), LARGEST_WHOLE_FILE, &reason);
         if (content)
             return d->decrypted(*content);
-        d->error = QStringLiteral("%1: %2").arg(getFilename(), reason);
+        d->setError(QStringLiteral("%1: %2").arg(getFilename(), reason));
         return {};
     });
 }
@@ -222,7 +225,7 @@ QByteArray DataFileReader::getFileContent() const
 std::vector<std::string> DataFileReader::getListOfArchivedFiles() const
 {
     return d->run([this]() -> std::vector<std::string> {
-        d->error.clear();
+        d->setError(QString());
         Archive archive(d->place, d->known);
         if (!d->isOpen(archive))
             return {};
@@ -238,7 +241,7 @@ std::vector<std::string> DataFileReader::getListOfArchivedFiles() const
 QByteArray DataFileReader::getContentOfArchivedFile(const std::string& name) const
 {
     return d->run([this, &name]() -> QByteArray {
-        d->error.clear();
+        d->setError(QString());
         Archive archive(d->place, d->known);
         if (!d->isOpen(archive))
             return {};
@@ -260,7 +263,7 @@ QMap<QString, QByteArray> DataFileReader::getContentsOfArchivedFiles(const QStri
 {
     using Contents = QMap<QString, QByteArray>;
     return d->run([this, &names]() -> Contents {
-        d->error.clear();
+        d->setError(QString());
         Archive archive(d->place, d->known);
         if (!d->isOpen(archive))
             return {};
@@ -275,7 +278,7 @@ QMap<QString, QByteArray> DataFileReader::getContentsOfArchivedFiles(const QStri
 
 bool DataFileReader::visitArchivedFiles(const std::function<bool(const ArchivedFile&)>& visit) const
 {
-    d->error.clear();
+    d->setError(QString());
     Archive archive(d->place, d->known);
     if (!d->isOpen(archive))
         return false;
@@ -289,19 +292,19 @@ bool DataFileReader::visitArchivedFiles(const std::function<bool(const ArchivedF
 
 QByteArray DataFileReader::decryptData(const QByteArray& data, const QString& password) const
 {
-    d->error.clear();
+    d->setError(QString());
     return d->decrypt(data, password.toUtf8());
 }
 
 QByteArray DataFileReader::decryptData(const QByteArray& data) const
 {
-    d->error.clear();
+    d->setError(QString());
     return d->decrypt(data, d->password);
 }
 
 QString DataFileReader::lastError() const
 {
-    return d->error;
+    return d->get(d->error);
 }
 
 } // namespace TEKLUVA

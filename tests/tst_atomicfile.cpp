@@ -146,7 +146,7 @@ private Q_SLOTS:
     {
         SKIP_ON_WINDOWS("a disk that tests can fill");
         QVERIFY(write("old", "old"));
-        const TestPlatform::FullDisk disk(4096);
+        const TestPlatform::FullDisk disk(4096, true);
         AtomicFile file(fs::path{"old"});
         QVERIFY(file.write(QByteArray(4096, 'a')));
         QVERIFY(!file.write("b"));

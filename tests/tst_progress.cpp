@@ -449,7 +449,7 @@ private Q_SLOTS:
         };
         std::future<E_ProcessResult> future = runWorker("P"_q, work);
         QTRY_COMPARE(messages, 2);
-        QVERIFY(states()->getCurrentMessage().isEmpty());
+        QVERIFY(states()->getCurrentMessage().isEmpty() && states()->showTotalProgress());
         states()->setAbort();
         QTRY_COMPARE(ends, QList<int>{end});
         QCOMPARE(endOf(future), result);

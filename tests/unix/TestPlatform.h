@@ -130,10 +130,11 @@ class FullDisk
 public:
     static constexpr rlim_t WITH_ROOM = RLIM_INFINITY;
 
-    explicit FullDisk(rlim_t bytes)
+    /// \p endsProcess: as soon as it writes beyond them, as the system does unless told otherwise.
+    explicit FullDisk(rlim_t bytes, bool endsProcess = false)
         : m_limit(RLIMIT_FSIZE, bytes)
     {
-        static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+        static_cast<void>(std::signal(SIGXFSZ, endsProcess ? SIG_DFL : SIG_IGN));
     }
 
 private:

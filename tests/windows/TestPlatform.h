@@ -92,7 +92,7 @@ private:
 struct FullDisk
 {
     static constexpr quint64 WITH_ROOM = ~quint64{0};
-    explicit FullDisk(quint64 /*bytes*/) {}
+    explicit FullDisk(quint64 /*bytes*/, bool /*endsProcess*/ = false) {}
 };
 
 struct NoDescriptors

@@ -392,6 +392,7 @@ private Q_SLOTS:
         QVector<ProgressSnapshot> shown;
         QElapsedTimer clock;
         clock.start();
+        delete states(); // with what init() has connected
         states()->newProcess("P"_q, true, true);
         addStep("early"_q); // before somebody listens
         const QObject display;
@@ -416,7 +417,7 @@ private Q_SLOTS:
         QVERIFY(shown.last().showsTotal && shown.last().showsAbort && shown.last().isRunning);
         QCOMPARE(shown.last().processName + shown.last().steps[1].label + shown.last().steps[1].description,
                  "Plabel of lateabout late"_q);
-        step("early"_q)->setVisible(false);
+        states()->getAllSteps()["early"_q]->setVisible(false);
         QTRY_VERIFY(!shown.last().steps[0].isVisible);
         states()->setAbort();
         states()->endProcess(E_PR_ABORTED);

@@ -92,8 +92,9 @@ constexpr KnownRow KNOWN[] = {
     {SettingsKeys::LOCALE, SettingsKeys::ARRANGEMENT_UNIT, &isUnit, "the abbreviation of a unit"},
 };
 
-constexpr const char* SECRETS[] = {"password", "passwd", "passwort", "kennwort",   "pwd",        "secret",
-                                   "token",    "apikey", "api_key",  "credential", "credentials"};
+constexpr const char* SECRETS[] = {"password", "passwd",     "passwort",     "passphrase", "kennwort",
+                                   "pwd",      "secret",     "token",        "apikey",     "api_key",
+                                   "api-key",  "credential", "authorization"};
 
 QStringList pathKeys()
 {
@@ -145,12 +146,11 @@ QString faultOfSetting(const QString& path, const QVariant& value)
     return faultOfValue(value, row->accepts, row->wanted);
 }
 
-bool isSecret(const QString& path)
+bool namesSecret(const QString& text)
 {
-    const QString key = path.section(QLatin1Char('/'), -1);
     const QStringList words = wordsForSecrets();
     return std::any_of(words.begin(), words.end(),
-                       [&key](const QString& word) { return key.contains(word, Qt::CaseInsensitive); });
+                       [&text](const QString& word) { return text.contains(word, Qt::CaseInsensitive); });
 }
 
 QStringList wordsForSecrets()

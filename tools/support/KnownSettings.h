@@ -12,9 +12,9 @@ namespace globalsctl {
 /// setting of groups that belong to the application.
 QString faultOfSetting(const QString& path, const QVariant& value);
 
-/// Whether the value of \p path may be a secret that nobody else should see.
-bool isSecret(const QString& path);
-/// What stands in the names of such settings, in whatever case.
+/// Whether \p text, such as "Group/key", has a word for what nobody else should see.
+bool namesSecret(const QString& text);
+/// These words; upper and lower case are alike.
 QStringList wordsForSecrets();
 
 } // namespace globalsctl

@@ -37,7 +37,10 @@ QString stateOf(const QCommandLineParser& line)
 
 QString lineOf(const QString& path, const QVariant& value)
 {
-    return lineOfSetting(path, isSecret(path) ? QVariant(QStringLiteral("***")) : value);
+    // A map shows the names that are in it.
+    const bool isSecret =
+        namesSecret(path) || (!value.canConvert<QString>() && namesSecret(textOfSetting(value)));
+    return lineOfSetting(path, isSecret ? QVariant(QStringLiteral("***")) : value);
 }
 
 QString settingsOf(const QCommandLineParser& line)
@@ -181,12 +184,14 @@ ReportParts reportParts(const QCommandLineParser& line)
 
 QString withoutSecrets(QString text)
 {
-    // A value in quotes ends with its line where the second quote is missing.
-    const QString value = QStringLiteral("\"(?:[^\"\\\\\n]|\\\\.)*\"?|'[^'\n]*'?|[^\\s\"]+");
-    static const QRegularExpression NAMED(QStringLiteral("((?:%1)\\w*[\"']?\\s*[=:]\\s*)(?:%2)")
+    // A value in quotes ends with its line where the second quote is missing. Possessive, because a match
+    // that has to remember each character of a long value fails, and nothing after it would be found.
+    const QString value =
+        QStringLiteral(R"((?:(?:Basic|Bearer)\s+)?(?:\\*(["'])(?:(?!\2)[^\\\n]|\\.)*+\2?|[^\s"]+))");
+    static const QRegularExpression NAMED(QStringLiteral(R"(((?:%1)\w*\\*["']?\s*[=:>]+\s*)%2)")
                                               .arg(wordsForSecrets().join(QLatin1Char('|')), value),
                                           QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression IN_ADDRESS(QStringLiteral("(\\w+://[^/\\s:@]*):[^@/\\s]+@"));
+    static const QRegularExpression IN_ADDRESS(QStringLiteral("(\\w+://[^/\\s:@]*):[^/\\s]+@"));
     text.replace(NAMED, QStringLiteral("\\1***"));
     return text.replace(IN_ADDRESS, QStringLiteral("\\1:***@"));
 }

@@ -53,7 +53,7 @@ bool extract(const Archive& archive, const Selection& selection, Extraction& ext
     if (extraction.isDiskFull())
         printError(QStringLiteral("%1 of %2 written").arg(work.count() - 1).arg(selection.count()));
     extraction.opener().noteIfUnproven();
-    work.throwIfStopped(QStringLiteral("%1 of %2 entries done").arg(work.count()).arg(selection.count()));
+    work.throwIfInterrupted(QStringLiteral("%1 of %2 entries done").arg(work.count()).arg(selection.count()));
     return isComplete && isListed;
 }
 

@@ -47,7 +47,8 @@ int packData(const QCommandLineParser& line)
     const DataFileCreator creator;
     const bool isMade = creator.createArchivFromFiles(
         files, archive, password, [&work, &files](int entry) { return work.beginEntry(files[entry]); });
-    work.throwIfStopped(archive + QStringLiteral(" was not written"));
+    work.throwIfInterrupted(archive
+                            + (isMade ? QStringLiteral(" is written") : QStringLiteral(" was not written")));
     if (!isMade)
         throw Failure(QStringLiteral("%1 could not be written: %2").arg(archive, creator.lastError()));
     return Done;

@@ -38,7 +38,7 @@ QList<Fault> faultsOf(const Archive& archive, const QString& password)
         faults << Fault{name, opener.fault()};
         return true;
     }));
-    work.throwIfStopped(
+    work.throwIfInterrupted(
         QStringLiteral("%1 of %2 entries tested").arg(work.count()).arg(archive.entries().size()));
     opener.noteIfUnproven();
     return faults;

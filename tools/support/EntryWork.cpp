@@ -27,8 +27,7 @@ EntryWork::EntryWork(const QString& title, int entries)
 bool EntryWork::beginEntry(const QString& entry)
 {
     StateHandler* states = StateHandler::getInstance();
-    m_isStopped = states->wasAborted();
-    if (m_isStopped)
+    if (states->wasAborted())
         return false;
     states->setProgressStepText(STEP, entry);
     states->setCurrentProgressBarStep(STEP, static_cast<unsigned int>(m_count));
@@ -42,10 +41,9 @@ void EntryWork::printError(const QString& message)
     globalsctl::printError(message);
 }
 
-void EntryWork::throwIfStopped(const QString& consequence)
+void EntryWork::throwIfInterrupted(const QString& consequence)
 {
-    if (m_isStopped)
-        m_interruption.check(consequence);
+    m_interruption.check(consequence);
 }
 
 } // namespace globalsctl

@@ -23,14 +23,14 @@ public:
     /// Prints the error without disturbing the display.
     void printError(const QString& message);
 
-    /// Throws Failure, which names the \p consequence, when a signal has ended the work.
-    void throwIfStopped(const QString& consequence);
+    /// Throws Failure, which names the \p consequence, when a signal has arrived, be it within the last
+    /// entry.
+    void throwIfInterrupted(const QString& consequence);
 
 private:
     ProgressDisplay m_display;
     Interruption m_interruption;
     int m_count = 0;
-    bool m_isStopped = false;
 };
 
 } // namespace globalsctl

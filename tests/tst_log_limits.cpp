@@ -200,6 +200,14 @@ private Q_SLOTS:
         log.setRotation(110, 1);
         write(log, 16, 3);
         QCOMPARE(messagesOf(log).size(), 6); // a file that cannot be moved stays in use
+
+        QVERIFY(QFile::rename(pathOf(log), pathOf(log) + ".old2"_q) && QDir().mkdir(pathOf(log)));
+        write(log, 19, 1); // which cannot be written
+        QVERIFY(QDir().rmdir(pathOf(log)));
+        Log other("cut", false);
+        write(other, 20, 1);
+        write(log, 21, 1);
+        QCOMPARE(contentsOf(log).first(), "20 21"_q); // it began long ago
     }
 
     void twoProcessesShareARotatedFile()

@@ -58,6 +58,7 @@ void LogFile::write(LogRecord& record)
 void LogFile::close()
 {
     m_file.close();
+    m_hasBegun = false;
 }
 
 bool LogFile::ensureOpen()
@@ -68,7 +69,7 @@ bool LogFile::ensureOpen()
     const QFileInfo info(m_path);
     if (!m_isUsable || (info.exists() && !info.isFile()))
         return false;
-    if (!m_append && info.exists())
+    if (!m_append && !m_hasBegun && info.exists())
         QFile::resize(m_path, 0);
     return openToAppend();
 }
@@ -81,6 +82,7 @@ bool LogFile::openToAppend()
     std::error_code unknown;
     if (isOpen)
         m_opened = System::statusOf(m_file.handle(), unknown);
+    m_hasBegun = m_hasBegun || isOpen;
     return isOpen;
 }
 

@@ -24,7 +24,7 @@ public:
     void setPath(const std::string& path);
     /// Keeps the file from being opened until there is another path.
     void refuse() { m_isUsable = false; }
-    /// Whether the next opening keeps what the file holds.
+    /// Whether the first opening, and the first one after close(), keeps what the file holds.
     void setAppend(bool append) { m_append = append; }
 
     void setRotation(const LogRotation& rotation) { m_rotation = rotation; }
@@ -46,6 +46,7 @@ private:
     QString m_path;
     QFile m_file;
     bool m_append = false;
+    bool m_hasBegun = false; ///< opened since close(), and so not emptied again
     bool m_isUsable = true;
     LogRotation m_rotation;
     System::FileStatus m_opened; ///< when the file was opened

@@ -213,6 +213,8 @@ private Q_SLOTS:
     {
         const auto before = QByteArray::fromPercentEncoding(TestData::field("before").toUtf8());
         replace(before);
+        QVERIFY(QFile::setPermissions(FILE_NAME, QFile::ReadOwner | QFile::WriteOwner));
+        const auto allowed = QFile::permissions(FILE_NAME);
         init();
         QStringList lines;
         for (const int line : m_settings->damagedLines())
@@ -233,6 +235,7 @@ private Q_SLOTS:
             replace(before);
         }
         QCOMPARE(TestFiles::contentOf(aside[1]), before);
+        QCOMPARE(QFile::permissions(aside[1]), allowed); // no secret spreads
         QVERIFY(QFile::remove(aside[1]) && QDir().rmdir(aside[0]));
         QCOMPARE(names(), QStringList(FILE_NAME));
     }

@@ -251,6 +251,29 @@ bool SettingsFile::writePending(milliseconds patience)
     return true;
 }
 
+/// Puts what \p fill writes into the place of \p path.
+template <typename Fill>
+bool SettingsFile::replaceFile(const QString& path, Fill&& fill)
+{
+    AtomicFile file(path, QStringLiteral(".%1.new").arg(QFileInfo(path).fileName()));
+    const bool isReplaced = fill(file) && file.commit();
+    return isReplaced || fail(file.error());
+}
+
+/// Keeps the file for the user and for support, and for nobody who may not read the file itself, beside what
+/// was kept before: the first damage may have cost more than the next.
+bool SettingsFile::keepAside()
+{
+    const QString first = m_path + latin1(".damaged");
+    QString path = first;
+    for (int number = 2; number <= MOST_KEPT_ASIDE && QFileInfo::exists(path); ++number) {
+        if (readWhole(path) == m_content)
+            return true;
+        path = first + QLatin1Char('.') + QString::number(number);
+    }
+    return replaceFile(path, [this](AtomicFile& file) { return file.copyFrom(m_place); });
+}
+
 bool SettingsFile::writeToFile(milliseconds patience)
 {
     QDir().mkpath(QFileInfo(m_path).path());
@@ -265,7 +288,7 @@ bool SettingsFile::writeToFile(milliseconds patience)
     if (content.size() > LARGEST_FILE) // nobody would read it any more
         return fail(System::messageOf(std::make_error_code(std::errc::file_too_large)));
     const auto before = statusOf(m_place);
-    if (!replaceFile(m_path, content))
+    if (!replaceFile(m_path, [&content](AtomicFile& file) { return file.write(content); }))
         return false;
     if (before)
         makeNewerThan(*before);
@@ -274,28 +297,6 @@ bool SettingsFile::writeToFile(milliseconds patience)
     m_isDamaged = false;
     m_doubtful.reset();
     return true;
-}
-
-/// Keeps the content for the user and for support, beside what was kept before: the first damage may have
-/// cost more than the next.
-bool SettingsFile::keepAside()
-{
-    const QString first = m_path + latin1(".damaged");
-    QString path = first;
-    for (int number = 2; number <= MOST_KEPT_ASIDE && QFileInfo::exists(path); ++number) {
-        if (readWhole(path) == m_content)
-            return true;
-        path = first + QLatin1Char('.') + QString::number(number);
-    }
-    return replaceFile(path, m_content);
-}
-
-bool SettingsFile::replaceFile(const QString& path, const QByteArray& content)
-{
-    AtomicFile file(path, QStringLiteral(".%1.new").arg(QFileInfo(path).fileName()));
-    if (file.write(content) && file.commit())
-        return true;
-    return fail(file.error());
 }
 
 /// QSettings reads a file again when its size or its time in milliseconds has changed, and writes its old

@@ -82,7 +82,8 @@ private:
     bool writePending(std::chrono::milliseconds patience);
     bool writeToFile(std::chrono::milliseconds patience);
     bool keepAside();
-    bool replaceFile(const QString& path, const QByteArray& content);
+    template <typename Fill>
+    bool replaceFile(const QString& path, Fill&& fill);
     void makeNewerThan(const System::FileStatus& before);
     bool mayBeReplaced();
     bool writeWithQt();

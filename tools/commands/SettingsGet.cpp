@@ -21,8 +21,8 @@ int getSetting(const QCommandLineParser& line)
     } else {
         printResult(textOfSetting(value));
     }
-    request.tellDamage();
-    return Done;
+    const bool isWhole = request.tellDamage();
+    return value.isValid() || isWhole ? Done : Failed;
 }
 
 } // namespace globalsctl

@@ -48,6 +48,7 @@ QString settingsOf(const QCommandLineParser& line)
     const QString file = settingsFileOf(line);
     const Settings settings(file, QSettings::IniFormat, nullptr);
     const QVariantMap values = settings.getSettingsBelow(QString());
+    requireRead(settings, file);
     QStringList lines = {QStringLiteral("# ") + file};
     for (const int number : settings.damagedLines())
         lines << QStringLiteral("# line %1 is damaged").arg(number);

@@ -1,5 +1,7 @@
 #include "support/RunRecord.h"
 
+#include "support/SettingsFile.h"
+
 #include "globals/LastRun.h"
 #include "globals/Settings.h"
 #include "globals/SettingsKeys.h"
@@ -64,6 +66,7 @@ Record recordIn(const QString& file)
     const Settings settings(file, QSettings::IniFormat, QCoreApplication::instance());
     // All keys in one call: the application may be writing the next record.
     const QVariantMap record = settings.getSettings(SettingsKeys::APPLICATION);
+    requireRead(settings, file);
     return {file, lastRunFrom(record), runVerdict(record), runVerdictText(record)};
 }
 

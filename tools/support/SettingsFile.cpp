@@ -36,8 +36,7 @@ SettingsRequest::SettingsRequest(const QCommandLineParser& line)
 {
     file = settingsFileOf(line);
     settings.openSettingsFile(file, QSettings::IniFormat, QCoreApplication::instance());
-    if (const QString reason = settings.lastError(); !reason.isEmpty())
-        throw Failure(QStringLiteral("File %1 cannot be read: %2").arg(file, reason));
+    requireRead(settings, file);
 }
 
 void SettingsRequest::failAsGroupAbsent() const
@@ -71,6 +70,13 @@ void SettingsRequest::requireWritten() const
 {
     if (settings.hasPendingChanges())
         throw Failure(QStringLiteral("%1 could not be written: %2").arg(file, settings.lastError()));
+}
+
+void requireRead(const Settings& settings, const QString& file)
+{
+    const QString reason = settings.lastError();
+    if (!reason.isEmpty())
+        throw Failure(QStringLiteral("File %1 cannot be read: %2").arg(file, reason));
 }
 
 QString textOfSetting(const QVariant& value)

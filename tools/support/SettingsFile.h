@@ -37,6 +37,9 @@ struct SettingsRequest
     bool isForced;
 };
 
+/// Throws Failure, with the reason, for a \p file that \p settings could not read.
+void requireRead(const TEKLUVA::Settings& settings, const QString& file);
+
 /// \p value in words; what is no text as Qt's debug output shows it.
 QString textOfSetting(const QVariant& value);
 /// The same, or an array of texts for a list.

@@ -49,8 +49,13 @@ public:
     {
         for (const QString& path : wanted()) {
             const auto isRead = [&path](const auto& reader) { return reader->isAt(path); };
-            if (QFileInfo::exists(path) && std::none_of(m_readers.begin(), m_readers.end(), isRead))
+            if (!QFileInfo::exists(path) || std::any_of(m_readers.begin(), m_readers.end(), isRead))
+                continue;
+            try {
                 open(path);
+            } catch (const Failure&) {
+                continue; // it is being moved away: the next look finds what takes its place
+            }
         }
         const auto isOver = [](const auto& reader) { return reader->isOver(); };
         m_readers.erase(std::remove_if(m_readers.begin(), m_readers.end(), isOver), m_readers.end());

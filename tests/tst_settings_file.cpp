@@ -192,6 +192,13 @@ private Q_SLOTS:
         QCOMPARE(content(), QByteArray("[G]\nk=1\n"));
         m_settings->removeSetting("G"_q, "large"_q);
         QVERIFY(!m_settings->hasPendingChanges());
+
+        const QVariantMap values = {{"a"_q, 1}, {"b"_q, 2}, {"c"_q, 3}, {"d"_q, 4}, {"e"_q, 5}, {"f"_q, 6}};
+        m_settings->setSettings(QString(11'000'000, QLatin1Char('s')), values); // which stands before each
+        QVERIFY(m_settings->hasPendingChanges());
+        m_settings->clearSettings();
+        replace('[' + QByteArray(70'000, 's') + "]\n" + QByteArray("k=\n").repeated(1000));
+        QVERIFY(m_settings->getSettings("G"_q).isEmpty() && !m_settings->lastError().isEmpty());
     }
 
     void linksAreFollowed()

@@ -22,6 +22,9 @@ namespace {
 constexpr const char* GENERAL = "General";        ///< the section of the keys without a group
 constexpr const char* GENERAL_GROUP = "%General"; ///< the section of the group with that name
 
+/// Of the names of sections before all keys.
+constexpr QString::size_type MOST_SECTION_CHARACTERS = 64'000'000;
+
 /// Finds the lines and what they say.
 class LineReader
 {
@@ -33,11 +36,15 @@ public:
     {
     }
 
-    std::vector<Line> read()
+    std::optional<std::vector<Line>> read()
     {
         std::vector<Line> lines;
+        QString::size_type characters = 0;
         while (findLine()) {
             Line line = at(m_begin) == '[' ? readSection() : readEntry();
+            characters += line.sectionLength;
+            if (characters > MOST_SECTION_CHARACTERS)
+                return std::nullopt;
             if (line.isEntry || line.isDamaged)
                 lines.push_back(std::move(line));
         }
@@ -156,31 +163,35 @@ void appendEntry(QByteArray& content, const QString& key, const IniValue& value)
 
 } // namespace
 
-std::vector<Line> read(const QByteArray& content)
+std::optional<std::vector<Line>> read(const QByteArray& content)
 {
-    std::vector<Line> lines = LineReader(content).read();
+    auto lines = LineReader(content).read();
     // "[General] a\b=1" and "[a] b=2" have the same key. QSettings reads section by section.
     const auto hasGroup = [](const Line& line) {
         return line.key.indexOf(SEPARATOR, line.sectionLength) >= 0;
     };
-    if (std::any_of(lines.begin(), lines.end(), hasGroup)) {
-        std::stable_sort(lines.begin(), lines.end(), [](const Line& line, const Line& other) {
+    if (lines && std::any_of(lines->begin(), lines->end(), hasGroup)) {
+        std::stable_sort(lines->begin(), lines->end(), [](const Line& line, const Line& other) {
             return line.sectionLength < other.sectionLength;
         });
     }
     return lines;
 }
 
-QByteArray write(const IniValues& values)
+std::optional<QByteArray> write(const IniValues& values)
 {
+    QString::size_type characters = 0;
     // The order of the keys is not that of the sections: "a b/c" comes before "a/c". And "/a" is "a" in a
     // file.
     QMap<QString, QMap<QString, const IniValue*>> sections;
     for (auto value = values.begin(); value != values.end(); ++value) {
         const auto separator = std::max<QString::size_type>(value.key().indexOf(SEPARATOR), 0);
+        characters += separator + 1;
         sections[value.key().left(separator)].insert(value.key().mid(separator > 0 ? separator + 1 : 0),
                                                      &*value);
     }
+    if (characters > MOST_SECTION_CHARACTERS)
+        return std::nullopt;
     QByteArray content;
     for (auto section = sections.begin(); section != sections.end(); ++section) {
         content += (content.isEmpty() ? "" : System::LINE_END) + headOf(section.key());

@@ -4,9 +4,13 @@
 
 #include <QByteArray>
 
+#include <optional>
 #include <vector>
 
 /// The dialect of INI files that QSettings writes, read and written byte for byte as Qt 5.15 does.
+///
+/// The name of a section stands before each of its keys in memory, but once in a file: 100 KB can stand for
+/// gigabytes. Where these names take more than 64 million characters, a file is neither read nor written.
 namespace TEKLUVA::IniCodec {
 
 /// A line with a key and a value, or one that is damaged, or both. It may go over several lines of the file,
@@ -22,9 +26,9 @@ struct Line
 };
 
 /// All but section heads, empty lines and comments. Where two lines have the same key the later one counts.
-std::vector<Line> read(const QByteArray& content);
+std::optional<std::vector<Line>> read(const QByteArray& content);
 
 /// Sections and keys come in the order of their characters.
-QByteArray write(const IniValues& values);
+std::optional<QByteArray> write(const IniValues& values);
 
 } // namespace TEKLUVA::IniCodec

@@ -217,7 +217,7 @@ QList<int> SettingsFile::damagedLines()
     if (!m_isIni || !reload())
         return {};
     if (!m_doubtful)
-        m_doubtful = IniCodec::read(m_content);
+        m_doubtful = IniCodec::read(m_content).value_or(std::vector<IniCodec::Line>());
     std::vector<IniText::Position> damaged;
     for (const IniCodec::Line& line : *m_doubtful) {
         if (line.isDamaged || !line.value.isReadable())
@@ -284,16 +284,16 @@ bool SettingsFile::writeToFile(milliseconds patience)
         return false;
     if (m_isDamaged && !keepAside())
         return false;
-    const QByteArray content = IniCodec::write(withPending());
-    if (content.size() > LARGEST_FILE) // nobody would read it any more
-        return fail(System::messageOf(std::make_error_code(std::errc::file_too_large)));
+    const auto content = IniCodec::write(withPending());
+    if (!content || content->size() > LARGEST_FILE) // nobody would read it any more
+        return failAsTooLarge();
     const auto before = statusOf(m_place);
-    if (!replaceFile(m_path, [&content](AtomicFile& file) { return file.write(content); }))
+    if (!replaceFile(m_path, [&content](AtomicFile& file) { return file.write(*content); }))
         return false;
     if (before)
         makeNewerThan(*before);
     m_seen.reset(); // somebody may have replaced it already
-    m_content = content;
+    m_content = *content;
     m_isDamaged = false;
     m_doubtful.reset();
     return true;
@@ -344,21 +344,24 @@ bool SettingsFile::reload()
     const auto content =
         isMissing ? std::make_optional(QByteArray()) : readWhole(m_path, LARGEST_FILE, &m_reason);
     m_isReadable = content.has_value();
-    if (!content)
+    if (content && *content != m_content)
+        m_isReadable = take(*content);
+    if (!m_isReadable)
         return false;
-    if (*content != m_content)
-        take(*content);
     if (isMissing || isSettled)
         m_seen = status;
     return true;
 }
 
-void SettingsFile::take(const QByteArray& content)
+bool SettingsFile::take(const QByteArray& content)
 {
+    const auto lines = IniCodec::read(content);
+    if (!lines)
+        return failAsTooLarge();
     bool isDamaged = false;
     std::vector<IniCodec::Line> doubtful;
     IniValues values;
-    for (const IniCodec::Line& line : IniCodec::read(content)) {
+    for (const IniCodec::Line& line : *lines) {
         isDamaged |= line.isDamaged;
         if (isDoubtful(line))
             doubtful.push_back(line);
@@ -370,6 +373,7 @@ void SettingsFile::take(const QByteArray& content)
     m_isDamaged = isDamaged;
     m_doubtful = std::move(doubtful);
     m_values.swap(values);
+    return true;
 }
 
 bool SettingsFile::reloadWithQt()
@@ -386,6 +390,11 @@ bool SettingsFile::fail(const QString& reason)
 {
     m_reason = reason;
     return false;
+}
+
+bool SettingsFile::failAsTooLarge()
+{
+    return fail(System::messageOf(std::make_error_code(std::errc::file_too_large)));
 }
 
 IniValues SettingsFile::withPending() const

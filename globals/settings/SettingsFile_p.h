@@ -89,8 +89,9 @@ private:
     bool writeWithQt();
     bool reload();
     bool reloadWithQt();
-    void take(const QByteArray& content);
+    bool take(const QByteArray& content);
     bool fail(const QString& reason);
+    bool failAsTooLarge();
     IniValues withPending() const;
 
     const bool m_isIni;

@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <cerrno>
@@ -22,6 +23,12 @@ const auto config = &ConfigManager::getInstance;
 /// What the rows call; whether it succeeds.
 const QMap<QString, bool (*)()> OPERATIONS = {
     {"move"_q, [] { return config()->copyDirectory("source"_q, "target"_q, true, true, {}); }},
+    {"move to two disks"_q,
+     [] {
+         const QTemporaryDir elsewhere("/dev/shm/XXXXXX"_q);
+         return QFile::link(elsewhere.path(), "target/folder"_q)
+                && config()->copyDirectory("source"_q, "target"_q, true, true, {});
+     }},
     {"copy over"_q,
      [] {
          const auto agree = [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); };

@@ -138,7 +138,7 @@ QStringList dropTransients(const QString& old)
 bool copyData(const QString& old, const QString& base, FileTree::CopyRules rules)
 {
     rules.leftOut = settingsIn(old);
-    return FileTree::copy(old, base, rules) && FileTree::syncFolder(base);
+    return FileTree::copy(old, base, rules);
 }
 
 /// Whether data of the user lies in \p folder that must stay: the new data, because under some names of

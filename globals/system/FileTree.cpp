@@ -11,6 +11,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <map>
 #include <vector>
 
 namespace TEKLUVA::FileTree {
@@ -51,9 +52,9 @@ public:
     bool copyEntries(const QString& source, const QString& target);
     /// Takes back the links that lead astray. After all copies, so that their order does not matter.
     bool checkLinks();
+    /// Waits until all copies are on disk.
+    bool sync() const;
     bool removeSources() const;
-
-    bool hasSources() const { return !m_copied.isEmpty(); }
 
 private:
     bool copyEntry(const QFileInfo& entry, System::EntryKind kind, const QString& target);
@@ -68,6 +69,8 @@ private:
     const CopyRules& m_rules;
     LinkRules::CopiedTree m_tree;
     QStringList m_copied; ///< sources that are to be removed
+    /// By device, a folder on each file system that was written to: folders of the target may lie on others.
+    std::map<quint64, QString> m_fileSystems;
     std::vector<CopiedLink> m_links;
 };
 
@@ -77,6 +80,7 @@ bool TreeCopy::copyEntries(const QString& source, const QString& target)
     std::error_code error;
     if (fs::equivalent(nativePath(source), nativePath(target), error))
         return false;
+    m_fileSystems.emplace(System::statusOf(nativePath(target), error).device, target);
     const auto entries = System::entriesOf(nativePath(source), error);
     bool isWhole = !error;
     for (const System::FolderEntry& found : entries) {
@@ -178,6 +182,12 @@ bool TreeCopy::checkLinks()
     return isWhole;
 }
 
+bool TreeCopy::sync() const
+{
+    return std::all_of(m_fileSystems.begin(), m_fileSystems.end(),
+                       [](const auto& fileSystem) { return syncFolder(fileSystem.second); });
+}
+
 bool TreeCopy::removeSources() const
 {
     bool isWhole = true;
@@ -241,11 +251,10 @@ bool copy(const QString& source, const QString& target, const CopyRules& rules)
     TreeCopy tree(source, target, rules);
     const bool isCopied = tree.copyEntries(QDir(source).absolutePath(), QDir(target).absolutePath());
     const bool isWhole = tree.checkLinks() && isCopied;
-    if (!rules.removeSource || !tree.hasSources())
-        return isWhole;
-    if (!syncFolder(target))
+    const bool willSourcesGo = rules.removeSource || !rules.deletedLater.isEmpty();
+    if (willSourcesGo && !tree.sync())
         return false;
-    const bool isRemoved = tree.removeSources();
+    const bool isRemoved = !rules.removeSource || tree.removeSources();
     return isRemoved && isWhole;
 }
 

@@ -27,14 +27,15 @@ struct CopyRules
     std::function<Overwrite(const QString& source, const QString& target)> onExisting;
     /// A source file that is not copied.
     QString leftOut;
-    /// Folders, all of them there, that will be deleted: nothing is copied into them, and no copied link may
-    /// need them.
+    /// Folders, all of them there, that will be deleted: nothing is copied into them, no copied link may need
+    /// them, and all copies are on disk before.
     QStringList deletedLater;
 };
 
 /// Copies what is in the folder \p source into the folder \p target; both must exist. Goes on after a failure
 /// and is false then. A copy is whole or not there at all, and so is what it replaces. Sources are removed
-/// when all is copied and on disk. For links see LinkRules.
+/// when all is copied and on disk, also where folders of the target lie on other disks. For links see
+/// LinkRules.
 bool copy(const QString& source, const QString& target, const CopyRules& rules);
 
 /// Copies one file by the same rules; it is on disk before it gets its name.

@@ -120,6 +120,17 @@ private Q_SLOTS:
         QCOMPARE(int(std::filesystem::status("old").permissions()), 0600);
     }
 
+    void whoMayNotReadAFileMayNotReadTheBeginningOfItsCopy()
+    {
+        SystemCalls calls;
+        calls.forbidUnnamedFiles();
+        calls.fail("write", ENOSPC);
+        AtomicFile copy("copy"_q);
+        QVERIFY(!copy.copyFrom("/proc/self/environ")); // which is its owner's alone
+        QCOMPARE(int(std::filesystem::status(TestFiles::Path(TestFiles::names().first())).permissions()),
+                 0400);
+    }
+
     void writesWithoutUnnamedFiles()
     {
         SystemCalls calls;

@@ -273,12 +273,13 @@ bool AtomicFile::copyFrom(const fs::path& source)
     const FileStatus status = original.status(result);
     if (!result && status.kind != System::FileKind::Regular)
         result = std::make_error_code(std::errc::not_supported); // it might never end
-    if (!d->check(result) || !d->check(d->file.copyFrom(original)))
+    if (!d->check(result))
         return false;
+    // First: where the copy has a hidden name meanwhile, others could read it. Not every file system has any.
+    static_cast<void>(d->file.setPermissions(status.permissions));
     d->size = status.size;
     d->isSynced = false;
-    static_cast<void>(d->file.setPermissions(status.permissions)); // not every file system has any
-    return true;
+    return d->check(d->file.copyFrom(original));
 }
 
 std::FILE* AtomicFile::openStream()

@@ -108,7 +108,8 @@ QStringList pathKeys()
 
 QStringList keysOf(const QString& group)
 {
-    QStringList keys = group == SettingsKeys::USER_PATHS ? pathKeys() : QStringList();
+    static const QStringList PATH_KEYS = pathKeys(); // whose description reads the settings
+    QStringList keys = group == SettingsKeys::USER_PATHS ? PATH_KEYS : QStringList();
     for (const KnownRow& row : KNOWN) {
         if (group == row.group)
             keys << row.key;

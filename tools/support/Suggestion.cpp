@@ -33,6 +33,8 @@ QString closestTo(const QString& word, const QStringList& known)
     auto best = qMax<QString::size_type>(1, word.size() / 3) + 1;
     QString closest;
     for (const QString& candidate : known) {
+        if (qAbs(word.size() - candidate.size()) >= best)
+            continue; // so many must be added or left out
         const int distance = editDistance(word.toLower(), candidate.toLower());
         if (distance < best) {
             best = distance;

@@ -10,10 +10,17 @@
 
 namespace globalsctl {
 
+namespace {
+
+constexpr int LONGEST_LINE = 1 << 20; ///< bytes; a longer one is several, so that no file fills the memory
+
+} // namespace
+
 LogReader::LogReader(const QString& path, OpenEnd openEnd)
     : m_path(path)
     , m_openEnd(openEnd)
     , m_file(path)
+    , m_line(LONGEST_LINE, Qt::Uninitialized)
 {
     if (!isStandardInput(path))
         requireReadable(path, std::numeric_limits<qint64>::max());
@@ -71,12 +78,12 @@ void LogReader::addLine(QByteArray line)
 /// With its end; empty when there is none at present.
 QByteArray LogReader::readLine()
 {
-    constexpr qint64 LONGEST = 1 << 20; // a longer one is several, so that no file fills the memory
     if (!m_file.isSequential() && m_file.size() < m_file.pos())
         m_file.seek(0); // started afresh by its writer
     const qint64 begin = m_file.pos();
-    QByteArray line = m_file.readLine(LONGEST);
-    const bool isOpen = !line.isEmpty() && !line.endsWith('\n') && line.size() < LONGEST - 1;
+    const auto size = static_cast<int>(m_file.readLine(m_line.data(), m_line.size()));
+    QByteArray line(m_line.constData(), qMax(size, 0));
+    const bool isOpen = !line.isEmpty() && !line.endsWith('\n') && size < m_line.size() - 1;
     if (!isOpen || m_openEnd == OpenEnd::Taken)
         return line;
     m_file.seek(begin);

@@ -47,6 +47,7 @@ private:
     const QString m_path;
     const OpenEnd m_openEnd;
     QFile m_file;
+    QByteArray m_line; ///< room for a line, which would take longer to get than to read one
     std::optional<LogRecord> m_head;
     bool m_isRead = false;       ///< whether nothing more belongs to that entry
     bool m_isEnded = false;      ///< whether the last line of that entry ends as the library ends an entry

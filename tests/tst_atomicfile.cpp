@@ -72,8 +72,7 @@ private Q_SLOTS:
         const QStringList before = names();
         auto file = std::make_unique<AtomicFile>(Path(TestData::field("target")));
         QVERIFY(!file->write("new") || TestData::field<bool>("mayTakeBytes"));
-        QVERIFY(!file->commit());
-        QVERIFY(!file->error().isEmpty());
+        QVERIFY(!file->commit() && !file->error().isEmpty());
         QVERIFY(!HAS_UNNAMED_FILES || names() == before);
         file.reset();
         QCOMPARE(names(), before);
@@ -111,8 +110,7 @@ private Q_SLOTS:
         QVERIFY(write("old", "old"));
         for (const char* name : {"old", "new"}) {
             AtomicFile file(fs::path{name});
-            QVERIFY(file.write("new"));
-            QVERIFY(file.sync());
+            QVERIFY(file.write("new") && file.sync());
             QVERIFY(!HAS_UNNAMED_FILES || names() == QStringList("old"_q));
         }
         QCOMPARE(contentOf("old"), QByteArray("old"));
@@ -137,8 +135,7 @@ private Q_SLOTS:
     void whatAppearsMeanwhileIsReplaced()
     {
         AtomicFile file(fs::path{"new"});
-        QVERIFY(file.write("new") && write("new", "theirs"));
-        QVERIFY(file.commit());
+        QVERIFY(file.write("new") && write("new", "theirs") && file.commit());
         QCOMPARE(contentOf("new"), QByteArray("new"));
     }
 
@@ -148,8 +145,7 @@ private Q_SLOTS:
         QVERIFY(write("old", "old"));
         const TestPlatform::FullDisk disk(4096, true);
         AtomicFile file(fs::path{"old"});
-        QVERIFY(file.write(QByteArray(4096, 'a')));
-        QVERIFY(!file.write("b"));
+        QVERIFY(file.write(QByteArray(4096, 'a')) && !file.write("b"));
         QCOMPARE(file.error(), "File too large"_q);
         QVERIFY(!file.commit());
         QCOMPARE(contentOf("old"), QByteArray("old"));
@@ -162,14 +158,12 @@ private Q_SLOTS:
         QVERIFY(write("source", content));
         fs::permissions("source", fs::perms(0750));
         AtomicFile file(fs::path{"copy"});
-        QVERIFY(file.copyFrom("source"));
-        QVERIFY(file.commit(AtomicFile::Durability::Later));
+        QVERIFY(file.copyFrom("source") && file.commit(AtomicFile::Durability::Later));
         QCOMPARE(contentOf("copy"), content);
         SKIP_ON_WINDOWS("permissions");
         QCOMPARE(permissionsOf("copy"), 0750);
         AtomicFile system(fs::path{"type"});
-        QVERIFY(system.copyFrom("/proc/sys/kernel/ostype"));
-        QVERIFY(system.commit());
+        QVERIFY(system.copyFrom("/proc/sys/kernel/ostype") && system.commit());
         QCOMPARE(contentOf("type"), QByteArray("Linux\n"));
         AtomicFile missing(fs::path{"none"});
         QVERIFY(!missing.copyFrom("missing"));

@@ -71,8 +71,7 @@ private Q_SLOTS:
     {
         QCOMPARE(colourOf(15000).rgb(), qRgb(0xac, 0xc2, 0xff));
         QCOMPARE(colourOf(1000).rgb(), qRgb(0xff, 10, 0));
-        QVERIFY(colourOf(1000).blueF() >= 0);
-        QVERIFY(!colourOf(100).isValid());
+        QVERIFY(colourOf(1000).blueF() >= 0 && !colourOf(100).isValid());
         QCOMPARE(_bbTemp, 5000.0);
     }
 

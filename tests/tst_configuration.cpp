@@ -102,8 +102,7 @@ private Q_SLOTS:
         const QList<PathDescription> paths = describePaths();
         QVERIFY(!QFileInfo::exists(QDir::homePath()));
         QCOMPARE(paths[16].rule, "type 18, then \"adds\""_q);
-        QVERIFY(paths[0].exists);
-        QVERIFY(!paths[1].exists);
+        QVERIFY(paths[0].exists && !paths[1].exists);
     }
 
     void anUnusualEnvironmentLeadsNowhereElse()

@@ -186,8 +186,7 @@ private:
     {
         qputenv("HOME", m_home + '/' + QByteArray::number(++m_count));
         const QString data = TestPlatform::dataFolder();
-        QVERIFY(QDir().mkpath(data));
-        QVERIFY(QDir::setCurrent(data));
+        QVERIFY(QDir().mkpath(data) && QDir::setCurrent(data));
         TestFiles::removeAll();
     }
 

@@ -56,18 +56,13 @@ private Q_SLOTS:
 
     void registersFamilies()
     {
-        QVERIFY(config()->addFontFamily("A"_q, 7));
-        QVERIFY(config()->addFontFamily("B"_q, 7));
-        QVERIFY(!config()->addFontFamily("A"_q, 8));
-        QVERIFY(!config()->removeFont(8));
+        QVERIFY(config()->addFontFamily("A"_q, 7) && config()->addFontFamily("B"_q, 7));
+        QVERIFY(!config()->addFontFamily("A"_q, 8) && !config()->removeFont(8));
         // No font 7 can be unloaded, but the families are gone all the same.
         QVERIFY(!config()->removeFont(7));
-        QVERIFY(config()->addFontFamily("A"_q, 8));
-        QVERIFY(config()->addFontFamily("B"_q, 8));
+        QVERIFY(config()->addFontFamily("A"_q, 8) && config()->addFontFamily("B"_q, 8));
         ConfigManagerData data;
-        QVERIFY(data.addFontFamily("A"_q, 1));
-        QVERIFY(data.hasFont("A"_q));
-        QVERIFY(!data.hasFont("a"_q));
+        QVERIFY(data.addFontFamily("A"_q, 1) && data.hasFont("A"_q) && !data.hasFont("a"_q));
     }
 };
 

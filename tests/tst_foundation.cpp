@@ -74,10 +74,8 @@ private Q_SLOTS:
 
     void comparesTexts()
     {
-        QVERIFY(cmp("Log", "lOG", false));
-        QVERIFY(!cmp("Log", "lOG", true));
-        QVERIFY(cmp("log", "log", true));
-        QVERIFY(!cmp("log", "logs", false));
+        QVERIFY(cmp("Log", "lOG", false) && !cmp("Log", "lOG", true));
+        QVERIFY(cmp("log", "log", true) && !cmp("log", "logs", false));
         QVERIFY(!cmp("\u00c4", "\u00e4", false));
         QVERIFY(cmp(std::string("a\0b", 3), std::string("A\0c", 3), false));
     }
@@ -157,16 +155,13 @@ private Q_SLOTS:
     void eventFilterSwallowsWhatItHolds()
     {
         ObjectEventFilter filter(this, QEvent::Show);
-        QVERIFY(!filter.addEvent(QEvent::Show));
-        QVERIFY(filter.addEvent(QEvent::Close));
+        QVERIFY(!filter.addEvent(QEvent::Show) && filter.addEvent(QEvent::Close));
         QCOMPARE(arriving(filter), 1);
-        QVERIFY(filter.removeEvent(QEvent::Show));
-        QVERIFY(!filter.removeEvent(QEvent::Show));
+        QVERIFY(filter.removeEvent(QEvent::Show) && !filter.removeEvent(QEvent::Show));
         QCOMPARE(arriving(filter), 2);
         QEvent event(QEvent::Show);
-        QVERIFY(!filter.eventFilter(this, &event));
-        QVERIFY(filter.eventFilter(nullptr, &event));
-        QVERIFY(filter.eventFilter(this, nullptr));
+        QVERIFY(!filter.eventFilter(this, &event) && filter.eventFilter(nullptr, &event)
+                && filter.eventFilter(this, nullptr));
     }
 };
 

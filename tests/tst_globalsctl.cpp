@@ -106,8 +106,7 @@ private Q_SLOTS:
         QVERIFY(TestFiles::write("header"_q, QByteArray("\x05", 1) + QByteArray(16, 'v')));
         QVERIFY(TestFiles::write("other-password"_q,
                                  protectedContent(QByteArray(1024, 'a'), "another password of ")));
-        QVERIFY(TestFiles::write("large"_q, {}));
-        QVERIFY(QFile::resize("large"_q, Q_INT64_C(5) << 30));
+        QVERIFY(TestFiles::write("large"_q, {}) && QFile::resize("large"_q, Q_INT64_C(5) << 30));
         TestTree::make("pipe~"_q);
         QVERIFY(TestFiles::write("archive"_q, TestData::content("small.zip")));
         for (const QString& command : {"check"_q, "show"_q}) {

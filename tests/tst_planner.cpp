@@ -70,8 +70,7 @@ private Q_SLOTS:
         QTest::mouseClick(find<QPushButton>("A&bort"_q), Qt::LeftButton);
         QTRY_VERIFY(find<QLabel>("The work was aborted."_q));
         QVERIFY(!dialog()->isVisible() && !inStatusBar()->isVisible());
-        QVERIFY(bar("Total"_q)->value() < 100);
-        QVERIFY(bar("Check"_q)->value() <= 0);
+        QVERIFY(bar("Total"_q)->value() < 100 && bar("Check"_q)->value() <= 0);
     }
 
     void doesTheWork()

@@ -163,8 +163,7 @@ private Q_SLOTS:
             PresetManager::getInstance()->setPreset(key, -7);
             QCOMPARE(PresetManager::getPreset(key), QVariant(-7));
         }
-        QVERIFY(!PresetManager::hasPreset(E_PV_MAX_CUBE_Y));
-        QVERIFY(!PresetManager::hasPreset(E_PV_MIN_CUBE_X));
+        QVERIFY(!PresetManager::hasPreset(E_PV_MAX_CUBE_Y) && !PresetManager::hasPreset(E_PV_MIN_CUBE_X));
     }
 
     void keepsTypesAsGiven_data() { TestData::addRows("preset-types.txt"); }
@@ -205,8 +204,7 @@ private Q_SLOTS:
     {
         delete PresetManager::getInstance();
         const QVariant* fallback = &PresetManager::getPreset(E_PV_FALLBACK);
-        QVERIFY(!fallback->isValid());
-        QVERIFY(!PresetManager::hasPreset(E_PV_ROOM_HEIGHT));
+        QVERIFY(!fallback->isValid() && !PresetManager::hasPreset(E_PV_ROOM_HEIGHT));
         QCOMPARE(&PresetManager::getPreset(E_PV_ROOM_HEIGHT), fallback);
         freshPresets();
         QVERIFY(PresetManager::hasPreset(E_PV_FALLBACK));
@@ -214,8 +212,7 @@ private Q_SLOTS:
         for (const auto none : {E_PresetValue(-1), E_PV_NONE, beyond}) {
             const TestHome::Turn turn(none);
             PresetManager::getInstance()->setPreset(none, 1);
-            QVERIFY(!PresetManager::hasPreset(none));
-            QVERIFY(!PresetManager::getPreset(none).isValid());
+            QVERIFY(!PresetManager::hasPreset(none) && !PresetManager::getPreset(none).isValid());
         }
     }
 
@@ -250,8 +247,7 @@ private Q_SLOTS:
         const QByteArray library = TestFiles::contentOf(QStringLiteral(GLOBALS_LIBRARY));
         const QString password = QStringLiteral(GLOBALS_PRESET_PASSWORD);
         const auto* wide = reinterpret_cast<const char*>(password.utf16());
-        QVERIFY(library.size() > 10000);
-        QVERIFY(!library.contains(password.toLatin1()));
+        QVERIFY(library.size() > 10000 && !library.contains(password.toLatin1()));
         QVERIFY(!library.contains(QByteArray(wide, 2 * password.size())));
     }
 

@@ -199,8 +199,7 @@ private Q_SLOTS:
     {
         QCOMPARE(config()->getLastRuntimeState(), E_RS_FIRST_START);
         QCOMPARE(config()->getLastPotentialError(), 0U);
-        QVERIFY(!config()->getAutosaveSessionState());
-        QVERIFY(!config()->getLastLifeTime().isValid());
+        QVERIFY(!config()->getAutosaveSessionState() && !config()->getLastLifeTime().isValid());
         config()->setAutosaveSessionState(true);
         QVERIFY(nextStart()->getAutosaveSessionState());
         config()->setPotentialError(7);

@@ -48,9 +48,7 @@ private Q_SLOTS:
         QCOMPARE(source, "neues Projekt"_q);
         for (int i = 0; i < 2; ++i) {
             const TestHome::Turn turn(i);
-            QVERIFY(showLanguage("en"_q));
-            QVERIFY(!showLanguage("fr"_q));
-            QVERIFY(!showLanguage("de_AT"_q));
+            QVERIFY(showLanguage("en"_q) && !showLanguage("fr"_q) && !showLanguage("de_AT"_q));
             QCOMPARE(ConfigManager::getInstance()->getStdProjectName(), "new project"_q);
             QVERIFY(showLanguage("de"_q));
             QCOMPARE(ConfigManager::getInstance()->getStdProjectName(), source);

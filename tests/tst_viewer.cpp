@@ -123,8 +123,7 @@ private Q_SLOTS:
         QTRY_VERIFY(
             TestFiles::contentOf(data + "tekluva/tekluva Catalogue/settings.ini"_q).contains("started"));
         viewer.kill();
-        QVERIFY(viewer.waitForFinished());
-        QVERIFY(QFile::exists(older));
+        QVERIFY(viewer.waitForFinished() && QFile::exists(older));
     }
 
     void endsTheSearchWhenTheWindowCloses()

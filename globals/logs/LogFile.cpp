@@ -3,7 +3,6 @@
 #include "globals/logs/LogRecord_p.h"
 
 #include <QDateTime>
-#include <QFileInfo>
 #include <QLocale>
 
 namespace TEKLUVA {
@@ -65,11 +64,13 @@ bool LogFile::ensureOpen()
 {
     if (m_file.isOpen())
         return true;
+    // Asked for once: another process may move the file meanwhile.
+    std::error_code missing;
+    const System::FileStatus status = System::statusOf(System::nativePath(m_path), missing);
     // A pipe might block us for ever, or end the process when its reader goes.
-    const QFileInfo info(m_path);
-    if (!m_isUsable || (info.exists() && !info.isFile()))
+    if (!m_isUsable || (!missing && status.kind != System::FileKind::Regular))
         return false;
-    if (!m_append && !m_hasBegun && info.exists())
+    if (!m_append && !m_hasBegun && !missing)
         QFile::resize(m_path, 0);
     return openToAppend();
 }
@@ -97,7 +98,7 @@ bool LogFile::makeRoomFor(qint64 line)
     m_file.close();
     if (!isMoved)
         m_rotation.rotate(path, line);
-    return openToAppend();
+    return ensureOpen();
 }
 
 /// On a full disk the system may take half a line. That half is removed, so that the next line does not

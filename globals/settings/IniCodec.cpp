@@ -178,6 +178,19 @@ std::optional<std::vector<Line>> read(const QByteArray& content)
     return lines;
 }
 
+QList<int> lineNumbers(const QByteArray& content, const std::vector<Position>& positions)
+{
+    QList<int> numbers;
+    const char* seen = content.constData();
+    auto number = std::ptrdiff_t{1};
+    for (const Position position : positions) {
+        number += std::count(seen, content.constData() + position, '\n');
+        seen = content.constData() + position;
+        numbers << static_cast<int>(number);
+    }
+    return numbers;
+}
+
 std::optional<QByteArray> write(const IniValues& values)
 {
     QString::size_type characters = 0;

@@ -3,6 +3,7 @@
 #include "globals/settings/IniValue_p.h"
 
 #include <QByteArray>
+#include <QList>
 
 #include <optional>
 #include <vector>
@@ -27,6 +28,9 @@ struct Line
 
 /// All but section heads, empty lines and comments. Where two lines have the same key the later one counts.
 std::optional<std::vector<Line>> read(const QByteArray& content);
+
+/// The numbers, from 1, of the lines of \p content in which \p positions are, which ascend.
+QList<int> lineNumbers(const QByteArray& content, const std::vector<QByteArray::size_type>& positions);
 
 /// Sections and keys come in the order of their characters.
 std::optional<QByteArray> write(const IniValues& values);

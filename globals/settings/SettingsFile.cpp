@@ -92,20 +92,6 @@ bool isDoubtful(const IniCodec::Line& line)
     return line.isDamaged || !line.value.isPlain();
 }
 
-/// The numbers, from 1, of the lines of \p content in which \p positions are, which ascend.
-QList<int> lineNumbers(const QByteArray& content, const std::vector<IniText::Position>& positions)
-{
-    QList<int> numbers;
-    const char* seen = content.constData();
-    auto number = std::ptrdiff_t{1};
-    for (const IniText::Position position : positions) {
-        number += std::count(seen, content.constData() + position, '\n');
-        seen = content.constData() + position;
-        numbers << static_cast<int>(number);
-    }
-    return numbers;
-}
-
 /// Of a file that is not there: all zero.
 std::optional<FileStatus> statusOf(const System::Path& path)
 {
@@ -224,7 +210,7 @@ QList<int> SettingsFile::damagedLines()
             damaged.push_back(line.begin);
     }
     std::sort(damaged.begin(), damaged.end());
-    return lineNumbers(m_content, damaged);
+    return IniCodec::lineNumbers(m_content, damaged);
 }
 
 void SettingsFile::keepPending(const SettingsChange& change)

@@ -41,7 +41,11 @@ const QHash<QString, Function>& functions()
              colourSystem own = systems.at(std::size_t(of));
              xyz_to_rgb(&own, c[0], c[1], c[2], c[0], c[1], c[2]);
          }},
-        {"white"_q, [](double of, float* c) { c[0] = float(systems.at(std::size_t(of)).whiteTemperature); }},
+        {"white"_q,
+         [](double of, float* c) {
+             c[0] = float(systems.at(std::size_t(of)).whiteTemperature);
+             c[1] = float(systems.at(std::size_t(of)).gamma);
+         }},
         {"to hsv"_q, [](double, float* c) { RGBtoHSV(c[0], c[1], c[2], c[0], c[1], c[2]); }},
         {"to rgb"_q, [](double, float* c) { HSVtoRGB(c[0], c[1], c[2], c[0], c[1], c[2]); }},
         {"norm"_q, [](double, float* c) { norm_rgb(c[0], c[1], c[2]); }},
@@ -106,7 +110,7 @@ private Q_SLOTS:
 
     void liftsColoursIntoTheGamut()
     {
-        QVERIFY(inside_gamut(0, 0, 1));
+        QVERIFY(inside_gamut(0, 0, 0));
         for (int lowest = 0; lowest < 3; ++lowest) {
             const TestHome::Turn turn(lowest);
             double c[] = {1, 0.5, -0.2, 1, 0.5};

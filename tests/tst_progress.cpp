@@ -13,6 +13,7 @@
 #include <future>
 #include <memory>
 #include <mutex>
+#include <system_error>
 #include <thread>
 
 using namespace TEKLUVA;
@@ -466,6 +467,15 @@ private Q_SLOTS:
             };
             QCOMPARE(runWorker("P"_q, work).get(), isAborted ? E_PR_ABORTED : E_PR_DONE);
         }
+    }
+
+    void aWorkerWithoutAThreadHasFailed()
+    {
+        SKIP_ON_WINDOWS("a limit of threads");
+        QSignalSpy ends(states(), &StateHandler::processFinished);
+        const TestPlatform::NoThreads none;
+        QVERIFY_EXCEPTION_THROWN(static_cast<void>(runWorker("P"_q, [] {})), std::system_error);
+        QCOMPARE(ends.value(0).value(0).toInt(), int(E_PR_FAILED));
     }
 
     void reachesReceiversInOtherThreads()

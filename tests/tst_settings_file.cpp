@@ -250,19 +250,21 @@ private Q_SLOTS:
     void valuesThatCannotBeReadAreToldAndStay()
     {
         const QByteArray nested = "@Variant(" + QByteArray(R"(\0\0\0\t\0\0\0\x1)").repeated(100'000) + ')';
+        const QByteArray maps =
+            "@Variant(" + QByteArray(R"(\0\0\0\b\0\0\0\x1\xff\xff\xff\xff)").repeated(100'000) + ')';
         const QByteArray before =
-            "[G]\na=1\nd=" + nested + "\ne=@Variant(\\0\\0\\0\\x42\\xf)\ni=@Invalid()\n";
+            "[G]\na=1\nd=" + nested + "\ne=@Variant(\\0\\0\\0\\x42\\xf)\nf=" + maps + "\ni=@Invalid()\n";
         replace(before);
         init();
         QVERIFY(!m_settings->getSetting("G"_q, "d"_q).isValid());
-        QCOMPARE(m_settings->damagedLines(), QList<int>({3, 4}));
+        QCOMPARE(m_settings->damagedLines(), QList<int>({3, 4, 5}));
         replace("\n" + before);
-        QCOMPARE(m_settings->damagedLines(), QList<int>({4, 5})); // of the file as it is now
-        replace(QByteArray("[\n").repeated(1'000'000));           // in time that grows with the file
+        QCOMPARE(m_settings->damagedLines(), QList<int>({4, 5, 6})); // of the file as it is now
+        replace(QByteArray("[\n").repeated(1'000'000));              // in time that grows with the file
         QCOMPARE(m_settings->damagedLines().size(), 1'000'000);
         replace(before);
         m_settings->setSetting("G"_q, "a"_q, 2);
-        QCOMPARE(m_settings->damagedLines(), QList<int>({3, 4})); // in what was written
+        QCOMPARE(m_settings->damagedLines(), QList<int>({3, 4, 5})); // in what was written
         QCOMPARE(content(), QByteArray(before).replace("a=1", "a=2"));
     }
 

@@ -8,6 +8,7 @@
 
 #include <fcntl.h>
 #include <malloc.h>
+#include <pthread.h>
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -139,6 +140,25 @@ public:
 
 private:
     const Limit m_limit;
+};
+
+/// No thread can be started: none gets half of all addresses for its stack.
+class NoThreads
+{
+    Q_DISABLE_COPY(NoThreads)
+
+public:
+    NoThreads()
+    {
+        pthread_getattr_default_np(&m_before);
+        pthread_attr_t attributes = m_before;
+        pthread_attr_setstacksize(&attributes, ~std::size_t(0) / 2 + 1);
+        pthread_setattr_default_np(&attributes);
+    }
+    ~NoThreads() { pthread_setattr_default_np(&m_before); }
+
+private:
+    pthread_attr_t m_before{};
 };
 
 /// No file can be opened besides those that are open.

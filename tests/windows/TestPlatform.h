@@ -95,6 +95,11 @@ struct FullDisk
     explicit FullDisk(quint64 /*bytes*/, bool /*endsProcess*/ = false) {}
 };
 
+struct NoThreads
+{
+    NoThreads() {}
+};
+
 struct NoDescriptors
 {
     NoDescriptors() {}

@@ -37,8 +37,7 @@ bool isSystemLink(const QFileInfo& path)
 QByteArray standardInput(qint64 largest)
 {
     QFile file;
-    if (!file.open(stdin, QIODevice::ReadOnly))
-        throw Failure(QStringLiteral("the standard input cannot be read: %1").arg(file.errorString()));
+    openStandardInput(file);
     QByteArray content;
     while (content.size() <= largest) {
         constexpr qint64 PIECE = 1 << 20;
@@ -71,6 +70,16 @@ bool isStandardInput(const QString& path)
 bool isStandardOutput(const QString& path)
 {
     return path == QLatin1String("-") || path == QLatin1String("/dev/stdout");
+}
+
+void openStandardInput(QFile& file)
+{
+    static bool isTaken = false;
+    if (isTaken)
+        throw UsageError(QStringLiteral("the standard input can be read only once"));
+    isTaken = true;
+    if (!file.open(stdin, QIODevice::ReadOnly))
+        throw Failure(QStringLiteral("the standard input cannot be read: %1").arg(file.errorString()));
 }
 
 void requireReadable(const QString& path, qint64 largest)

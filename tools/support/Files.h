@@ -6,6 +6,7 @@
 #include <limits>
 
 class QCommandLineParser;
+class QFile;
 
 /// The files that users name on the command line. All functions throw Failure with the reason. The name "-"
 /// stands for the standard input where a file is read, and for the standard output where one is written.
@@ -20,6 +21,9 @@ void requireReadable(const QString& path, qint64 largest = LARGEST_CONTENT);
 
 bool isStandardInput(const QString& path);
 bool isStandardOutput(const QString& path);
+
+/// Opens \p file for the standard input. Throws UsageError from the second time on: it has been read then.
+void openStandardInput(QFile& file);
 
 /// The whole content of a file, which must be one that requireReadable() accepts, or of the standard input.
 QByteArray contentOf(const QString& path, qint64 largest = LARGEST_CONTENT);

@@ -22,11 +22,12 @@ LogReader::LogReader(const QString& path, OpenEnd openEnd)
     , m_file(path)
     , m_line(LONGEST_LINE, Qt::Uninitialized)
 {
-    if (!isStandardInput(path))
-        requireReadable(path, std::numeric_limits<qint64>::max());
-    const bool isOpen =
-        isStandardInput(path) ? m_file.open(stdin, QIODevice::ReadOnly) : m_file.open(QIODevice::ReadOnly);
-    if (!isOpen)
+    if (isStandardInput(path)) {
+        openStandardInput(m_file);
+        return;
+    }
+    requireReadable(path, std::numeric_limits<qint64>::max());
+    if (!m_file.open(QIODevice::ReadOnly))
         throw Failure(QStringLiteral("File %1 cannot be read: %2").arg(path, m_file.errorString()));
 }
 

@@ -27,9 +27,9 @@ QByteArray fromFile(const QString& path, PasswordUse /*use*/)
 {
     constexpr qint64 LONGEST_LINE = 4096;
     QFile file(path);
-    const bool isOpen =
-        isStandardInput(path) ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);
-    if (!isOpen)
+    if (isStandardInput(path))
+        openStandardInput(file);
+    else if (!file.open(QIODevice::ReadOnly))
         throw Failure(QStringLiteral("File %1 cannot be read: %2").arg(path, file.errorString()));
     if (!isStandardInput(path) && FileSystem::isReadableByOthers(file))
         printNote(QStringLiteral("note: %1 can be read by other users").arg(path));

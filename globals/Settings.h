@@ -36,8 +36,9 @@ struct SettingsChange
 ///
 /// Nothing in the file can do harm. A value that is damaged, or of a type that is read at the reader's risk
 /// (a pen, an image), reads as invalid and stays in the file. Lines that are none, and files in other
-/// encodings, are kept whole as "<file>.damaged" before the first change is written. A file of more than 64
-/// MiB is neither read nor written, nor one whose keys, each with its group, would take gigabytes.
+/// encodings, are kept whole as "<file>.damaged", the next ones with a number, before the first change is
+/// written. A file of more than 64 MiB is neither read nor written, nor one whose keys, each with its group,
+/// would take gigabytes.
 ///
 /// Formats that were registered with QSettings are read and written by it, without these promises.
 ///

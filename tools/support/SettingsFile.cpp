@@ -62,7 +62,7 @@ void SettingsRequest::requireWhole() const
     if (!tellDamage() && !isForced)
         throw Failure(
             QStringLiteral("%1 stays as it is. --force rewrites it without its damaged lines and keeps "
-                           "the old one as \"%1.damaged\"")
+                           "the old one as \"%1.damaged\", with a number where there is one")
                 .arg(file));
 }
 

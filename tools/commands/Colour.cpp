@@ -165,12 +165,14 @@ int showColour(const QCommandLineParser& line)
     const QStringList arguments = line.positionalArguments();
     const bool inJson = line.isSet(QStringLiteral("json"));
     const bool isImage = line.isSet(QStringLiteral("image"));
-    if (isImage)
-        writeImage(line);
+    if (!isImage && line.isSet(QStringLiteral("force")))
+        throw UsageError(QStringLiteral("--force is for --image only"));
     if (!arguments.isEmpty())
         printAnswerTo(arguments.first(), inJson);
     else if (!isImage)
         printList(inJson);
+    if (isImage)
+        writeImage(line); // at last: nothing is written for an argument that is wrong
     return Done;
 }
 

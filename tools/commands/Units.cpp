@@ -109,8 +109,13 @@ QJsonArray arrayOfUnits()
     return array;
 }
 
+/// Throws UsageError for options that a list has no use for.
 int listUnits(const QCommandLineParser& line)
 {
+    for (const char* option : {"from", "to", "dimension"}) {
+        if (line.isSet(QLatin1String(option)))
+            throw UsageError(QStringLiteral("--%1 needs a VALUE").arg(QLatin1String(option)));
+    }
     if (line.isSet(QStringLiteral("json")))
         printAnswer({{QStringLiteral("units"), arrayOfUnits()}});
     else

@@ -167,6 +167,18 @@ private Q_SLOTS:
         QTRY_VERIFY(bar->maximum() > 0);
         QCOMPARE(bar->value(), bar->maximum());
     }
+
+    void aLongMessageIsCutWhereItIsShown()
+    {
+        Log log("long", true);
+        const std::string message(100'000, 'x');
+        write(log, {message.c_str()});
+        const LogDock dock(&log);
+        QCOMPARE(messagesIn(*dock.getModel()).toStdString(), message);
+        const auto* view = dock.findChild<QTreeView*>();
+        QVERIFY(view->sizeHintForIndex(view->model()->index(0, 2)).width() < 50'000);
+        QCOMPARE(view->model()->index(0, 2).data(Qt::ToolTipRole).toString().size(), 4001);
+    }
 };
 
 GLOBALS_TEST_MAIN(LogDockTest, QApplication)

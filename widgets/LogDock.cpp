@@ -1,11 +1,14 @@
 #include "globals/widgets/LogDock.h"
 
+#include "ToolTip_p.h"
+
 #include "globals/widgets/LogModel.h"
 
 #include <QComboBox>
 #include <QEvent>
 #include <QHeaderView>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -31,6 +34,19 @@ int levelsFrom(int level)
 {
     return LogModel::ALL_LEVELS & ~(level - 1);
 }
+
+/// Shows the beginnings of long messages.
+class Beginnings : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant& value, const QLocale& locale) const override
+    {
+        constexpr int LONGEST = 1000;
+        return QStyledItemDelegate::displayText(beginningOf(value.toString(), LONGEST), locale);
+    }
+};
 
 /// Keeps the last row in sight where it is in sight, whatever makes it more to scroll: new rows, or less
 /// room, for a horizontal scroll bar, say, which comes after the rows.
@@ -71,6 +87,7 @@ LogDock::LogDock(Log* log, QWidget* parent)
     auto* view = d->view = new QTreeView;
     d->model = new LogModel(log, this);
     view->setModel(d->model);
+    view->setItemDelegate(new Beginnings(view));
     view->setRootIsDecorated(false);
     view->setUniformRowHeights(true);
     view->setAlternatingRowColors(true);

@@ -25,7 +25,8 @@ class GLOBALS_WIDGETS_EXPORT LogModel : public QAbstractTableModel
 
 public:
     enum E_Column : int { E_LC_TIME = 0, E_LC_LEVEL = 1, E_LC_MESSAGE = 2 };
-    /// For every column of a row, beside what is shown: a message in one line, and its tip with all lines.
+    /// For every column of a row, beside what is shown: a message in one line, and its tip with all lines, up
+    /// to 4000 characters.
     enum E_Role : int {
         E_LR_LEVEL = Qt::UserRole, ///< the E_LogLevel, a number
         E_LR_TIME,                 ///< the QDateTime

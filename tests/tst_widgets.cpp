@@ -135,10 +135,10 @@ private Q_SLOTS:
         QCOMPARE(dialog.findChild<QPushButton*>()->text(), "A&bort"_q);
         QCOMPARE(itemsOf(box), QStringList({"mm - Millimetre"_q, "cm - Centimetre"_q, "m - Metre"_q,
                                             "in - Inch (US/GB)"_q, "ft - Foot"_q}));
-        QStringList titles;
+        QStringList titles = {table.accessibleName()};
         for (int column = 0; column < table.model()->columnCount(); ++column)
             titles << table.model()->headerData(column, Qt::Horizontal).toString();
-        QCOMPARE(titles, QStringList({"Key"_q, "Type"_q, "Value"_q, "Bounds"_q}));
+        QCOMPARE(titles, QStringList({"Presets"_q, "Key"_q, "Type"_q, "Value"_q, "Bounds"_q}));
     }
 
     void aPresetTableShowsWhatIsInForce()
@@ -200,6 +200,18 @@ private Q_SLOTS:
         QTRY_COMPARE(rowsOf(dialog), QStringList({"first 100/100"_q}));
         states()->endProcess(E_PR_FAILED);
         QCOMPARE(dialog.result(), int(QDialog::Rejected));
+    }
+
+    void aLongLabelKeepsItsEnds()
+    {
+        ProgressDialog dialog;
+        states()->newProcess("P"_q, false, false);
+        addStep("<a>"_q + QString(300, QLatin1Char('m')) + "&z"_q, ProgressStep::E_PRT_BAR);
+        const auto label = [&dialog] { return dialog.findChildren<QLabel*>().last(); };
+        QTRY_VERIFY2(label()->text().startsWith("<a>m"_q), qPrintable(label()->text()));
+        QVERIFY(label()->text().endsWith("m&&z"_q) && label()->toolTip().contains("&lt;a&gt;m"_q));
+        QTRY_VERIFY(label()->width() >= label()->sizeHint().width());
+        states()->endProcess(E_PR_DONE);
     }
 
     void aLateEndDoesNotHideTheNextProcess()

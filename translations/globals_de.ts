@@ -158,6 +158,10 @@
         <source>Grenzen</source>
         <translation>Grenzen</translation>
     </message>
+    <message>
+        <source>Voreinstellungen</source>
+        <translation>Voreinstellungen</translation>
+    </message>
 </context>
 <context>
     <name>TEKLUVA::ProgressDialog</name>

@@ -158,6 +158,10 @@
         <source>Grenzen</source>
         <translation>Bounds</translation>
     </message>
+    <message>
+        <source>Voreinstellungen</source>
+        <translation>Presets</translation>
+    </message>
 </context>
 <context>
     <name>TEKLUVA::ProgressDialog</name>

@@ -68,6 +68,7 @@ void PresetTable::refresh()
 
 void PresetTable::setTitles()
 {
+    setAccessibleName(tr("Voreinstellungen"));
     auto* rows = static_cast<QStandardItemModel*>(model());
     rows->setHorizontalHeaderLabels({tr("Schlüssel"), tr("Typ"), tr("Wert"), tr("Grenzen")});
 }

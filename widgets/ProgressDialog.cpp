@@ -39,7 +39,8 @@ public:
 
 namespace {
 
-constexpr int MIN_CHARACTERS = 60; ///< of the width
+constexpr int MIN_CHARACTERS = 60;   ///< of the width
+constexpr int LABEL_CHARACTERS = 40; ///< of its labels, at most
 
 bool isPercentage(ProgressStep::E_ProgressType type)
 {
@@ -61,12 +62,20 @@ void showStep(const ProgressStepSnapshot& step, QProgressBar* bar)
     bar->setToolTip(toolTipOf(step.description));
 }
 
-/// Of a label, in which an ampersand would mark a letter.
 QString textOf(const ProgressStepSnapshot& step)
 {
     const bool showsText = step.type == ProgressStep::E_PRT_TRANSFER && !step.displayText.isEmpty();
-    QString text = showsText ? QStringLiteral("%1: %2").arg(step.label, step.displayText) : step.label;
-    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+    return showsText ? QStringLiteral("%1: %2").arg(step.label, step.displayText) : step.label;
+}
+
+/// With both ends of a long text, such as the name of a file, for which the form would have no room.
+void showText(const QString& text, QLabel* label)
+{
+    const QFontMetrics font = label->fontMetrics();
+    const int width = LABEL_CHARACTERS * font.averageCharWidth();
+    QString shown = font.elidedText(text, Qt::ElideMiddle, width);
+    label->setText(shown.replace(QLatin1Char('&'), QLatin1String("&&"))); // one would mark a letter
+    label->setToolTip(toolTipOf(text));
 }
 
 } // namespace
@@ -103,7 +112,7 @@ void ProgressDialog::Private::show(const ProgressSnapshot& snapshot)
         const ProgressStepSnapshot& step = snapshot.steps[row];
         auto* label = static_cast<QLabel*>(rows->labelForField(steps[row].bar));
         showStep(step, steps[row].bar);
-        label->setText(textOf(step));
+        showText(textOf(step), label);
         label->setVisible(step.isVisible);
         steps[row].bar->setVisible(step.isVisible);
     }

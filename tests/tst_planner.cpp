@@ -92,9 +92,13 @@ private Q_SLOTS:
 
     void keepsTheLanguage()
     {
+        Q_EMIT m_config->pendingSettingsChanged(true);
+        QCOMPARE(keysInTheWindow(), "f g h l t v w"_q);
         openSettings();
         QTest::keyClick(field<QComboBox>("&Language"_q), Qt::Key_Up);
         QVERIFY(find<QLabel>("&Länge"_q));
+        QVERIFY(find<QLabel>("Die Einstellungen sind nicht gespeichert."_q)->isVisible());
+        QCOMPARE(keysInTheWindow(), "a b d e h l t"_q);
         QVERIFY(find<QLabel>("Das ist der erste Start."_q));
         QTRY_COMPARE(field<UnitBox>("Einheit beim &Konstruieren"_q)->currentText(), "cm - Zentimeter"_q);
         QCOMPARE(presets()->model()->headerData(0, Qt::Horizontal).toString(), "Schlüssel"_q);
@@ -176,6 +180,22 @@ private:
     {
         find<QAction>("&Settings"_q)->trigger();
         QVERIFY(m_window->findChild<UnitBox*>()->isVisible());
+    }
+    /// Those that go with Alt, each as often as it leads somewhere.
+    QString keysInTheWindow() const
+    {
+        QStringList keys;
+        const auto add = [&keys](const QString& text) {
+            keys << text.mid(text.indexOf("&"_q) + 1, 1).toLower();
+        };
+        for (const QAction* menu : m_window->menuBar()->actions())
+            add(menu->text());
+        for (const QLabel* label : m_window->centralWidget()->findChildren<QLabel*>()) {
+            if (label->buddy())
+                add(label->text());
+        }
+        keys.sort();
+        return keys.join(" "_q);
     }
     void startWork()
     {

@@ -81,6 +81,8 @@ private Q_SLOTS:
         QCOMPARE(rows()[0], "sofas|Corner sofa|2,5 m|0,9 m|0,8 m"_q);
         QTest::keyClick(dialog.findChild<QComboBox*>(), Qt::Key_Up); // the first one is that of the languages
         QTRY_COMPARE(m_window->windowTitle(), "Katalog"_q);
+        QCOMPARE(m_window->findChild<QLineEdit*>()->accessibleName(), "Suchen"_q);
+        QCOMPARE(m_window->centralWidget()->findChild<QTreeView*>()->accessibleName(), "Katalog"_q);
         QCOMPARE(dialog.windowTitle() + dialog.findChild<QLabel*>()->text(), "Einstellungen&Sprache"_q);
         find("desk"_q);
         QTRY_COMPARE(status(), "1 Artikel gefunden."_q);

@@ -18,7 +18,7 @@ constexpr int COLDEST = 1000, HOTTEST = 15000, LAMP = 2700; ///< kelvin
 constexpr std::tuple<const char*, E_PresetValue, E_PresetValue> SIDES[] = {
     {QT_TRANSLATE_NOOP("Texts", "&Length"), E_PV_MIN_WALL_LENGTH, E_PV_MAX_CONSTRUCTION_X},
     {QT_TRANSLATE_NOOP("Texts", "&Width"), E_PV_MIN_WALL_LENGTH, E_PV_MAX_CONSTRUCTION_Y},
-    {QT_TRANSLATE_NOOP("Texts", "&Height"), E_PV_MIN_ROOM_HEIGHT, E_PV_MAX_ROOM_HEIGHT},
+    {QT_TRANSLATE_NOOP("Texts", "Hei&ght"), E_PV_MIN_ROOM_HEIGHT, E_PV_MAX_ROOM_HEIGHT},
 };
 
 constexpr std::pair<const char*, E_MeasurementDimension> VALUES[] = {

@@ -51,6 +51,14 @@ void showUnits(QLabel* label)
     QObject::connect(units, &MeasurementManager::arrangementMeasurementUnitChanged, label, show);
 }
 
+void showStorage(QLabel* label)
+{
+    const ConfigManager* config = ConfigManager::getInstance();
+    translated(label, QT_TRANSLATE_NOOP("Texts", "The settings are not saved."));
+    label->setVisible(config->hasPendingSettings());
+    QObject::connect(config, &ConfigManager::pendingSettingsChanged, label, &QLabel::setVisible);
+}
+
 void showProgress(QProgressBar* bar)
 {
     bar->hide();
@@ -65,8 +73,9 @@ void showProgress(QProgressBar* bar)
 
 void fillStatusBar(QStatusBar* bar)
 {
-    const ConfigManager* config = ConfigManager::getInstance();
     auto* message = new QLabel; // of its own: the state handler and not the status bar clears the message
+    message->setSizePolicy(QSizePolicy::Ignored,
+                           QSizePolicy::Preferred); // a long one leaves room for the others
     auto* storage = new QLabel;
     auto* units = new QLabel;
     auto* lastRun = new QLabel;
@@ -77,13 +86,11 @@ void fillStatusBar(QStatusBar* bar)
         bar->addPermanentWidget(part);
     }
     QObject::connect(StateHandler::getInstance(), &StateHandler::statusMessage, message, &QLabel::setText);
-    QObject::connect(config, &ConfigManager::pendingSettingsChanged, storage, [storage](bool hasPending) {
-        storage->setText(hasPending ? Texts::tr("The settings are not saved.") : QString());
-    });
+    showStorage(storage);
     showLastRun(lastRun);
     showUnits(units);
     showProgress(progress);
-    const QString problem = config->storageProblem();
+    const QString problem = ConfigManager::getInstance()->storageProblem();
     if (!problem.isEmpty())
         report(problem, E_ST_WARNING);
 }

@@ -32,8 +32,8 @@
         <translation>&amp;Breite</translation>
     </message>
     <message>
-        <source>&amp;Height</source>
-        <translation>&amp;Höhe</translation>
+        <source>Hei&amp;ght</source>
+        <translation>Höh&amp;e</translation>
     </message>
     <message>
         <source>Floor area</source>
@@ -69,7 +69,7 @@
     </message>
     <message>
         <source>&quot;presets.dat&quot; is damaged; the built-in presets are in force.</source>
-        <translation>„presets.dat“ ist beschädigt; die eingebauten Vorgaben gelten.</translation>
+        <translation>„presets.dat“ ist beschädigt; es gelten die eingebauten Voreinstellungen.</translation>
     </message>
     <message>
         <source>The settings are not saved.</source>

@@ -39,16 +39,16 @@ ViewerWindow::ViewerWindow(QString password, QWidget* parent)
     , m_password(std::move(password))
     , m_text(new QLineEdit)
     , m_rows(new QStandardItemModel(this))
+    , m_table(new QTreeView)
     , m_log(new LogDock(LogManager::getInstance()->getActiveLog()))
 {
-    auto* table = new QTreeView;
-    table->setModel(m_rows);
-    table->setRootIsDecorated(false);
-    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_table->setModel(m_rows);
+    m_table->setRootIsDecorated(false);
+    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     setCentralWidget(new QWidget);
     auto* layout = new QVBoxLayout(centralWidget());
     layout->addWidget(m_text);
-    layout->addWidget(table);
+    layout->addWidget(m_table);
     auto* status = new QLabel; // of its own: the state handler and not the status bar clears the message
     statusBar()->addWidget(status, 1);
     addDockWidget(Qt::BottomDockWidgetArea, m_log);
@@ -140,6 +140,8 @@ void ViewerWindow::setTexts()
     m_settings->setText(tr("&Settings..."));
     m_quit->setText(tr("&Quit"));
     m_text->setPlaceholderText(tr("Search"));
+    m_text->setAccessibleName(m_text->placeholderText());
+    m_table->setAccessibleName(windowTitle());
     m_rows->setHorizontalHeaderLabels({tr("Group"), tr("Name"), tr("Width"), tr("Depth"), tr("Height")});
 }
 

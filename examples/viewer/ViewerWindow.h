@@ -11,6 +11,7 @@ class QLabel;
 class QLineEdit;
 class QMenu;
 class QStandardItemModel;
+class QTreeView;
 
 namespace TEKLUVA {
 class LogDock;
@@ -43,6 +44,7 @@ private:
     std::future<TEKLUVA::E_ProcessResult> m_work; ///< valid until its end has been shown
     QLineEdit* m_text;
     QStandardItemModel* m_rows;
+    QTreeView* m_table;
     TEKLUVA::LogDock* m_log;
     QMenu* m_fileMenu = nullptr;
     QMenu* m_viewMenu = nullptr;

@@ -164,15 +164,22 @@ Log::Log(std::string name, bool overwrite)
     d->setFile(path, name);
     d->file.setAppend(!overwrite);
     moveToMainThread(this);
-    LogManager::getInstance()->addLog(this);
-    if (!staysInFolder(name))
-        reportBadName(name);
+    LogManager* registry = LogManager::getInstance();
+    try {
+        registry->addLog(this);
+        if (!staysInFolder(name))
+            reportBadName(name);
+    } catch (...) {
+        registry->retire(this); // there will be no destructor
+        throw;
+    }
 }
 
 Log::~Log()
 {
-    LogManager::getInstance()->retire(this);   // first, so that nobody is writing a line any more
-    withoutExceptions([this] { d->clear(); }); // what it leaves goes with the private part
+    if (LogManager::hasInstance())
+        LogManager::getInstance()->retire(this); // first, so that nobody is writing a line any more
+    withoutExceptions([this] { d->clear(); });   // what it leaves goes with the private part
 }
 
 void Log::logMessage(E_LogLevel level, std::string message, std::string /*location*/, unsigned int /*line*/)

@@ -2,6 +2,7 @@
 
 #include "globals/Log.h"
 #include "globals/foundation/Misuse_p.h"
+#include "globals/foundation/WithoutExceptions_p.h"
 #include "globals/logs/LogLock_p.h"
 #include "globals/logs/QtMessages_p.h"
 
@@ -28,6 +29,8 @@ public:
     Log* firstLog() const;
     /// The top of the stack that has not been deleted; null for none. Expects the lock.
     Log* activeLog() const;
+    /// Lets nobody find \p log any more, whatever it is registered under. Takes no memory. Expects the lock.
+    void forget(const Log* log);
 
     /// Guards both containers. It is taken after the lock of a log, never before it.
     mutable std::mutex mutex;
@@ -86,6 +89,17 @@ Log* LogManager::Private::firstLog() const
     return logs.empty() ? nullptr : logs.begin()->second;
 }
 
+void LogManager::Private::forget(const Log* log)
+{
+    for (auto entry = logs.begin(); entry != logs.end();)
+        entry = entry->second == log ? logs.erase(entry) : std::next(entry);
+    // Its places stay, because each is still going to be restored from.
+    for (Place& place : active) {
+        if (place.log == log)
+            place.log.clear();
+    }
+}
+
 LogManager* LogManager::__instance = nullptr;
 
 LogManager* LogManager::getInstance()
@@ -137,13 +151,9 @@ void LogManager::removeLog(Log* log)
 
 void LogManager::retire(Log* log)
 {
-    removeLog(log);
+    withoutExceptions([this, log] { removeLog(log); }); // by a copy of its name
     std::unique_lock<std::mutex> lock(d->mutex);
-    // Its places stay, because each is still going to be restored from.
-    for (Private::Place& place : d->active) {
-        if (place.log == log)
-            place.log.clear();
-    }
+    d->forget(log);
     // Whoever deletes a log in a receiver of its own would wait for himself.
     if (!LogLock::isHeldHere(log))
         d->released.wait(lock, [this, log] { return d->users.count(log) == 0; });
@@ -160,8 +170,10 @@ void LogManager::updateLogName(const std::string& name, Log* log)
                                     [log](const auto& entry) { return entry.second == log; });
     if (found == d->logs.end())
         return;
-    d->logs.erase(found);
-    d->logs[log->getName()] = log;
+    const std::string key = log->getName();
+    d->logs[key] = log;
+    if (found->first != key) // last: without memory for the new key the old one stays
+        d->logs.erase(found);
 }
 
 void LogManager::setActiveLog(Log* log)

@@ -8,6 +8,7 @@
 #include "globals/DataFileReader.h"
 #include "globals/Exception.h"
 #include "globals/Log.h"
+#include "globals/LogManager.h"
 #include "globals/PresetManager.h"
 #include "globals/Settings.h"
 
@@ -55,7 +56,7 @@ struct Objects
 Objects newObjects()
 {
     Objects objects = {std::make_unique<Settings>("settings.ini"_q, QSettings::IniFormat, nullptr),
-                       std::make_unique<Log>("soak", true)};
+                       std::make_unique<Log>("a log in the soak test", true)};
     logPath = QString::fromStdString(objects.log->getFilePath());
     return objects;
 }
@@ -113,6 +114,13 @@ const std::vector<Operation> OPERATIONS = {
          const QByteArray line = TestFiles::contentOf(logPath);
          return line.endsWith("  new\r\n") || (!claims && line.isEmpty());
      }},
+    {"rename log", true,
+     [] {
+         const auto log = prepared.log ? std::move(prepared.log) : newObjects().log;
+         log->setLogName("a log of another name", true);
+         return true;
+     },
+     [](bool /*claims*/) { return LogManager::getInstance()->getAllLogs().empty(); }},
     {"read", true, [] { return DataFileReader(QStringLiteral("block"), PASSWORD).getFileContent() == NEW; }},
     {"read archive", true, readArchive, [](bool /*claims*/) { return readArchive(); }},
     {"write", false, [] { return config().writeDataToFile(QStringLiteral("data"), NEW, false); },

@@ -85,7 +85,8 @@ public:
     void clear();
 
     /// clear(), and the next line starts the file afresh (\p overwrite) or is appended. Emits
-    /// contentChanged().
+    /// contentChanged(). On another thread than the main one, entries that getEntry() has returned are
+    /// deleted in the event loop.
     void resetLog(bool overwrite);
 
     /// Renames the log, its file and its registration. If the file cannot be renamed, the log goes on in the
@@ -121,7 +122,7 @@ public:
 
 Q_SIGNALS:
     /// The entries changed. Emitted under the log's lock: a receiver connected directly must not delete this
-    /// log or call its logMessage(), resetLog(), setLogName() or clear().
+    /// log or call its logMessage(), resetLog(), setLogName(), setRotation() or clear().
     void contentChanged();
     /// A message was added, which is getEntry(\p index) until the log is emptied or drops an entry. Emitted
     /// after contentChanged(), with the same rule.

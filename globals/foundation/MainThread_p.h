@@ -5,13 +5,19 @@
 
 namespace TEKLUVA {
 
-/// Moves a new object to the application's main thread, so that its signals arrive there. Without an
-/// application object no thread is known as the main one, and the object stays where it is.
-inline void moveToMainThread(QObject* object)
+/// Whether the calling thread is another one than the main one. Without an application object none is known
+/// as the main one.
+inline bool isOffMainThread()
 {
     const QCoreApplication* application = QCoreApplication::instance();
-    if (application && QThread::currentThread() != application->thread())
-        object->moveToThread(application->thread());
+    return application && QThread::currentThread() != application->thread();
+}
+
+/// Moves a new object to the application's main thread, so that its signals arrive there.
+inline void moveToMainThread(QObject* object)
+{
+    if (isOffMainThread())
+        object->moveToThread(QCoreApplication::instance()->thread());
 }
 
 } // namespace TEKLUVA

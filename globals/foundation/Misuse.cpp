@@ -1,7 +1,6 @@
 #include "globals/foundation/Misuse_p.h"
 
-#include <QCoreApplication>
-#include <QThread>
+#include "globals/foundation/MainThread_p.h"
 #include <QtDebug>
 
 #ifndef QT_NO_DEBUG
@@ -43,8 +42,7 @@ void warn(const char* mistake)
 
 void checkMainThread(const char* mistake)
 {
-    const QCoreApplication* application = QCoreApplication::instance();
-    if (application && QThread::currentThread() != application->thread())
+    if (isOffMainThread())
         warn(mistake);
 }
 

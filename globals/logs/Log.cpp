@@ -48,6 +48,9 @@ public:
     {
         LogRecordPointer record;
         std::unique_ptr<LogEntry> entry;
+
+        /// Deletes the entry in the event loop: the main thread may be looking at it.
+        void deleteEntryLater();
     };
     using KeptEntries = std::deque<KeptEntry>;
     /// No deque, which takes memory even when it is empty.
@@ -57,10 +60,10 @@ public:
     /// Adds a record and sets \p index to its place.
     LogRecordPointer add(E_LogLevel level, std::string message, unsigned int& index);
     void setMaxEntryCount(unsigned int count);
-    /// Takes out what is beyond the bound. Expects the record's lock.
-    DroppedEntries takeExcess();
-    /// Deletes \p dropped, but the entries that others may be looking at only in the event loop.
-    static void letGo(DroppedEntries& dropped);
+    /// How many of \p count entries are beyond the bound. Expects the record's lock.
+    std::size_t excessOf(std::size_t count) const;
+    /// Takes out what is beyond the bound, into \p dropped, which has room for it. Expects the record's lock.
+    void takeExcess(DroppedEntries& dropped);
     void rename(const std::string& newName, const std::string& newPath);
     /// The file of the log \p ofName, unless that would leave the folder.
     void setFile(const std::string& path, const std::string& ofName);
@@ -93,11 +96,13 @@ LogRecordPointer Log::Private::add(E_LogLevel level, std::string message, unsign
     DroppedEntries dropped; // after the record's lock is free
     {
         const QMutexLocker locked(mutex());
+        dropped.reserve(excessOf(entries.size() + 1)); // first: an entry that is added is announced
         entries.push_back({record, nullptr});
-        dropped = takeExcess();
+        takeExcess(dropped);
         index = static_cast<unsigned int>(entries.size() - 1);
     }
-    letGo(dropped);
+    for (KeptEntry& kept : dropped)
+        kept.deleteEntryLater();
     return record;
 }
 
@@ -107,28 +112,31 @@ void Log::Private::setMaxEntryCount(unsigned int count)
     {
         const QMutexLocker locked(mutex());
         maxEntryCount = count;
-        dropped = takeExcess();
+        dropped.reserve(excessOf(entries.size()));
+        takeExcess(dropped);
     }
-    letGo(dropped);
+    for (KeptEntry& kept : dropped)
+        kept.deleteEntryLater();
 }
 
-void Log::Private::letGo(DroppedEntries& dropped)
+void Log::Private::KeptEntry::deleteEntryLater()
 {
-    for (KeptEntry& kept : dropped) {
-        if (LogEntry* entry = kept.entry.release())
-            entry->deleteLater();
-    }
+    if (LogEntry* shown = entry.release())
+        shown->deleteLater();
 }
 
-Log::Private::DroppedEntries Log::Private::takeExcess()
+std::size_t Log::Private::excessOf(std::size_t count) const
 {
-    DroppedEntries excess;
-    while (maxEntryCount > 0 && entries.size() > maxEntryCount) {
-        excess.push_back(std::move(entries.front()));
+    return maxEntryCount > 0 && count > maxEntryCount ? count - maxEntryCount : 0;
+}
+
+void Log::Private::takeExcess(DroppedEntries& dropped)
+{
+    for (std::size_t excess = excessOf(entries.size()); excess > 0; --excess) {
+        dropped.push_back(std::move(entries.front()));
         entries.pop_front();
         ++oldestNumber;
     }
-    return excess;
 }
 
 void Log::Private::rename(const std::string& newName, const std::string& newPath)
@@ -152,6 +160,10 @@ void Log::Private::clear()
         const QMutexLocker locked(mutex());
         oldestNumber += entries.size();
         deleted.swap(entries);
+    }
+    if (isOffMainThread()) {
+        for (KeptEntry& kept : deleted)
+            kept.deleteEntryLater();
     }
     file.close();
 }

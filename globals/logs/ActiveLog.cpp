@@ -9,6 +9,8 @@
 
 namespace TEKLUVA {
 
+// No report ends the operation that makes it, or a destructor: what has no memory for its text is lost.
+
 void logToActive(E_LogLevel level, const std::string& message, const std::string& location, unsigned int line)
 {
     if (!LogManager::hasInstance())
@@ -18,13 +20,12 @@ void logToActive(E_LogLevel level, const std::string& message, const std::string
         if (!LogLock::isHeldHere(&log))
             log.logMessage(level, message, location, line);
     };
-    // No report ends the operation that makes it.
     withoutExceptions([&writeEntry] { LogManager::getInstance()->withActiveLog(writeEntry); });
 }
 
 void logError(const char* message)
 {
-    logToActive(E_LL_ERROR, message);
+    withoutExceptions([message] { logToActive(E_LL_ERROR, message); });
 }
 
 void logError(const std::string& message)
@@ -34,12 +35,12 @@ void logError(const std::string& message)
 
 void logError(const QString& message)
 {
-    logToActive(E_LL_ERROR, message.toStdString());
+    withoutExceptions([&message] { logToActive(E_LL_ERROR, message.toStdString()); });
 }
 
 void logWarning(const QString& message)
 {
-    logToActive(E_LL_WARNING, message.toStdString());
+    withoutExceptions([&message] { logToActive(E_LL_WARNING, message.toStdString()); });
 }
 
 } // namespace TEKLUVA

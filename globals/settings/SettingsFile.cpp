@@ -134,10 +134,12 @@ QString SettingsFile::failureToRead() const
 
 bool SettingsFile::change(const QList<SettingsChange>& changes)
 {
+    Pending pending = m_pending; // all changes or none: some of them would be written later, too
     for (const SettingsChange& change : changes) {
         if (!change.value || !change.key.isEmpty())
-            keepPending(change);
+            pending.add(change);
     }
+    m_pending = std::move(pending);
     return writePending(PATIENCE);
 }
 
@@ -213,15 +215,15 @@ QList<int> SettingsFile::damagedLines()
     return IniCodec::lineNumbers(m_content, damaged);
 }
 
-void SettingsFile::keepPending(const SettingsChange& change)
+void SettingsFile::Pending::add(const SettingsChange& change)
 {
     const QString path = pathOf(change);
     if (change.value) {
-        m_pending.values.insert(path, IniValue(*change.value));
+        values.insert(path, IniValue(*change.value));
         return;
     }
-    m_pending.removals.insert(path);
-    removeBelow(m_pending.values, path);
+    removals.insert(path);
+    removeBelow(values, path);
 }
 
 bool SettingsFile::writePending(milliseconds patience)

@@ -76,9 +76,10 @@ private:
     {
         QSet<QString> removals; ///< of these paths and all below them
         IniValues values;
+
+        void add(const SettingsChange& change);
     };
 
-    void keepPending(const SettingsChange& change);
     bool writePending(std::chrono::milliseconds patience);
     bool writeToFile(std::chrono::milliseconds patience);
     bool keepAside();

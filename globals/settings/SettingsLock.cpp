@@ -82,6 +82,7 @@ bool isOfEndedProcess(const QByteArray& text)
 
 SettingsLock::SettingsLock(const QString& settingsFile, milliseconds patience)
     : m_path(System::nativePath(settingsFile + QLatin1String(".lock")))
+    , m_ours(textOfOurs())
     , m_error(acquire(patience))
 {
 }
@@ -179,10 +180,9 @@ std::error_code SettingsLock::claim(FileHandle file, const QByteArray& text)
     if (!isUnchanged || !status.isSameFile(System::linkStatusOf(m_path, error)))
         return std::make_error_code(HELD);
     m_file = std::move(file);
-    const QByteArray ours = textOfOurs();
-    error = m_file.writeAt(ours.constData(), ours.size(), 0);
+    error = m_file.writeAt(m_ours.constData(), m_ours.size(), 0);
     if (!error)
-        error = m_file.setSize(ours.size());
+        error = m_file.setSize(m_ours.size());
     if (error)
         release();
     return error;

@@ -46,6 +46,7 @@ private:
     void release();
 
     const System::Path m_path;
+    const QByteArray m_ours;   ///< of our lock file; made first, so that none stays behind for want of memory
     System::FileHandle m_file; ///< open while the lock is held
     /// \name A lock file that may have been left behind
     /// @{

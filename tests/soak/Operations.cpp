@@ -31,6 +31,7 @@ const QByteArray SETTINGS = "[A]\nother=1\n\n[G]\nk=old\n";
 const QString GROUP = "G"_q;
 const QString KEY = "k"_q;
 const QString CHANGED = "new"_q;
+const QVariantMap CHANGES = {{KEY, CHANGED}, {"l"_q, CHANGED}};
 
 /// Whether the file is the new one, or also the old one where nobody \p claims the new one.
 bool isWhole(const QString& path, const QByteArray& old, const QByteArray& fresh, bool claims)
@@ -66,7 +67,7 @@ Objects prepared;
 bool changeSetting()
 {
     const auto settings = prepared.settings ? std::move(prepared.settings) : newObjects().settings;
-    settings->setSetting(GROUP, KEY, CHANGED);
+    settings->setSettings(GROUP, CHANGES);
     return !settings->hasPendingChanges() && settings->getSetting(GROUP, KEY).toString() == CHANGED;
 }
 
@@ -107,7 +108,8 @@ ConfigManager& config()
 const std::vector<Operation> OPERATIONS = {
     {"settings", false, changeSetting,
      [](bool claims) {
-         return isWhole(QStringLiteral("settings.ini"), SETTINGS, "[A]\nother=1\n\n[G]\nk=new\n", claims);
+         const QByteArray changed = "[A]\nother=1\n\n[G]\nk=new\nl=new\n";
+         return isWhole("settings.ini"_q, SETTINGS, changed, claims) && !QFile::exists("settings.ini.lock"_q);
      }},
     {"log", false, logLine,
      [](bool claims) {

@@ -34,16 +34,18 @@ constexpr milliseconds LONGEST_WAIT{100};
 /// The result of a try that another one may follow.
 constexpr std::errc HELD = std::errc::device_or_resource_busy;
 
+// What is found out once is never destroyed, because static objects of the application write settings, too.
 QByteArray hostName()
 {
-    static const QByteArray NAME = System::encodedName(QSysInfo::machineHostName());
+    static const QByteArray& NAME = *new QByteArray(System::encodedName(QSysInfo::machineHostName()));
     return NAME;
 }
 
 /// The end of what QLockFile writes into a lock file: host name, host and boot.
 QByteArray textOfHost()
 {
-    static const QByteArray HOST = QSysInfo::machineUniqueId() + '\n' + QSysInfo::bootUniqueId() + '\n';
+    static const QByteArray& HOST =
+        *new QByteArray(QSysInfo::machineUniqueId() + '\n' + QSysInfo::bootUniqueId() + '\n');
     return hostName() + '\n' + HOST;
 }
 

@@ -53,7 +53,8 @@ bool isZombie(const ProcessStatus& status)
 
 QString thisBoot()
 {
-    static const QString BOOT = QString::fromLatin1(QSysInfo::bootUniqueId());
+    // Never destroyed, because static objects of the application write settings.
+    static const QString& BOOT = *new QString(QString::fromLatin1(QSysInfo::bootUniqueId()));
     return BOOT;
 }
 

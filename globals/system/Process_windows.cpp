@@ -30,7 +30,8 @@ qint64 startOf(HANDLE handle)
 // The start tells boots apart, so that the machine is all that is left to know.
 QString thisBoot()
 {
-    static const QString MACHINE = QString::fromLatin1(QSysInfo::machineUniqueId());
+    // Never destroyed, because static objects of the application write settings.
+    static const QString& MACHINE = *new QString(QString::fromLatin1(QSysInfo::machineUniqueId()));
     return MACHINE;
 }
 

@@ -13,6 +13,7 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <atomic>
 #include <memory>
 
 namespace TEKLUVA {
@@ -281,7 +282,7 @@ Q_SIGNALS:
 private:
     ConfigManager();
 
-    static ConfigManager* __instance;
+    static std::atomic<ConfigManager*> __instance; ///< any thread may ask whether there is one
 
     class Private;
     const std::unique_ptr<Private> d;

@@ -4,6 +4,7 @@
 
 #include <QObject>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -75,7 +76,7 @@ Q_SIGNALS:
 private:
     LogManager();
 
-    static LogManager* __instance;
+    static std::atomic<LogManager*> __instance; ///< any thread may ask whether there is one
 
     class Private;
     const std::unique_ptr<Private> d;

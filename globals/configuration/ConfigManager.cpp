@@ -8,7 +8,7 @@
 
 namespace TEKLUVA {
 
-ConfigManager* ConfigManager::__instance = nullptr;
+std::atomic<ConfigManager*> ConfigManager::__instance{nullptr};
 
 namespace {
 

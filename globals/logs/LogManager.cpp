@@ -100,7 +100,7 @@ void LogManager::Private::forget(const Log* log)
     }
 }
 
-LogManager* LogManager::__instance = nullptr;
+std::atomic<LogManager*> LogManager::__instance{nullptr};
 
 LogManager* LogManager::getInstance()
 {

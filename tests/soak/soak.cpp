@@ -167,7 +167,6 @@ struct LateLine
 bool logs()
 {
     static const LateLine LATE;
-    LogManager* registry = LogManager::getInstance();
     reportFailure(); // the configuration manager is made in the main thread
     std::atomic<bool> isOver{false};
     const auto report = [&isOver](int) {
@@ -177,6 +176,7 @@ bool logs()
     unsigned entries = 0;
     {
         const TestThreads workers(4, report, [&isOver] { isOver = true; });
+        LogManager* registry = LogManager::getInstance(); // for which the others are asking
         for (int i = 0; i < 300; ++i) {
             const auto log = std::make_unique<Log>("soak" + std::to_string(i % 3), true);
             registry->setActiveLog(log.get());
@@ -186,8 +186,8 @@ bool logs()
             entries += log->getEntryCount();
         }
     }
-    registry->setActiveLog(new Log("late", true)); // nobody deletes it
-    return entries > 0 && registry->getAllLogs().size() == 1;
+    LogManager::getInstance()->setActiveLog(new Log("late", true)); // nobody deletes it
+    return entries > 0 && LogManager::getInstance()->getAllLogs().size() == 1;
 }
 
 bool start(const QString& home)

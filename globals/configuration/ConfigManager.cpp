@@ -45,7 +45,12 @@ ConfigManager* ConfigManager::getInstance()
 {
     if (!__instance) {
         checkFirstCall();
-        new ConfigManager; // which makes itself known, and belongs to the application object
+        try {
+            new ConfigManager; // which makes itself known, and belongs to the application object
+        } catch (...) {
+            __instance = nullptr;
+            throw;
+        }
     }
     return __instance;
 }

@@ -6,6 +6,8 @@
 #include "tests/Allocations.h"
 #include "tests/TestHome.h"
 
+#include "globals/ConfigManager.h"
+
 #include <cstdio>
 #include <new>
 
@@ -13,6 +15,7 @@
 #include <unistd.h>
 
 using namespace Operations;
+using namespace TEKLUVA;
 
 namespace {
 
@@ -80,6 +83,21 @@ bool survivesWithoutMemory(const Operation& operation, EndOfMemory::Failing fail
     return false;
 }
 
+/// A configuration manager that cannot be made is not there. Qt does not survive what fails later in it.
+bool isMadeWholeOrNot()
+{
+    const auto make = [] {
+        delete ConfigManager::getInstance();
+        try {
+            const EndOfMemory end(20);
+            ConfigManager::getInstance();
+        } catch (const std::bad_alloc&) { // as it must
+        }
+        return ConfigManager::hasInstance() ? End::Harmful : End::Harmless;
+    };
+    return endOfProcess(make) == End::Harmless;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -91,7 +109,7 @@ int main(int argc, char** argv)
         return 1;
     for (const Operation& operation : all()) // what is made once is there
         static_cast<void>(operation.succeeds());
-    bool isGood = true;
+    bool isGood = isMadeWholeOrNot();
     for (const auto failing : {EndOfMemory::Failing::AllLater, EndOfMemory::Failing::One}) {
         for (const Operation& operation : all()) {
             const bool survives = survivesWithoutMemory(operation, failing);

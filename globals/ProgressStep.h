@@ -27,9 +27,10 @@ namespace TEKLUVA {
 /// are emitted in the thread that makes the change, under the step's lock, and so in the order of the
 /// changes. Receivers in other threads get the signals queued.
 ///
-/// A receiver connected directly may read and change the step, and may run an event loop. Its changes take
-/// effect at once: their signals come in between, and receivers after it find the step as it is by then. As
-/// long as it runs, changes by other threads wait, so it must not wait for another thread that makes one.
+/// A receiver connected directly may read and change the step, and may run an event loop, but not delete it.
+/// Its changes take effect at once: their signals come in between, and receivers after it find the step as it
+/// is by then. As long as it runs, changes by other threads wait, so it must not wait for another thread that
+/// makes one.
 class GLOBALS_EXPORT ProgressStep : public QObject
 {
     Q_OBJECT

@@ -51,6 +51,7 @@ void StateHandler::newProcess(const QString& name, bool show_total_progress, boo
         ++d->processNumber;
         d->isRunning = true;
     }
+    d->snapshots.forget();
     d->noteChange();
 }
 

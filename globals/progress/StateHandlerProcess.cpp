@@ -1,8 +1,11 @@
 #include "globals/progress/StateHandler_p.h"
 
+#include "globals/foundation/WithoutExceptions_p.h"
+
 #include <QMetaMethod>
 
 #include <algorithm>
+#include <optional>
 
 namespace TEKLUVA {
 
@@ -58,8 +61,12 @@ void StateHandler::endProcess(E_ProcessResult result)
     const bool wasRunning = d->isRunning.exchange(false);
     if (!wasRunning)
         return;
-    if (d->isListenedTo)
-        Q_EMIT progressChanged(getSnapshot());
+    if (d->isListenedTo) {
+        // Without memory for the snapshot the end is told all the same.
+        const auto last = withoutExceptions([this] { return std::make_optional(getSnapshot()); });
+        if (last)
+            Q_EMIT progressChanged(*last);
+    }
     Q_EMIT processFinished(result);
     const QMutexLocker lock(&d->processLock);
     const bool isLast = d->processNumber == ending;

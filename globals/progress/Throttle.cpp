@@ -16,8 +16,14 @@ Throttle::Throttle(std::chrono::milliseconds interval)
 void Throttle::request()
 {
     const bool isWaiting = m_isRequested.exchange(true);
-    if (!isWaiting)
+    if (isWaiting)
+        return;
+    try {
         Q_EMIT requested();
+    } catch (...) {
+        m_isRequested = false; // no event is on its way, and the next request needs one
+        throw;
+    }
 }
 
 void Throttle::schedule()

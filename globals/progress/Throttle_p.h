@@ -18,8 +18,12 @@ class Throttle : public QObject
 public:
     explicit Throttle(std::chrono::milliseconds interval);
 
-    /// For any thread.
+    /// \name For any thread
+    /// @{
     void request();
+    /// The next request is made anew: an event that was waiting goes with the application object.
+    void forget() { m_isRequested = false; }
+    /// @}
 
 Q_SIGNALS:
     /// There were requests since the last time. Emitted in the thread of the object, under no lock.

@@ -11,8 +11,10 @@
 #include "globals/LogManager.h"
 #include "globals/PresetManager.h"
 #include "globals/Settings.h"
+#include "globals/StateHandler.h"
 
 #include <QDir>
+#include <QTest>
 
 #include <memory>
 #include <new>
@@ -89,6 +91,29 @@ bool logLine()
     }
 }
 
+int snapshots = 0;
+bool isEndDue = false;
+
+bool runProcess()
+{
+    StateHandler* states = StateHandler::getInstance();
+    static const bool IS_SHOWN =
+        QObject::connect(states, &StateHandler::progressChanged, [] { ++snapshots; })
+        && QObject::connect(states, &StateHandler::processFinished, [] { isEndDue = false; });
+    states->newProcess(CHANGED, false, false);
+    isEndDue = true;
+    states->endProcess(E_PR_DONE);
+    return IS_SHOWN;
+}
+
+/// Whether a change is shown, after one that may have been lost.
+bool isShown()
+{
+    const int before = snapshots;
+    StateHandler::getInstance()->setProcessName(CHANGED);
+    return QTest::qWaitFor([before] { return snapshots > before; });
+}
+
 bool readPresets()
 {
     try {
@@ -123,6 +148,10 @@ const std::vector<Operation> OPERATIONS = {
          return true;
      },
      [](bool /*claims*/) { return LogManager::getInstance()->getAllLogs().empty(); }},
+    {"progress", true, runProcess,
+     [](bool /*claims*/) {
+         return !isEndDue && (!StateHandler::getInstance()->isProcessRunning() || isShown());
+     }},
     {"read", true, [] { return DataFileReader(QStringLiteral("block"), PASSWORD).getFileContent() == NEW; }},
     {"read archive", true, readArchive, [](bool /*claims*/) { return readArchive(); }},
     {"write", false, [] { return config().writeDataToFile(QStringLiteral("data"), NEW, false); },

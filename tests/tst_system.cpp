@@ -12,6 +12,21 @@
 
 using namespace TEKLUVA;
 
+namespace {
+
+/// Shows another language once, while one is removed or shown.
+class ShowsEnglish : public QObject
+{
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        const bool isFirst = event->type() == QEvent::LanguageChange && !std::exchange(m_hasShown, true);
+        return isFirst && !showLanguage("en"_q);
+    }
+    bool m_hasShown = false;
+};
+
+} // namespace
+
 class SystemTest : public QObject
 {
     Q_OBJECT
@@ -49,6 +64,9 @@ private Q_SLOTS:
         for (int i = 0; i < 2; ++i) {
             const TestHome::Turn turn(i);
             QVERIFY(showLanguage("en"_q) && !showLanguage("fr"_q) && !showLanguage("de_AT"_q));
+            ShowsEnglish meanwhile;
+            QCoreApplication::instance()->installEventFilter(&meanwhile);
+            QVERIFY(showLanguage("de"_q));
             QCOMPARE(ConfigManager::getInstance()->getStdProjectName(), "new project"_q);
             QVERIFY(showLanguage("de"_q));
             QCOMPARE(ConfigManager::getInstance()->getStdProjectName(), source);

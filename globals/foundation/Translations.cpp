@@ -24,7 +24,8 @@ bool showLanguage(const QString& language)
     auto next = std::make_unique<QTranslator>();
     if (!next->load(QStringLiteral(":/globals/translations/globals_%1.qm").arg(language)))
         return false;
-    delete shown; // removes itself from the application
+    // Removes itself, and last: each step is an event, whose receivers may show another language.
+    const std::unique_ptr<QTranslator> replaced(shown);
     shown = next.release();
     shown->setParent(QCoreApplication::instance());
     return QCoreApplication::installTranslator(shown);

@@ -251,12 +251,13 @@ QByteArray DataFileReader::getContentOfArchivedFile(const std::string& name) con
 
 QByteArray DataFileReader::getContentOfArchivedFile(const char* name) const
 {
-    return getContentOfArchivedFile(std::string(name));
+    return d->run([this, name] { return getContentOfArchivedFile(std::string(name)); });
 }
 
 QByteArray DataFileReader::getContentOfArchivedFile(const QString& name) const
 {
-    return getContentOfArchivedFile(System::encodedName(name).toStdString());
+    return d->run(
+        [this, &name] { return getContentOfArchivedFile(System::encodedName(name).toStdString()); });
 }
 
 QMap<QString, QByteArray> DataFileReader::getContentsOfArchivedFiles(const QStringList& names) const
@@ -293,7 +294,7 @@ bool DataFileReader::visitArchivedFiles(const std::function<bool(const ArchivedF
 QByteArray DataFileReader::decryptData(const QByteArray& data, const QString& password) const
 {
     d->setError(QString());
-    return d->decrypt(data, password.toUtf8());
+    return d->run([this, &data, &password] { return d->decrypt(data, password.toUtf8()); });
 }
 
 QByteArray DataFileReader::decryptData(const QByteArray& data) const

@@ -36,9 +36,10 @@ private:
 
     static void noteError(void* archive)
     {
-        QString& error = static_cast<NewArchive*>(archive)->m_error;
-        if (error.isEmpty())
-            error = System::messageOf(System::lastError());
+        std::error_code& error = static_cast<NewArchive*>(archive)->m_error;
+        const std::error_code reason = System::lastError();
+        if (!error)
+            error = reason ? reason : std::make_error_code(std::errc::io_error);
     }
 
     static void* open(void* archive, const void* /*name*/, int /*mode*/)
@@ -107,12 +108,12 @@ bool NewArchive::pack(const QString& name, const QByteArray& data)
 bool NewArchive::commit()
 {
     const bool isClosed = zipClose(m_archive.release(), nullptr) == ZIP_OK;
-    return isClosed && m_error.isEmpty() && m_file.commit();
+    return isClosed && !m_error && m_file.commit();
 }
 
 QString NewArchive::error() const
 {
-    return m_error.isEmpty() ? m_file.error() : m_error;
+    return m_error ? System::messageOf(m_error) : m_file.error();
 }
 
 bool packEntry(void* zipFile, const QString& name, const QByteArray& data)

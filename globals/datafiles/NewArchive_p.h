@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <memory>
+#include <system_error>
 
 namespace TEKLUVA {
 
@@ -41,7 +42,7 @@ private:
     };
 
     AtomicFile m_file;
-    QString m_error;                        ///< of the stream; the file does not see it
+    std::error_code m_error;                ///< of the stream; the file does not see it
     std::unique_ptr<void, Close> m_archive; ///< the last member, because closing it writes to the others
 };
 

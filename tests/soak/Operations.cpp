@@ -34,6 +34,7 @@ const QString GROUP = "G"_q;
 const QString KEY = "k"_q;
 const QString CHANGED = "new"_q;
 const QVariantMap CHANGES = {{KEY, CHANGED}, {"l"_q, CHANGED}};
+const QString ENTRY = "entry"_q;
 
 /// Whether the file is the new one, or also the old one where nobody \p claims the new one.
 bool isWhole(const QString& path, const QByteArray& old, const QByteArray& fresh, bool claims)
@@ -77,7 +78,7 @@ bool changeSetting()
 bool readArchive()
 {
     static const DataFileReader READER("old.zip"_q, PASSWORD);
-    return READER.getContentOfArchivedFile("entry") == OLD;
+    return READER.getContentOfArchivedFile(ENTRY) == OLD;
 }
 
 bool logLine()
@@ -153,7 +154,7 @@ const std::vector<Operation> OPERATIONS = {
          return !isEndDue && (!StateHandler::getInstance()->isProcessRunning() || isShown());
      }},
     {"read", true, [] { return DataFileReader(QStringLiteral("block"), PASSWORD).getFileContent() == NEW; }},
-    {"read archive", true, readArchive, [](bool /*claims*/) { return readArchive(); }},
+    {"read archive", false, readArchive, [](bool /*claims*/) { return readArchive(); }},
     {"write", false, [] { return config().writeDataToFile(QStringLiteral("data"), NEW, false); },
      [](bool claims) { return isWhole(QStringLiteral("data"), OLD, NEW, claims); }},
     {"append", false, [] { return config().writeDataToFile(QStringLiteral("record"), NEW, true); },

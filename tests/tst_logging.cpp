@@ -155,8 +155,7 @@ private Q_SLOTS:
         log.logStatusMessage("one", "", 0);
         registry()->setActiveLog(&log);
         QDir folder = QFileInfo(pathOf(log)).dir();
-        QVERIFY(folder.removeRecursively());
-        QVERIFY(TestFiles::write(folder.absolutePath(), "in the way"));
+        QVERIFY(folder.removeRecursively() && TestFiles::write(folder.absolutePath(), "in the way"));
         log.setLogName("renamed", false);
         QVERIFY(QFile::remove(folder.absolutePath()));
         QCOMPARE(log.getEntryCount(), 2U);

@@ -44,7 +44,9 @@ private Q_SLOTS:
             const QByteArray block = DataFileCreator().encryptData(plain, password);
             QCOMPARE(block.size(), 17 + (size + 15) / 16 * 16);
             QCOMPARE(openBlock(block, bytes, TestData::field<int>("split")), plain);
-            QCOMPARE(DataFileReader(QString(), password).decryptData(block) == plain, canBeRead || size == 0);
+            if (canBeRead || size != 1) // one byte may be right by chance
+                QCOMPARE(DataFileReader(QString(), password).decryptData(block) == plain,
+                         canBeRead || size == 0);
             QVERIFY(DataFileCreator().encryptData(plain, password).mid(1, 16) != block.mid(1, 16));
         }
     }

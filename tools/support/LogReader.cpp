@@ -12,7 +12,7 @@ namespace globalsctl {
 
 namespace {
 
-constexpr int LONGEST_LINE = 1 << 20; ///< bytes; a longer one is several, so that no file fills the memory
+constexpr int LONGEST_PIECE = 1 << 20; ///< bytes; a longer one is several, so that no file fills the memory
 
 } // namespace
 
@@ -20,7 +20,7 @@ LogReader::LogReader(const QString& path, OpenEnd openEnd)
     : m_path(path)
     , m_openEnd(openEnd)
     , m_file(path)
-    , m_line(LONGEST_LINE, Qt::Uninitialized)
+    , m_line(LONGEST_PIECE, Qt::Uninitialized)
 {
     if (isStandardInput(path)) {
         openStandardInput(m_file);

@@ -56,6 +56,8 @@ public:
     bool sync() const;
     bool removeSources() const;
 
+    bool hasSources() const { return !m_copied.isEmpty(); }
+
 private:
     bool copyEntry(const QFileInfo& entry, System::EntryKind kind, const QString& target);
     bool copyChosenFile(const QString& source, const QString& target);
@@ -251,7 +253,7 @@ bool copy(const QString& source, const QString& target, const CopyRules& rules)
     TreeCopy tree(source, target, rules);
     const bool isCopied = tree.copyEntries(QDir(source).absolutePath(), QDir(target).absolutePath());
     const bool isWhole = tree.checkLinks() && isCopied;
-    const bool willSourcesGo = rules.removeSource || !rules.deletedLater.isEmpty();
+    const bool willSourcesGo = (rules.removeSource && tree.hasSources()) || !rules.deletedLater.isEmpty();
     if (willSourcesGo && !tree.sync())
         return false;
     const bool isRemoved = !rules.removeSource || tree.removeSources();
